@@ -1,0 +1,37 @@
+# Flags of our own code and the three kinds of target that the rooms are made of.
+
+if(VARLO_SANITIZE)
+  add_compile_options(-fsanitize=address,undefined -fno-omit-frame-pointer -fno-sanitize-recover=undefined)
+  add_link_options(-fsanitize=address,undefined)
+endif()
+if(VARLO_FUZZ)
+  add_compile_options(-fsanitize=fuzzer-no-link)
+endif()
+
+add_library(varlo_flags INTERFACE)
+target_include_directories(varlo_flags INTERFACE ${PROJECT_SOURCE_DIR}/src)
+# Text literals that go through QString are Unicode in the source; a silent Latin-1 cast would be a bug.
+target_compile_definitions(varlo_flags INTERFACE QT_NO_CAST_TO_ASCII QT_NO_KEYWORDS
+  QT_NO_FOREACH QT_DISABLE_DEPRECATED_BEFORE=0x060400)
+if(MSVC)
+  target_compile_options(varlo_flags INTERFACE /W4 /WX /utf-8)
+else()
+  target_compile_options(varlo_flags INTERFACE -Wall -Wextra -Wconversion -Wshadow -Werror)
+endif()
+
+# varlo_logic(name DEPENDS ... SOURCES ...): a room without windows. Links Qt6::Core only, so that a window cannot
+# creep in; more has to be asked for by name.
+function(varlo_logic name)
+  cmake_parse_arguments(arg "" "" "SOURCES;DEPENDS" ${ARGN})
+  add_library(${name} STATIC ${arg_SOURCES})
+  target_link_libraries(${name} PUBLIC varlo_flags Qt6::Core ${arg_DEPENDS})
+  target_precompile_headers(${name} PRIVATE ${PROJECT_SOURCE_DIR}/cmake/LogicPch.h)
+endfunction()
+
+# varlo_windows(name DEPENDS ... SOURCES ...): the windows of a room.
+function(varlo_windows name)
+  cmake_parse_arguments(arg "" "" "SOURCES;DEPENDS" ${ARGN})
+  add_library(${name} STATIC ${arg_SOURCES})
+  target_link_libraries(${name} PUBLIC varlo_flags Qt6::Core Qt6::Gui Qt6::Widgets ${arg_DEPENDS})
+  target_precompile_headers(${name} PRIVATE ${PROJECT_SOURCE_DIR}/cmake/WindowsPch.h)
+endfunction()

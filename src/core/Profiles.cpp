@@ -1,0 +1,42 @@
+#include "core/Profiles.h"
+
+#include "core/RuntimeError.h"
+#include "core/TextFile.h"
+#include "core/modPublic.h"
+
+#include <QDir>
+#include <QFileInfo>
+
+namespace varlo::Profiles {
+
+QStringList Names(const QString &profilesFolder) {
+    return QDir(profilesFolder)
+        .entryList(QDir::Dirs | QDir::NoDotAndDotDot | QDir::Hidden, QDir::Name | QDir::IgnoreCase);
+}
+
+void Create(const QString &profilesFolder, const QString &name) {
+    const QDir folder(profilesFolder);
+    if (PathExists(folder.filePath(name)))
+        throw RuntimeError(PathFileAccess);
+    if (!folder.mkdir(name))
+        throw folder.exists() ? RuntimeError(PermissionDenied) : RuntimeError(PathNotFound);
+}
+
+void Rename(const QString &profilesFolder, const QString &oldName, const QString &newName) {
+    const QDir folder(profilesFolder);
+    RenamePath(folder.filePath(oldName), folder.filePath(newName));
+}
+
+void Delete(const QString &profilesFolder, const QString &name) {
+    const bool isOwnEntry = !name.isEmpty() && name != QStringLiteral(".") && name != QStringLiteral("..") &&
+                            !name.contains(u'/') && !name.contains(QDir::separator());
+    if (!isOwnEntry)
+        return;
+    const QString path = QDir(profilesFolder).filePath(name);
+    if (QFileInfo(path).isSymLink())
+        QFile::remove(path);
+    else
+        QDir(path).removeRecursively();
+}
+
+} // namespace varlo::Profiles

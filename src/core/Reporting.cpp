@@ -1,0 +1,78 @@
+#include "core/Reporting.h"
+
+#include "core/Product.h"
+#include "core/TextFile.h"
+#include "core/modPublic.h"
+
+#include <QDir>
+#include <QLocale>
+
+namespace varlo {
+
+namespace {
+
+// The system's short time format leaves the seconds out; they are put behind the minutes with the same separator.
+QString TimeFormatWithSeconds(const QLocale &locale) {
+    QString format = locale.timeFormat(QLocale::ShortFormat);
+    const qsizetype minutes = format.indexOf(QStringLiteral("mm"));
+    if (minutes < 1 || format.contains(u's'))
+        return format;
+    return format.insert(minutes + 2, format.at(minutes - 1) + QStringLiteral("ss"));
+}
+
+} // namespace
+
+QString TimeText(const Session &session) {
+    static const QLocale locale = QLocale::system();
+    static const QString format = TimeFormatWithSeconds(locale);
+    return locale.toString(session.Now().time(), format);
+}
+
+QString DateTimeText(const Session &session) {
+    return QLocale::system().toString(session.Now().date(), QLocale::ShortFormat) + u' ' + TimeText(session);
+}
+
+void WriteLog(const Session &session, const QString &file, const QString &line) {
+    if (!session.ProfilePath.isEmpty() && PathExists(session.ProfilePath))
+        AppendLine(session.ProfileFile(QStringLiteral("logs"), file), line);
+    else
+        AppendLine(QDir(session.ProfilesFolder()).filePath(file), line);
+}
+
+void ShowError(Session &session, const QString &label, const RuntimeError &error) noexcept {
+    if (error.Number() == 0 || error.Number() == ResumeWithoutError)
+        return;
+    const QString routine = label.isEmpty() ? QStringLiteral("Unknown") : label;
+    const QString number = QString::number(error.Number());
+    try {
+        WriteLog(session, QStringLiteral("ErrorLog.txt"),
+                 TimeText(session) + QStringLiteral(" Error ") + number + QStringLiteral(" in ") + routine +
+                     QStringLiteral(" - ") + error.Description());
+    } catch (const RuntimeError &) {
+        // The box below still tells the operator of the error that matters.
+    }
+    session.Boxes.MsgBox(QStringLiteral("The following error has occured:\r\n[ ") + error.Description() +
+                             QStringLiteral(" ]\rPlease report errors to ") + Product::kSupportAddress +
+                             QStringLiteral("\r\n"),
+                         BoxButtons::Ok, BoxIcon::Critical,
+                         Product::kExecutableName + QStringLiteral(" Error ") + number +
+                             QStringLiteral(" in ") + routine);
+    session.Boxes.SetHourglass(false);
+}
+
+void StatusMessage(Session &session, const QString &message, bool NoLog, bool NoStatusBar) {
+    const QString line = NoLog ? QString() : TimeText(session) + QStringLiteral(" | ") + message;
+    if (!NoLog)
+        Q_EMIT session.Status.ConsoleLine(line);
+    if (!NoStatusBar)
+        Q_EMIT session.Status.StatusText(message);
+    if (!NoLog && session.Prefs.LogStatus == 1)
+        WriteLog(session, QStringLiteral("StatusLog.txt"), line);
+}
+
+void WriteSessionMarker(const Session &session, const QString &file, const QString &words) {
+    WriteLog(session, file, DateTimeText(session) + words);
+    WriteLog(session, file, QString(70, u'-'));
+}
+
+} // namespace varlo

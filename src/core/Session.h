@@ -1,0 +1,53 @@
+// What the program shares by its nature: the open profile, its settings, the status feed and the door to boxes.
+#pragma once
+
+#include "core/Dialogs.h"
+#include "core/StatusFeed.h"
+#include "core/clsINIFile.h"
+
+#include <QDateTime>
+#include <QStringList>
+
+#include <functional>
+
+namespace varlo {
+
+// The settings that are held in memory for the whole run. The preferences window changes them together with the file.
+struct Preferences {
+    int Notify = 0;
+    QString SMTPServer;
+    qint16 SMTPPort = 25;
+    QString SMTPFrom;
+    QString SMTPEmail;
+    qint16 SMTPWrap = 72;
+    QString SubSubject;
+    QString SubBody;
+    QString UnsubSubject;
+    QString UnsubBody;
+    int LogStatus = 1;
+    int ListSortBy = 1;
+};
+
+// One object, made by main() and handed on by reference. User-interface thread only.
+struct Session {
+    Session(QString programFolder, Dialogs &boxes) : ProgramFolder(std::move(programFolder)), Boxes(boxes) {}
+    Session(const Session &) = delete;
+    Session &operator=(const Session &) = delete;
+
+    // A path below the open profile's folder, such as ProfileFile("lists", "news.vlo").
+    QString ProfileFile(const QString &folder, const QString &name = {}) const;
+    // The folder that holds the profiles.
+    QString ProfilesFolder() const;
+
+    const QString ProgramFolder; // the folder that the data tree lies in; no closing separator
+    QString ProfilePath;         // the open profile's folder; empty until one is open
+    clsINIFile INI;              // "global.ini" while a profile is chosen, then the profile's "prefs.ini"
+    Preferences Prefs;
+    StatusFeed Status;
+    Dialogs &Boxes;
+    bool AppExiting = false;              // the main window is unloading
+    QStringList Attachments{QString()};   // full paths; a single empty element means none
+    std::function<QDateTime()> Now = [] { return QDateTime::currentDateTime(); };
+};
+
+} // namespace varlo

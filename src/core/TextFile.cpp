@@ -1,0 +1,133 @@
+#include "core/TextFile.h"
+
+#include "core/RuntimeError.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QSaveFile>
+#include <QStringDecoder>
+
+#include <array>
+#include <cerrno>
+
+#ifdef Q_OS_UNIX
+#include <fcntl.h>
+#include <unistd.h>
+#endif
+
+namespace varlo {
+
+namespace {
+
+// Code points of the Windows-1252 bytes 0x80 to 0x9F; all others are Latin-1.
+constexpr std::array<char16_t, 32> kWindows1252{
+    0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
+    0x2039, 0x0152, 0x008D, 0x017D, 0x008F, 0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
+    0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
+
+QString FromWindows1252(const QByteArray &bytes) {
+    QString text = QString::fromLatin1(bytes);
+    for (QChar &c : text)
+        if (c.unicode() >= 0x80 && c.unicode() <= 0x9F)
+            c = QChar(kWindows1252[c.unicode() - 0x80U]);
+    return text;
+}
+
+} // namespace
+
+QString DecodeText(const QByteArray &bytes) {
+    const QByteArray body = bytes.startsWith("\xEF\xBB\xBF") ? bytes.sliced(3) : bytes;
+    QStringDecoder utf8(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
+    QString text = utf8.decode(body);
+    return utf8.hasError() ? FromWindows1252(body) : text;
+}
+
+QByteArray EncodeText(const QString &text) {
+#ifdef Q_OS_WIN
+    return text.toLocal8Bit();
+#else
+    return text.toUtf8();
+#endif
+}
+
+QStringList SplitLines(const QString &text) {
+    if (text.isEmpty())
+        return {};
+    QStringList lines = text.split(QStringLiteral("\r\n"));
+    if (lines.last().isEmpty())
+        lines.removeLast();
+    return lines;
+}
+
+QByteArray ReadFile(const QString &path) {
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        throw FileError(file);
+    QByteArray bytes = file.readAll();
+    if (file.error() != QFileDevice::NoError)
+        throw RuntimeError(DeviceIoError);
+    return bytes;
+}
+
+void WriteFile(const QString &path, const QByteArray &bytes, FileAccess access) {
+    const bool isNew = !QFileInfo::exists(path);
+    QSaveFile file(path);
+    if (!file.open(QIODevice::WriteOnly))
+        throw QFileInfo(path).dir().exists() ? RuntimeError(PermissionDenied) : RuntimeError(PathNotFound);
+    if (isNew && access == FileAccess::OwnerOnly)
+        file.setPermissions(QFileDevice::ReadOwner | QFileDevice::WriteOwner);
+    if (file.write(bytes) != bytes.size() || !file.commit())
+        throw FileError(file);
+}
+
+#ifdef Q_OS_UNIX
+
+// Plain system calls: a list of 32,767 requests writes as many lines, and QFile costs twice the time of the calls.
+void AppendLine(const QString &path, const QString &line) {
+    const QByteArray bytes = EncodeText(line) + "\r\n";
+    const int descriptor =
+        ::open(QFile::encodeName(path).constData(), O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC, 0666);
+    if (descriptor < 0)
+        throw errno == ENOENT ? RuntimeError(PathNotFound) : SystemError(errno);
+    const auto written = ::write(descriptor, bytes.constData(), static_cast<size_t>(bytes.size()));
+    const int code = written < 0 ? errno : ENOSPC;
+    ::close(descriptor);
+    if (written != bytes.size())
+        throw SystemError(code);
+}
+
+#else
+
+void AppendLine(const QString &path, const QString &line) {
+    const QByteArray bytes = EncodeText(line) + "\r\n";
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Append | QIODevice::Unbuffered))
+        throw FileError(file);
+    if (file.write(bytes) != bytes.size())
+        throw RuntimeError(DiskFull);
+}
+
+#endif
+
+void RenamePath(const QString &from, const QString &to) {
+    const QFileInfo source(from);
+    const QFileInfo target(to);
+    if (!source.exists())
+        throw RuntimeError(FileNotFound);
+    // On a file system that ignores letter case, a change of case finds "the other" file, which is the same one.
+    if (target.exists() && source.canonicalFilePath() != target.canonicalFilePath())
+        throw RuntimeError(FileAlreadyExists);
+    const bool renamed = source.isDir() ? QDir().rename(from, to) : QFile::rename(from, to);
+    if (!renamed)
+        throw target.dir().exists() ? RuntimeError(PermissionDenied) : RuntimeError(PathNotFound);
+}
+
+void DeleteFile(const QString &path) {
+    QFile file(path);
+    if (!file.exists())
+        throw RuntimeError(FileNotFound);
+    if (!file.remove())
+        throw RuntimeError(PermissionDenied);
+}
+
+} // namespace varlo

@@ -1,0 +1,29 @@
+#include "core/modPublic.h"
+
+#include <QFileInfo>
+
+namespace varlo {
+
+bool PathExists(const QString &path) {
+    const QFileInfo info(path);
+    return info.exists() || info.isSymLink(); // a link that leads nowhere is a found name, too
+}
+
+QString StripChars(QString text, const QString &chars) {
+    for (QChar c : chars)
+        text.replace(c, u' ');
+    return text;
+}
+
+QString DurationText(qint64 seconds) {
+    const qint64 hours = seconds / 3600;
+    const qint64 minutes = seconds % 3600 / 60;
+    QString text;
+    if (hours > 0)
+        text += QString::number(hours) + QStringLiteral(" hrs, ");
+    if (minutes > 0)
+        text += QString::number(minutes) + QStringLiteral(" mins, ");
+    return text + QString::number(seconds % 60) + QStringLiteral(" secs");
+}
+
+} // namespace varlo

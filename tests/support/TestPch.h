@@ -1,0 +1,9 @@
+// Headers that nearly every test needs; here for the speed of the build only.
+#pragma once
+
+#include "support/Printers.h"
+
+#include <QtTest>
+#include <QtWidgets>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
