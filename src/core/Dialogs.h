@@ -18,16 +18,16 @@ class Dialogs {
 public:
     virtual ~Dialogs() = default;
 
-    // Shows a message box and waits for its answer. Closing the box counts as Cancel or, without such a button, as No
-    // or Ok.
+    // Shows a message box and waits for its answer. Closing the box counts as Cancel or, without such a
+    // button, as No or Ok.
     virtual BoxAnswer MsgBox(const QString &text, BoxButtons buttons = BoxButtons::Ok,
                              BoxIcon icon = BoxIcon::None, const QString &title = kApplicationTitle) = 0;
 
     // Asks for one line of text; empty when cancelled.
     virtual QString InputBox(const QString &prompt, const QString &title, const QString &text = {}) = 0;
 
-    // File choosers; the full path, empty when cancelled. `filter` is pairs of description and pattern, separated by
-    // NUL characters.
+    // File choosers; the full path, empty when cancelled. `filter` is pairs of description and pattern,
+    // separated by NUL characters.
     virtual QString OpenFileBox(const QString &filter, const QString &folder, const QString &title) = 0;
     virtual QString SaveFileBox(const QString &filter, const QString &folder, const QString &title) = 0;
     virtual QString FolderBox(const QString &folder, const QString &title) = 0;

@@ -7,8 +7,8 @@
 
 namespace varlo::IniText {
 
-// The value of the first key `key` in the first section `section`, without blanks and one pair of quotation marks
-// around it; nothing when there is no such section or key.
+// The value of the first key `key` in the first section `section`, without blanks and one pair of quotation
+// marks around it; nothing when there is no such section or key.
 std::optional<QString> Find(const QString &text, const QString &section, const QString &key);
 
 // The text with the key set. A new key goes to the end of its section, a new section to the end of the text.

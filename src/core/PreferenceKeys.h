@@ -63,8 +63,8 @@ inline constexpr PreferenceKey ListSortBy{"Main", "ListSortBy", ValueType::Whole
 // Every key of "prefs.ini", in the order of the table above.
 std::span<const PreferenceKey> AllPreferenceKeys();
 
-// Read and write through `ini`; its section is the key's afterwards. Numbers throw RuntimeError: 13 when the stored
-// text is not a number, 6 when it does not fit the key's type.
+// Read and write through `ini`; its section is the key's afterwards. Numbers throw RuntimeError: 13 when the
+// stored text is not a number, 6 when it does not fit the key's type.
 QString ReadText(clsINIFile &ini, const PreferenceKey &key);
 int ReadNumber(clsINIFile &ini, const PreferenceKey &key);
 bool ReadTruth(clsINIFile &ini, const PreferenceKey &key);

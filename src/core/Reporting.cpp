@@ -11,7 +11,8 @@ namespace varlo {
 
 namespace {
 
-// The system's short time format leaves the seconds out; they are put behind the minutes with the same separator.
+// The system's short time format leaves the seconds out; they are put behind the minutes with the same
+// separator.
 QString TimeFormatWithSeconds(const QLocale &locale) {
     QString format = locale.timeFormat(QLocale::ShortFormat);
     const qsizetype minutes = format.indexOf(QStringLiteral("mm"));

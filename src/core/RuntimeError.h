@@ -25,7 +25,8 @@ enum ErrorNumber : int {
     KeyAlreadyPresent = 457,
 };
 
-// Thrown by the lowest layer that fails and caught at the border of the routine that reports it, never further.
+// Thrown by the lowest layer that fails and caught at the border of the routine that reports it, never
+// further.
 class RuntimeError : public std::exception {
 public:
     // A known number with its description.

@@ -1,4 +1,5 @@
-// What the program shares by its nature: the open profile, its settings, the status feed and the door to boxes.
+// What the program shares by its nature: the open profile, its settings, the status feed and the door to
+// boxes.
 #pragma once
 
 #include "core/Dialogs.h"
@@ -12,7 +13,8 @@
 
 namespace varlo {
 
-// The settings that are held in memory for the whole run. The preferences window changes them together with the file.
+// The settings that are held in memory for the whole run. The preferences window changes them together with
+// the file.
 struct Preferences {
     int Notify = 0;
     QString SMTPServer;
@@ -45,8 +47,8 @@ struct Session {
     Preferences Prefs;
     StatusFeed Status;
     Dialogs &Boxes;
-    bool AppExiting = false;              // the main window is unloading
-    QStringList Attachments{QString()};   // full paths; a single empty element means none
+    bool AppExiting = false;            // the main window is unloading
+    QStringList Attachments{QString()}; // full paths; a single empty element means none
     std::function<QDateTime()> Now = [] { return QDateTime::currentDateTime(); };
 };
 

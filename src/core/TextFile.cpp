@@ -53,9 +53,12 @@ QByteArray EncodeText(const QString &text) {
 QStringList SplitLines(const QString &text) {
     if (text.isEmpty())
         return {};
-    QStringList lines = text.split(QStringLiteral("\r\n"));
+    QStringList lines = text.split(u'\n');
     if (lines.last().isEmpty())
         lines.removeLast();
+    for (QString &line : lines)
+        if (line.endsWith(u'\r'))
+            line.chop(1);
     return lines;
 }
 
@@ -82,7 +85,8 @@ void WriteFile(const QString &path, const QByteArray &bytes, FileAccess access) 
 
 #ifdef Q_OS_UNIX
 
-// Plain system calls: a list of 32,767 requests writes as many lines, and QFile costs twice the time of the calls.
+// Plain system calls: a list of 32,767 requests writes as many lines, and QFile costs twice the time of the
+// calls.
 void AppendLine(const QString &path, const QString &line) {
     const QByteArray bytes = EncodeText(line) + "\r\n";
     const int descriptor =
@@ -114,7 +118,8 @@ void RenamePath(const QString &from, const QString &to) {
     const QFileInfo target(to);
     if (!source.exists())
         throw RuntimeError(FileNotFound);
-    // On a file system that ignores letter case, a change of case finds "the other" file, which is the same one.
+    // On a file system that ignores letter case, a change of case finds "the other" file, which is the same
+    // one.
     if (target.exists() && source.canonicalFilePath() != target.canonicalFilePath())
         throw RuntimeError(FileAlreadyExists);
     const bool renamed = source.isDir() ? QDir().rename(from, to) : QFile::rename(from, to);

@@ -7,15 +7,15 @@
 
 namespace varlo {
 
-// Bytes of a file as text: UTF-8, else Windows-1252 with every byte kept (the five bytes that it leaves unassigned
-// become their C1 code points). A UTF-8 byte-order mark at the start is dropped.
+// Bytes of a file as text: UTF-8, else Windows-1252 with every byte kept (the five bytes that it leaves
+// unassigned become their C1 code points). A UTF-8 byte-order mark at the start is dropped.
 QString DecodeText(const QByteArray &bytes);
 
 // Text as bytes of the system code page (UTF-8 except on Windows). No byte-order mark.
 QByteArray EncodeText(const QString &text);
 
-// The lines of a text whose lines end with CR LF, without these ends. The last line counts with or without an end;
-// an empty text has no lines.
+// The lines of a text, without their ends: CR LF, or the lone LF that an editor on Linux leaves (no line of
+// ours ever holds one). The last line counts with or without an end; an empty text has no lines.
 QStringList SplitLines(const QString &text);
 
 // All bytes of the file. Throws RuntimeError (53 when it does not exist, 70, 57).
@@ -23,16 +23,17 @@ QByteArray ReadFile(const QString &path);
 
 enum class FileAccess { Normal, OwnerOnly };
 
-// Replaces the file at `path` by `bytes` as one step: after a crash, a full disk or a kill the old file is there or
-// the new one. `access` is used only when the file is new. Throws RuntimeError (61, 70, 76, 57); the old file then
-// stays as it was.
+// Replaces the file at `path` by `bytes` as one step: after a crash, a full disk or a kill the old file is
+// there or the new one. `access` is used only when the file is new. Throws RuntimeError (61, 70, 76, 57); the
+// old file then stays as it was.
 void WriteFile(const QString &path, const QByteArray &bytes, FileAccess access = FileAccess::Normal);
 
 // Appends `line` and CR LF with one write and closes the file again; the file is created when missing. Throws
 // RuntimeError.
 void AppendLine(const QString &path, const QString &line);
 
-// Renames a file or folder. Throws RuntimeError: 53 when `from` is missing, 58 when `to` exists and is another one.
+// Renames a file or folder. Throws RuntimeError: 53 when `from` is missing, 58 when `to` exists and is
+// another one.
 void RenamePath(const QString &from, const QString &to);
 
 // Deletes the file. Throws RuntimeError (53, 70).

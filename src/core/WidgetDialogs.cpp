@@ -13,31 +13,44 @@ namespace {
 
 QMessageBox::Icon IconOf(BoxIcon icon) {
     switch (icon) {
-    case BoxIcon::Information: return QMessageBox::Information;
-    case BoxIcon::Exclamation: return QMessageBox::Warning;
-    case BoxIcon::Critical: return QMessageBox::Critical;
-    case BoxIcon::Question: return QMessageBox::Question;
-    case BoxIcon::None: break;
+    case BoxIcon::Information:
+        return QMessageBox::Information;
+    case BoxIcon::Exclamation:
+        return QMessageBox::Warning;
+    case BoxIcon::Critical:
+        return QMessageBox::Critical;
+    case BoxIcon::Question:
+        return QMessageBox::Question;
+    case BoxIcon::None:
+        break;
     }
     return QMessageBox::NoIcon;
 }
 
 QMessageBox::StandardButtons ButtonsOf(BoxButtons buttons) {
     switch (buttons) {
-    case BoxButtons::OkCancel: return QMessageBox::Ok | QMessageBox::Cancel;
-    case BoxButtons::YesNo: return QMessageBox::Yes | QMessageBox::No;
-    case BoxButtons::YesNoCancel: return QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel;
-    case BoxButtons::Ok: break;
+    case BoxButtons::OkCancel:
+        return QMessageBox::Ok | QMessageBox::Cancel;
+    case BoxButtons::YesNo:
+        return QMessageBox::Yes | QMessageBox::No;
+    case BoxButtons::YesNoCancel:
+        return QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel;
+    case BoxButtons::Ok:
+        break;
     }
     return QMessageBox::Ok;
 }
 
 BoxAnswer AnswerOf(int button) {
     switch (button) {
-    case QMessageBox::Yes: return BoxAnswer::Yes;
-    case QMessageBox::No: return BoxAnswer::No;
-    case QMessageBox::Cancel: return BoxAnswer::Cancel;
-    default: return BoxAnswer::Ok;
+    case QMessageBox::Yes:
+        return BoxAnswer::Yes;
+    case QMessageBox::No:
+        return BoxAnswer::No;
+    case QMessageBox::Cancel:
+        return BoxAnswer::Cancel;
+    default:
+        return BoxAnswer::Ok;
     }
 }
 
@@ -63,7 +76,8 @@ BoxAnswer WidgetDialogs::MsgBox(const QString &text, BoxButtons buttons, BoxIcon
     // An hourglass over a box that waits for a click would tell the operator to wait for himself.
     const bool hourglass = QGuiApplication::overrideCursor() != nullptr;
     SetHourglass(false);
-    QMessageBox box(IconOf(icon), title, WithLineFeeds(text), ButtonsOf(buttons), QApplication::activeWindow());
+    QMessageBox box(IconOf(icon), title, WithLineFeeds(text), ButtonsOf(buttons),
+                    QApplication::activeWindow());
     box.setTextFormat(Qt::PlainText);
     const BoxAnswer answer = AnswerOf(box.exec());
     SetHourglass(hourglass);

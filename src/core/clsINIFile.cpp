@@ -15,8 +15,8 @@ namespace {
 // The longest value that callers get, in characters: the services' buffer of 3072 less its closing zero.
 constexpr qsizetype kLongestValue = 3071;
 
-// The file's text; empty for a missing file, nothing for one that is there and cannot be read: such a file must
-// not be replaced by what little is known of it.
+// The file's text; empty for a missing file, nothing for one that is there and cannot be read: such a file
+// must not be replaced by what little is known of it.
 std::optional<QString> Load(const QString &path) {
     try {
         return DecodeText(ReadFile(path));

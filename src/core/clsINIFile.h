@@ -7,10 +7,10 @@
 namespace varlo {
 
 // Nothing is cached: each read and write goes to the file, so that two instances on one file see each other's
-// changes. All values travel as text. The rules are those of the Windows profile services, so that files pass between
-// the systems: section and key names ignore letter case, the first matching section and key win, blanks and one pair
-// of quotation marks around a value are dropped, a write keeps every other line and its place, a new key goes to
-// the end of its section. User-interface thread only.
+// changes. All values travel as text. The rules are those of the Windows profile services, so that files pass
+// between the systems: section and key names ignore letter case, the first matching section and key win,
+// blanks and one pair of quotation marks around a value are dropped, a write keeps every other line and its
+// place, a new key goes to the end of its section. User-interface thread only.
 class clsINIFile {
 public:
     // The full path of the file that every operation addresses.
@@ -21,14 +21,14 @@ public:
     const QString &Section() const { return section_; }
     void SetSection(const QString &name) { section_ = name; }
 
-    // The value of `ValueName` in the current section, at most 3071 characters. A missing key gives `Default`; when
-    // the outcome is empty (a missing key with an empty default, or a key that is present and empty), the result is
-    // `Default` and `*Fail` is set to true. Never reports an error.
+    // The value of `ValueName` in the current section, at most 3071 characters. A missing key gives
+    // `Default`; when the outcome is empty (a missing key with an empty default, or a key that is present and
+    // empty), the result is `Default` and `*Fail` is set to true. Never reports an error.
     QString GetValue(const QString &ValueName, const QString &Default = {}, bool *Fail = nullptr) const;
 
-    // Writes the text form of `vData` ("True"/"False" for a truth value, decimal for a number) as one line; line
-    // breaks become blanks. File, section and key are created as needed. A failed write goes unnoticed and leaves
-    // the file as it was.
+    // Writes the text form of `vData` ("True"/"False" for a truth value, decimal for a number) as one line;
+    // line breaks become blanks. File, section and key are created as needed. A failed write goes unnoticed
+    // and leaves the file as it was.
     void Values(const QString &ValueName, const QVariant &vData) const;
 
     // Removes the key from the current section. A missing key goes unnoticed.
