@@ -1,0 +1,221 @@
+#include "lists/CurrentListFrame.h"
+
+#include "core/Reporting.h"
+#include "lists/EntryListView.h"
+#include "lists/ListEditing.h"
+#include "lists/ListFile.h"
+#include "lists/ListManagement.h"
+#include "lists/ListStore.h"
+
+#include <QBoxLayout>
+#include <QComboBox>
+#include <QLabel>
+#include <QPushButton>
+#include <QShortcut>
+#include <QSignalBlocker>
+#include <QTimer>
+
+namespace varlo {
+
+CurrentListFrame::CurrentListFrame(Session &session, ListStore &lists, ListEditing &editing, QWidget *parent)
+    : QGroupBox(QStringLiteral("Current List"), parent), session_(session), lists_(lists), editing_(editing) {
+    setObjectName(QStringLiteral("fraCurrent"));
+    CreateControls();
+    LayOutControls();
+    ConnectControls();
+}
+
+QPushButton *CurrentListFrame::MakeButton(const char *name, const QString &caption, const QString &toolTip) {
+    auto *button = new QPushButton(caption, this);
+    button->setObjectName(QString::fromLatin1(name));
+    button->setToolTip(toolTip);
+    button->setAutoDefault(false);
+    return button;
+}
+
+void CurrentListFrame::CreateControls() {
+    lblCurrentList = new QLabel(QStringLiteral("&Current List"), this);
+    lblCurrentList->setObjectName(QStringLiteral("lblCurrentList"));
+    cmbMList = new QComboBox(this);
+    cmbMList->setObjectName(QStringLiteral("cmbMList"));
+    cmbMList->setToolTip(QStringLiteral("The mailing list that is open"));
+    cmbMList->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    cmbMList->setMinimumContentsLength(12);
+    lblCurrentList->setBuddy(cmbMList);
+    cmdFileNew = MakeButton("cmdFileNew", QStringLiteral("&New"), QStringLiteral("Create new mailing list"));
+    cmdFileRename =
+        MakeButton("cmdFileRename", QStringLiteral("&Rename"), QStringLiteral("Rename current list"));
+    cmdFileDelete =
+        MakeButton("cmdFileDelete", QStringLiteral("&Delete"), QStringLiteral("Delete current list"));
+    cmdFileSave = MakeButton("cmdFileSave", QStringLiteral("&Save"), QStringLiteral("Save current list"));
+    chronological_ =
+        new EntryListView(lists_, kChronological, QStringLiteral("Current list, chronological"), this);
+    alphabetical_ =
+        new EntryListView(lists_, kAlphabetical, QStringLiteral("Current list, alphabetical"), this);
+    cmdListEdit = MakeButton("cmdListEdit_0", QStringLiteral("Edi&t"), QStringLiteral("Edit selected items"));
+    cmdListDelete =
+        MakeButton("cmdListDelete_0", QStringLiteral("Delete"), QStringLiteral("Delete selected items"));
+    cmdListFind = MakeButton("cmdListFind", QStringLiteral("Searc&h"), QStringLiteral("Search through list"));
+    cmdListSort = MakeButton("cmdListSort", QStringLiteral("S&ort"), QStringLiteral("Change sort order"));
+}
+
+void CurrentListFrame::LayOutControls() {
+    auto *chooser = new QHBoxLayout;
+    chooser->addWidget(lblCurrentList);
+    chooser->addWidget(cmbMList, 1);
+    auto *fileButtons = new QHBoxLayout;
+    for (QPushButton *button : {cmdFileNew, cmdFileRename, cmdFileDelete, cmdFileSave})
+        fileButtons->addWidget(button);
+    auto *listButtons = new QHBoxLayout;
+    for (QPushButton *button : {cmdListEdit, cmdListDelete, cmdListFind, cmdListSort})
+        listButtons->addWidget(button);
+    auto *column = new QVBoxLayout(this);
+    column->addLayout(chooser);
+    column->addLayout(fileButtons);
+    column->addWidget(chronological_, 1);
+    column->addWidget(alphabetical_, 1);
+    column->addLayout(listButtons);
+    ShowSortOrder();
+}
+
+void CurrentListFrame::ConnectControls() {
+    connect(cmbMList, &QComboBox::currentIndexChanged, this, &CurrentListFrame::OnChosen);
+    connect(cmbMList, &QComboBox::activated, this, [this] {
+        // Choosing the open list again loads it again; a choice that changed the index has been loaded
+        // already.
+        if (!loadedByChange_)
+            cmbMList_Click();
+    });
+    connect(cmdFileNew, &QPushButton::clicked, this, &CurrentListFrame::cmdFileNew_Click);
+    connect(cmdFileRename, &QPushButton::clicked, this, &CurrentListFrame::cmdFileRename_Click);
+    connect(cmdFileDelete, &QPushButton::clicked, this, &CurrentListFrame::cmdFileDelete_Click);
+    connect(cmdFileSave, &QPushButton::clicked, this, &CurrentListFrame::Save);
+    connect(cmdListEdit, &QPushButton::clicked, this, [this] { editing_.EditSelected(lists_.VisibleBox()); });
+    connect(cmdListDelete, &QPushButton::clicked, this,
+            [this] { editing_.DeleteSelected(lists_.VisibleBox()); });
+    connect(cmdListFind, &QPushButton::clicked, this, [this] { editing_.Search(); });
+    connect(cmdListSort, &QPushButton::clicked, this,
+            [this] { Q_EMIT SortMenuWanted(cmdListSort->mapToGlobal(QPoint(0, cmdListSort->height()))); });
+    for (EntryListView *view : {chronological_, alphabetical_}) {
+        connect(view, &EntryListView::SelectionTouched, this,
+                [this] { editing_.ReportSelection(lists_.VisibleBox()); });
+        connect(view, &EntryListView::DeleteWanted, cmdListDelete, &QPushButton::click);
+        connect(view, &EntryListView::EditWanted, cmdListEdit, &QPushButton::click);
+        connect(view, &EntryListView::MenuWanted, this, &CurrentListFrame::ContextMenuWanted);
+    }
+}
+
+void CurrentListFrame::RefreshListNames() {
+    const QSignalBlocker quiet(cmbMList);
+    cmbMList->clear();
+    cmbMList->addItems(ListFile::Names(session_));
+    cmbMList->setCurrentIndex(-1);
+}
+
+void CurrentListFrame::ChooseList(int index) {
+    if (index == cmbMList->currentIndex())
+        cmbMList_Click();
+    else
+        cmbMList->setCurrentIndex(index);
+}
+
+int CurrentListFrame::ChosenIndex() const {
+    return cmbMList->currentIndex();
+}
+
+QStringList CurrentListFrame::ListNames() const {
+    QStringList names;
+    for (int i = 0; i < cmbMList->count(); ++i)
+        names << cmbMList->itemText(i);
+    return names;
+}
+
+QString CurrentListFrame::ChosenName() const {
+    return cmbMList->currentText();
+}
+
+void CurrentListFrame::OnChosen(int index) {
+    if (index < 0)
+        return;
+    loadedByChange_ = true;
+    cmbMList_Click();
+    QTimer::singleShot(0, this, [this] { loadedByChange_ = false; });
+}
+
+void CurrentListFrame::cmbMList_Click() {
+    if (lists_.Load(cmbMList->currentText()))
+        return;
+    // The old list could not be saved, so it stays open, and the chooser says so.
+    const QSignalBlocker quiet(cmbMList);
+    cmbMList->setCurrentText(lists_.CurrentListName);
+}
+
+bool CurrentListFrame::Save() {
+    const QString name = ChosenName();
+    if (name.isEmpty() || !lists_.WriteList(name))
+        return false;
+    lists_.ListSaved = true;
+    Trapped(session_, QStringLiteral("Main.cmdFileSave"),
+            [&] { StatusMessage(session_, QStringLiteral("Saved [") + name + QStringLiteral("]")); });
+    lists_.UpdateControls();
+    return true;
+}
+
+void CurrentListFrame::cmdFileNew_Click() {
+    const auto name = CreateList(session_);
+    if (!name)
+        return;
+    RefreshListNames();
+    lists_.UpdateControls();
+    ChooseList(cmbMList->findText(*name, Qt::MatchExactly | Qt::MatchCaseSensitive));
+    Trapped(session_, QStringLiteral("Main.cmdFileNew"), [&] {
+        StatusMessage(session_, QStringLiteral("Created mailing list [") + *name + QStringLiteral("]"));
+    });
+}
+
+void CurrentListFrame::cmdFileRename_Click() {
+    const auto name = RenameList(session_, lists_, ChosenName());
+    if (!name)
+        return;
+    RefreshListNames();
+    ChooseList(cmbMList->findText(*name, Qt::MatchExactly | Qt::MatchCaseSensitive));
+    lists_.ListSaved = true;
+}
+
+void CurrentListFrame::cmdFileDelete_Click() {
+    const QString name = ChosenName();
+    if (name.isEmpty() || !DeleteList(session_, name))
+        return;
+    lists_.ListSaved = true; // before another list is loaded, which would ask about the changes that are gone
+    RefreshListNames();
+    lists_.UpdateControls();
+    if (cmbMList->count() > 0) {
+        ChooseList(0);
+    } else {
+        // Wanted: the alphabetical box keeps the entries of the last list, a last look at what was deleted.
+        lists_.lstEmailList(kChronological).SetEntries({});
+        lists_.CurrentListName.clear();
+        lists_.UpdateControls();
+    }
+    Trapped(session_, QStringLiteral("Main.cmdFileDelete"), [&] {
+        StatusMessage(session_, QStringLiteral("Deleted mailing list [") + name + QStringLiteral("]"));
+    });
+}
+
+void CurrentListFrame::ShowSortOrder() {
+    const bool alphabetical = lists_.VisibleBox() == kAlphabetical;
+    chronological_->setVisible(!alphabetical);
+    alphabetical_->setVisible(alphabetical);
+}
+
+void CurrentListFrame::Apply(const ControlStates &states) {
+    cmbMList->setEnabled(states.cmbMList);
+    cmdFileRename->setEnabled(states.OpenList);
+    for (QWidget *control :
+         std::initializer_list<QWidget *>{cmdListFind, cmdListSort, chronological_, alphabetical_})
+        control->setEnabled(states.Current);
+    cmdListEdit->setEnabled(states.CurrentSelection);
+    cmdListDelete->setEnabled(states.CurrentSelection);
+}
+
+} // namespace varlo

@@ -1,0 +1,75 @@
+// The frame "Current List": the list chooser with its file buttons, and the open list with its own buttons.
+#pragma once
+
+#include "core/Session.h"
+#include "lists/ControlStates.h"
+
+#include <QGroupBox>
+
+class QComboBox;
+class QLabel;
+class QPushButton;
+
+namespace varlo {
+
+class EntryListView;
+class ListEditing;
+class ListStore;
+
+class CurrentListFrame : public QGroupBox {
+    Q_OBJECT
+
+public:
+    CurrentListFrame(Session &session, ListStore &lists, ListEditing &editing, QWidget *parent = nullptr);
+
+    // Refills the chooser with the names of the list files; none is chosen then.
+    void RefreshListNames();
+    // Chooses and so loads a list, also when it is the one that is open.
+    void ChooseList(int index);
+    int ChosenIndex() const;
+    QStringList ListNames() const;
+    QString ChosenName() const;
+
+    // Saves the open list. False when that failed (and was reported).
+    bool Save();
+
+    // Shows the list box of the order in force and hides the other.
+    void ShowSortOrder();
+    void Apply(const ControlStates &states);
+
+Q_SIGNALS:
+    // The sort menu is to pop up at `position` (of the screen).
+    void SortMenuWanted(const QPoint &position);
+    void ContextMenuWanted(const QPoint &position);
+
+private:
+    void CreateControls();
+    void LayOutControls();
+    void ConnectControls();
+
+    void cmbMList_Click();
+    void OnChosen(int index);
+    void cmdFileNew_Click();
+    void cmdFileRename_Click();
+    void cmdFileDelete_Click();
+    QPushButton *MakeButton(const char *name, const QString &caption, const QString &toolTip);
+
+    Session &session_;
+    ListStore &lists_;
+    ListEditing &editing_;
+    QLabel *lblCurrentList = nullptr;
+    QComboBox *cmbMList = nullptr;
+    QPushButton *cmdFileNew = nullptr;
+    QPushButton *cmdFileRename = nullptr;
+    QPushButton *cmdFileDelete = nullptr;
+    QPushButton *cmdFileSave = nullptr;
+    EntryListView *chronological_ = nullptr; // lstEmailList_0
+    EntryListView *alphabetical_ = nullptr;  // lstEmailList_1
+    QPushButton *cmdListEdit = nullptr;
+    QPushButton *cmdListDelete = nullptr;
+    QPushButton *cmdListFind = nullptr;
+    QPushButton *cmdListSort = nullptr;
+    bool loadedByChange_ = false;
+};
+
+} // namespace varlo

@@ -1,0 +1,230 @@
+#include "lists/EntryListModel.h"
+
+#include "core/RuntimeError.h"
+
+namespace varlo {
+
+namespace {
+
+// More separate ranges than this are removed as one reset: each range costs the views a round of signals.
+constexpr int kMostRanges = 64;
+
+bool ComesBefore(const QString &a, const QString &lowerB, const QString &b) {
+    const int byLower = a.toLower().compare(lowerB);
+    return byLower != 0 ? byLower < 0 : a < b;
+}
+
+// Sorting looks at each text some fifteen times; lower-casing it once is what makes a load fast.
+void SortTexts(QStringList &texts) {
+    std::vector<std::pair<QString, QString>> keyed;
+    keyed.reserve(static_cast<size_t>(texts.size()));
+    for (const QString &text : texts)
+        keyed.emplace_back(text.toLower(), text);
+    std::sort(keyed.begin(), keyed.end());
+    for (qsizetype i = 0; i < texts.size(); ++i)
+        texts[i] = keyed[static_cast<size_t>(i)].second;
+}
+
+QList<std::pair<int, int>> RangesOf(const QList<int> &rows) {
+    QList<std::pair<int, int>> ranges;
+    for (int row : rows) {
+        if (!ranges.isEmpty() && ranges.last().second + 1 == row)
+            ranges.last().second = row;
+        else
+            ranges.append({row, row});
+    }
+    return ranges;
+}
+
+} // namespace
+
+EntryListModel::EntryListModel(Order order, QObject *parent) : QAbstractListModel(parent), order_(order) {
+}
+
+int EntryListModel::rowCount(const QModelIndex &parent) const {
+    return parent.isValid() ? 0 : Count();
+}
+
+QVariant EntryListModel::data(const QModelIndex &index, int role) const {
+    const bool isText = role == Qt::DisplayRole || role == Qt::EditRole;
+    if (!isText || !index.isValid() || index.row() >= Count())
+        return {};
+    return Entry(index.row());
+}
+
+QStringList EntryListModel::Entries() const {
+    QStringList entries;
+    entries.reserve(Count());
+    rows_.ForEach([&](const Row &row) { entries.append(row.Text); });
+    return entries;
+}
+
+std::vector<EntryListModel::Row> EntryListModel::MakeRows(const QStringList &entries) {
+    QStringList texts = entries;
+    if (IsAlphabetical())
+        SortTexts(texts);
+    std::vector<Row> rows;
+    rows.reserve(static_cast<size_t>(texts.size()));
+    for (const QString &text : texts)
+        rows.push_back({text, nextSerial_++});
+    return rows;
+}
+
+void EntryListModel::Reset(std::vector<Row> rows) {
+    beginResetModel();
+    index_.clear();
+    if (!IsAlphabetical()) {
+        index_.reserve(static_cast<qsizetype>(rows.size()));
+        for (const Row &row : rows)
+            Index(row);
+    }
+    rows_.Assign(std::move(rows));
+    endResetModel();
+}
+
+void EntryListModel::SetEntries(const QStringList &entries) {
+    Reset(MakeRows(entries.first(qMin<qsizetype>(entries.size(), kMostEntries))));
+    if (entries.size() > kMostEntries)
+        throw RuntimeError(Overflow);
+}
+
+int EntryListModel::Add(const QString &entry) {
+    if (Count() >= kMostEntries)
+        throw RuntimeError(Overflow);
+    const int row = PlaceOf(entry);
+    InsertRow(row, entry);
+    return row;
+}
+
+void EntryListModel::AddAll(const QStringList &entries) {
+    const QStringList fitting = entries.first(qMin<qsizetype>(entries.size(), kMostEntries - Count()));
+    if (IsAlphabetical() && fitting.size() > 1) {
+        Reset(MakeRows(Entries() + fitting));
+    } else if (!fitting.isEmpty()) {
+        const int first = PlaceOf(fitting.first());
+        beginInsertRows({}, first, first + static_cast<int>(fitting.size()) - 1);
+        int row = first;
+        for (const QString &entry : fitting) {
+            const Row added{entry, nextSerial_++};
+            Index(added);
+            rows_.Insert(row++, added);
+        }
+        endInsertRows();
+    }
+    if (fitting.size() < entries.size())
+        throw RuntimeError(Overflow);
+}
+
+int EntryListModel::Replace(int row, const QString &entry) {
+    if (IsAlphabetical()) {
+        Remove(row);
+        return Add(entry);
+    }
+    const quint32 serial = rows_.At(row).Serial;
+    Unindex(row);
+    rows_.SetAt(row, {entry, serial});
+    Index(rows_.At(row));
+    Q_EMIT dataChanged(index(row), index(row));
+    return row;
+}
+
+void EntryListModel::Remove(int row) {
+    beginRemoveRows({}, row, row);
+    RemoveRow(row);
+    endRemoveRows();
+}
+
+void EntryListModel::RemoveRows(const QList<int> &rows) {
+    const auto ranges = RangesOf(rows);
+    if (ranges.size() > kMostRanges || rows.size() == Count()) {
+        std::vector<Row> kept;
+        qsizetype next = 0;
+        int at = 0;
+        rows_.ForEach([&](const Row &row) {
+            if (next < rows.size() && rows[next] == at)
+                ++next;
+            else
+                kept.push_back(row);
+            ++at;
+        });
+        Reset(std::move(kept));
+        return;
+    }
+    for (auto range = ranges.rbegin(); range != ranges.rend(); ++range) {
+        beginRemoveRows({}, range->first, range->second);
+        for (int row = range->second; row >= range->first; --row)
+            RemoveRow(row);
+        endRemoveRows();
+    }
+}
+
+int EntryListModel::FindFirst(const QString &entry) const {
+    if (!IsAlphabetical()) {
+        const auto found = index_.constFind(entry.toLower());
+        return found == index_.constEnd() ? -1 : RowOfSerial(found->FirstSerial);
+    }
+    const QString lower = entry.toLower();
+    const int row = rows_.LowerBound([&](const Row &r) { return r.Text.toLower() < lower; });
+    return row < Count() && Entry(row).toLower() == lower ? row : -1;
+}
+
+int EntryListModel::FindExact(const QString &entry) const {
+    const int first = FindFirst(entry);
+    for (int row = first; row >= 0 && row < Count(); ++row)
+        if (Entry(row) == entry)
+            return row;
+    return -1;
+}
+
+int EntryListModel::RowOfSerial(quint32 serial) const {
+    return rows_.LowerBound([&](const Row &r) { return r.Serial < serial; });
+}
+
+int EntryListModel::PlaceOf(const QString &entry) const {
+    if (!IsAlphabetical())
+        return Count();
+    const QString lower = entry.toLower();
+    return rows_.LowerBound([&](const Row &r) { return ComesBefore(r.Text, lower, entry); });
+}
+
+void EntryListModel::Index(const Row &row) {
+    if (IsAlphabetical())
+        return;
+    Occurrences &seen = index_[row.Text.toLower()];
+    if (seen.Count == 0 || row.Serial < seen.FirstSerial)
+        seen.FirstSerial = row.Serial;
+    ++seen.Count;
+}
+
+// Takes the row out of the index; when it was the first of several equal ones, the next of them becomes the
+// first.
+void EntryListModel::Unindex(int row) {
+    if (IsAlphabetical())
+        return;
+    const Row removed = rows_.At(row);
+    const QString lower = removed.Text.toLower();
+    const auto seen = index_.find(lower);
+    if (--seen->Count == 0) {
+        index_.erase(seen);
+    } else if (seen->FirstSerial == removed.Serial) {
+        int next = row + 1;
+        while (Entry(next).toLower() != lower)
+            ++next;
+        seen->FirstSerial = rows_.At(next).Serial;
+    }
+}
+
+void EntryListModel::InsertRow(int row, const QString &entry) {
+    beginInsertRows({}, row, row);
+    const Row added{entry, nextSerial_++};
+    Index(added);
+    rows_.Insert(row, added);
+    endInsertRows();
+}
+
+void EntryListModel::RemoveRow(int row) {
+    Unindex(row);
+    rows_.RemoveAt(row);
+}
+
+} // namespace varlo

@@ -1,0 +1,79 @@
+// The rows of one list box: up to 32,767 texts, in the order in which they came or in alphabetical order.
+#pragma once
+
+#include "lists/ChunkedRows.h"
+
+#include <QAbstractListModel>
+#include <QHash>
+#include <QStringList>
+
+namespace varlo {
+
+// Texts are equal when their lower-cased forms are. Adding, removing and finding one entry costs a moment
+// whatever the size; the bulk operations are one change of the model.
+class EntryListModel : public QAbstractListModel {
+    Q_OBJECT
+
+public:
+    enum class Order {
+        Chronological, // new entries go to the end
+        Alphabetical,  // by the lower-cased text, ties by code point
+    };
+
+    // Positions are 16-bit signed numbers throughout, so no list is longer.
+    static constexpr int kMostEntries = 32767;
+
+    explicit EntryListModel(Order order, QObject *parent = nullptr);
+
+    int rowCount(const QModelIndex &parent = {}) const override;
+    QVariant data(const QModelIndex &index, int role = Qt::DisplayRole) const override;
+
+    int Count() const { return rows_.Size(); }
+    QString Entry(int row) const { return rows_.At(row).Text; }
+    QStringList Entries() const;
+
+    // Replaces all entries. Throws RuntimeError 6 after the first 32,767 of a longer list have been taken.
+    void SetEntries(const QStringList &entries);
+    // Adds one entry and returns its row. Throws RuntimeError 6 when the list is full.
+    int Add(const QString &entry);
+    // Adds many. Throws RuntimeError 6 after as many as fit have been taken.
+    void AddAll(const QStringList &entries);
+    // Replaces one entry; an alphabetical list moves it to its new place. Returns its row.
+    int Replace(int row, const QString &entry);
+    void Remove(int row);
+    // Removes many; `rows` ascend without repeats.
+    void RemoveRows(const QList<int> &rows);
+
+    // The row of the first entry that equals `entry` but for letter case, or -1.
+    int FindFirst(const QString &entry) const;
+    // The row of the first entry that is `entry` to the letter, or -1.
+    int FindExact(const QString &entry) const;
+
+private:
+    struct Row {
+        QString Text;
+        quint32 Serial = 0; // ascends with the rows of a chronological list
+    };
+    // Where the first of the equal entries of a chronological list stands, and how many there are.
+    struct Occurrences {
+        quint32 FirstSerial = 0;
+        int Count = 0;
+    };
+
+    bool IsAlphabetical() const { return order_ == Order::Alphabetical; }
+    std::vector<Row> MakeRows(const QStringList &entries);
+    int RowOfSerial(quint32 serial) const;
+    int PlaceOf(const QString &entry) const;
+    void Reset(std::vector<Row> rows);
+    void Index(const Row &row);
+    void Unindex(int row);
+    void InsertRow(int row, const QString &entry);
+    void RemoveRow(int row);
+
+    const Order order_;
+    ChunkedRows<Row> rows_;
+    QHash<QString, Occurrences> index_; // of a chronological list, by lower-cased text
+    quint32 nextSerial_ = 0;
+};
+
+} // namespace varlo

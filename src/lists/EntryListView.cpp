@@ -1,0 +1,48 @@
+#include "lists/EntryListView.h"
+
+#include "lists/ListStore.h"
+
+#include <QContextMenuEvent>
+#include <QKeyEvent>
+
+namespace varlo {
+
+EntryListView::EntryListView(ListStore &lists, int box, const QString &accessibleName, QWidget *parent)
+    : QListView(parent) {
+    setObjectName(QStringLiteral("lstEmailList_") + QString::number(box));
+    setAccessibleName(accessibleName);
+    setModel(&lists.lstEmailList(box));
+    QItemSelectionModel *ownSelection = selectionModel();
+    setSelectionModel(&lists.Selection(box));
+    delete ownSelection;
+    setSelectionMode(QAbstractItemView::ExtendedSelection);
+    setEditTriggers(QAbstractItemView::NoEditTriggers);
+    setUniformItemSizes(true); // without it, 32,767 rows are measured one by one
+    setLayoutMode(QListView::SinglePass);
+    setVerticalScrollMode(QAbstractItemView::ScrollPerItem);
+}
+
+void EntryListView::keyPressEvent(QKeyEvent *event) {
+    if (event->matches(QKeySequence::Delete)) {
+        Q_EMIT DeleteWanted();
+    } else if (event->key() == Qt::Key_F2 && event->modifiers() == Qt::NoModifier) {
+        Q_EMIT EditWanted();
+    } else {
+        const auto before = selectionModel()->selection();
+        QListView::keyPressEvent(event);
+        if (selectionModel()->selection() != before)
+            Q_EMIT SelectionTouched();
+    }
+}
+
+void EntryListView::mouseReleaseEvent(QMouseEvent *event) {
+    QListView::mouseReleaseEvent(event);
+    if (event->button() == Qt::LeftButton)
+        Q_EMIT SelectionTouched();
+}
+
+void EntryListView::contextMenuEvent(QContextMenuEvent *event) {
+    Q_EMIT MenuWanted(event->globalPos());
+}
+
+} // namespace varlo

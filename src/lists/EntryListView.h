@@ -1,0 +1,31 @@
+// One list box: shows the rows of a model, selects many, costs nothing for rows out of sight.
+#pragma once
+
+#include <QListView>
+
+namespace varlo {
+
+class ListStore;
+
+class EntryListView : public QListView {
+    Q_OBJECT
+
+public:
+    // Shows box `box` of the store; its object name is "lstEmailList_" and the number.
+    EntryListView(ListStore &lists, int box, const QString &accessibleName, QWidget *parent = nullptr);
+
+Q_SIGNALS:
+    // The operator changed the selection with mouse or keyboard.
+    void SelectionTouched();
+    void DeleteWanted();
+    void EditWanted();
+    // The right button went down at `position` (of the screen), or the menu key was pressed.
+    void MenuWanted(const QPoint &position);
+
+protected:
+    void keyPressEvent(QKeyEvent *event) override;
+    void mouseReleaseEvent(QMouseEvent *event) override;
+    void contextMenuEvent(QContextMenuEvent *event) override;
+};
+
+} // namespace varlo

@@ -1,0 +1,58 @@
+// What the operator does to entries by hand: edit, delete, search, sort order, signs, selections, copy and
+// move.
+#pragma once
+
+#include "core/Session.h"
+
+#include <QPersistentModelIndex>
+
+namespace varlo {
+
+class ListStore;
+
+// Every routine works on the selected entries of one list, reports on the status line and lets the controls
+// follow. `box` is the visible Current box or the Pending box. Failures are reported under the label of the
+// routine's control.
+class ListEditing {
+public:
+    ListEditing(Session &session, ListStore &lists) : session_(session), lists_(lists) {}
+
+    // Asks for each selected entry's new address, from the top. An empty or cancelled box ends the round.
+    void EditSelected(int box);
+    // Deletes the selected entries as one change; Current entries go from both boxes.
+    void DeleteSelected(int box);
+    // Asks for a text and selects the entries of the visible Current box that contain it. An empty or
+    // cancelled box leaves the selection alone.
+    void Search();
+    // Shows the other order (0 chronological, 1 alphabetical) and carries at most 500 selections over to it.
+    // False when the operator kept the order because more would be lost.
+    bool ChangeSortOrder(int order);
+    // Turns "+" into "-" and back in the selected Pending entries.
+    void SwapSigns();
+    void SelectAll(int box);
+    void SelectNone(int box);
+    // The status line after a click in a list box.
+    void ReportSelection(int box);
+
+    enum class Transfer { Copy = 0, Move = 1 };
+    // Adds the selected Current entries to the Pending list as "+", with no test.
+    void CurrentToPending(Transfer transfer);
+    // Adds the selected Pending entries, whatever their sign, to the visible Current box only, with no test;
+    // the list does not become unsaved. Wanted: in alphabetical order such an entry is seen but not saved, a
+    // place to try out.
+    void PendingToCurrent(Transfer transfer);
+
+    // The most selected entries that a change of the order carries over.
+    static constexpr int kMostCarriedSelections = 500;
+
+private:
+    // False when the round is over.
+    bool EditOne(int box, const QPersistentModelIndex &index);
+    void ReplaceEntry(int box, int row, const QString &entry);
+    void RemoveFromOtherBox(int box, const QStringList &entries);
+
+    Session &session_;
+    ListStore &lists_;
+};
+
+} // namespace varlo

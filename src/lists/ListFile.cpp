@@ -1,0 +1,63 @@
+#include "lists/ListFile.h"
+
+#include "core/RuntimeError.h"
+#include "core/TextFile.h"
+#include "core/modPublic.h"
+
+#include <QDir>
+#include <QFileInfo>
+
+namespace varlo::ListFile {
+
+namespace {
+
+const QString kFolder = QStringLiteral("lists");
+const QString kExtension = QStringLiteral(".vlo");
+
+} // namespace
+
+QString Path(const Session &session, const QString &name) {
+    return session.ProfileFile(kFolder, name + kExtension);
+}
+
+QStringList Names(const Session &session) {
+    QStringList names =
+        QDir(session.ProfileFile(kFolder))
+            .entryList({u'*' + kExtension}, QDir::Files | QDir::Hidden, QDir::Name | QDir::IgnoreCase);
+    for (QString &name : names)
+        name.chop(kExtension.size());
+    return names;
+}
+
+QStringList Read(const Session &session, const QString &name) {
+    return SplitLines(DecodeText(ReadFile(Path(session, name))));
+}
+
+void Write(const Session &session, const QString &name, const QStringList &entries) {
+    QString text;
+    qsizetype length = 0;
+    for (const QString &entry : entries)
+        length += entry.size() + 2;
+    text.reserve(length);
+    for (const QString &entry : entries)
+        text += entry + QStringLiteral("\r\n");
+    WriteFile(Path(session, name), EncodeText(text));
+}
+
+QString KeepBackup(const Session &session, const QString &name) {
+    const QString path = Path(session, name);
+    if (!PathExists(path))
+        return {};
+    QString backup = path + QStringLiteral(".bak");
+    for (int i = 2; PathExists(backup); ++i)
+        backup = path + QStringLiteral(".bak") + QString::number(i);
+    WriteFile(backup, ReadFile(path));
+    return QFileInfo(backup).fileName();
+}
+
+void EnsureListFile(const QString &path) {
+    if (!PathExists(path))
+        WriteFile(path, {});
+}
+
+} // namespace varlo::ListFile

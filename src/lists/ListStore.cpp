@@ -1,0 +1,122 @@
+#include "lists/ListStore.h"
+
+#include "core/Reporting.h"
+#include "lists/ListFile.h"
+
+#include <QCoreApplication>
+
+namespace varlo {
+
+ListStore::ListStore(Session &session, QObject *parent) : QObject(parent), session_(session) {
+    for (size_t box = 0; box < boxes_.size(); ++box) {
+        const auto order =
+            box == kAlphabetical ? EntryListModel::Order::Alphabetical : EntryListModel::Order::Chronological;
+        boxes_[box] = new EntryListModel(order, this);
+        selections_[box] = new QItemSelectionModel(boxes_[box], this);
+        connect(selections_[box], &QItemSelectionModel::selectionChanged, this, &ListStore::UpdateControls);
+    }
+}
+
+QList<int> ListStore::SelectedRows(int box) const {
+    QList<int> rows;
+    for (const QItemSelectionRange &range : Selection(box).selection())
+        for (int row = range.top(); row <= range.bottom(); ++row)
+            rows.append(row);
+    std::sort(rows.begin(), rows.end());
+    return rows;
+}
+
+int ListStore::SelectedCount(int box) const {
+    int count = 0;
+    for (const QItemSelectionRange &range : Selection(box).selection())
+        count += range.height();
+    return count;
+}
+
+QStringList ListStore::SelectedEntries(int box) const {
+    QStringList entries;
+    for (int row : SelectedRows(box))
+        entries.append(lstEmailList(box).Entry(row));
+    return entries;
+}
+
+void ListStore::SelectRows(int box, const QList<int> &rows) {
+    const EntryListModel &model = lstEmailList(box);
+    QItemSelection selection;
+    for (qsizetype i = 0; i < rows.size();) {
+        qsizetype last = i;
+        while (last + 1 < rows.size() && rows[last + 1] == rows[last] + 1)
+            ++last;
+        selection.append(QItemSelectionRange(model.index(rows[i]), model.index(rows[last])));
+        i = last + 1;
+    }
+    Selection(box).select(selection, QItemSelectionModel::ClearAndSelect);
+}
+
+void ListStore::Fill(const QString &name) {
+    lstEmailList(kChronological).SetEntries({});
+    lstEmailList(kAlphabetical).SetEntries({});
+    partlyLoaded_ = true;
+    const QStringList lines = ListFile::Read(session_, name);
+    const QStringList fitting = lines.first(qMin<qsizetype>(lines.size(), EntryListModel::kMostEntries));
+    lstEmailList(kChronological).SetEntries(fitting);
+    lstEmailList(kAlphabetical).SetEntries(fitting);
+    if (fitting.size() < lines.size())
+        throw RuntimeError(Overflow);
+    partlyLoaded_ = false;
+}
+
+bool ListStore::Load(const QString &name) {
+    if (!PromptSaveList())
+        return false;
+    ErrorTrap trap(session_, QStringLiteral("Main.cmbMList"));
+    ListSaved = true;
+    session_.Boxes.SetHourglass(true);
+    trap([&] { StatusMessage(session_, QStringLiteral("Loading [") + name + QStringLiteral("]...")); });
+    // Lets the status line paint; the operator's clicks wait until the list is there.
+    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+    trap([&] { Fill(name); });
+    CurrentListName = name;
+    trap([&] { StatusMessage(session_, QStringLiteral("Loaded [") + name + QStringLiteral("]")); });
+    UpdateControls();
+    session_.Boxes.SetHourglass(false);
+    return true;
+}
+
+bool ListStore::WriteList(const QString &name) {
+    return Trapped(session_, QStringLiteral("Main.WriteList"), [&] {
+        if (partlyLoaded_ && name == CurrentListName) {
+            const QString backup = ListFile::KeepBackup(session_, name);
+            partlyLoaded_ = false;
+            if (!backup.isEmpty())
+                StatusMessage(session_,
+                              QStringLiteral("Kept the old file as [") + backup + QStringLiteral("]"));
+        }
+        ListFile::Write(session_, name, lstEmailList(kChronological).Entries());
+    });
+}
+
+bool ListStore::PromptSaveList() {
+    if (ListSaved)
+        return true;
+    const QString question = QStringLiteral("The changes to list [") + CurrentListName +
+                             QStringLiteral("] have not been saved, save now?");
+    if (session_.Boxes.MsgBox(question, BoxButtons::YesNo, BoxIcon::Question) != BoxAnswer::Yes)
+        return true;
+    if (!WriteList(CurrentListName))
+        return false;
+    ListSaved = true;
+    // The list is saved, whether or not the log takes the line.
+    Trapped(session_, QStringLiteral("Main.PromptSaveList"), [&] {
+        StatusMessage(session_, QStringLiteral("Saved [") + CurrentListName + QStringLiteral("]"));
+    });
+    return true;
+}
+
+void ListStore::AddPending(const QString &entry) {
+    EntryListModel &pending = lstEmailList(kPending);
+    const int row = pending.Add(entry);
+    Selection(kPending).setCurrentIndex(pending.index(row), QItemSelectionModel::NoUpdate);
+}
+
+} // namespace varlo

@@ -1,0 +1,98 @@
+#include "lists/ListsMenu.h"
+
+#include "lists/ListEditing.h"
+#include "lists/ListStore.h"
+
+#include <QActionGroup>
+
+namespace varlo {
+
+ListsMenu::ListsMenu(Session &session, ListStore &lists, ListEditing &editing, QWidget *parent)
+    : QMenu(QStringLiteral("&Lists"), parent), session_(session), lists_(lists), editing_(editing) {
+    setObjectName(QStringLiteral("mnuLists"));
+    CreateCurrentMenu();
+    CreatePendingMenu();
+    ConnectEntries();
+}
+
+QAction *ListsMenu::MakeEntry(QMenu *menu, const char *name, const QString &caption) {
+    QAction *entry = menu->addAction(caption);
+    entry->setObjectName(QString::fromLatin1(name));
+    return entry;
+}
+
+void ListsMenu::CreateCurrentMenu() {
+    mnuListsCurrent = addMenu(QStringLiteral("&Current List"));
+    mnuListsCurrent->setObjectName(QStringLiteral("mnuListsCurrent"));
+    mnuListsCurrentCopy[0] =
+        MakeEntry(mnuListsCurrent, "mnuListsCurrentCopy_0", QStringLiteral("&Copy to Pending List"));
+    mnuListsCurrentCopy[1] =
+        MakeEntry(mnuListsCurrent, "mnuListsCurrentCopy_1", QStringLiteral("&Move to Pending List"));
+    mnuListsCurrent->addSeparator();
+    mnuSort = mnuListsCurrent->addMenu(QStringLiteral("&Sort"));
+    mnuSort->setObjectName(QStringLiteral("mnuSort"));
+    mnuSortOrder[0] = MakeEntry(mnuSort, "mnuSortOrder_0", QStringLiteral("&Chronological"));
+    mnuSortOrder[1] = MakeEntry(mnuSort, "mnuSortOrder_1", QStringLiteral("&Alphabetical"));
+    auto *orders = new QActionGroup(this);
+    for (QAction *order : mnuSortOrder) {
+        order->setCheckable(true);
+        orders->addAction(order);
+    }
+    mnuListsCurrent->addSeparator();
+    mnuListsCurrentSelAll =
+        MakeEntry(mnuListsCurrent, "mnuListsCurrentSelAll", QStringLiteral("Select &All"));
+    mnuListsCurrentDeSelAll =
+        MakeEntry(mnuListsCurrent, "mnuListsCurrentDeSelAll", QStringLiteral("Select &None"));
+}
+
+void ListsMenu::CreatePendingMenu() {
+    mnuListsPending = addMenu(QStringLiteral("&Pending List"));
+    mnuListsPending->setObjectName(QStringLiteral("mnuListsPending"));
+    mnuListsPendingCopy[0] =
+        MakeEntry(mnuListsPending, "mnuListsPendingCopy_0", QStringLiteral("&Copy to Current List"));
+    mnuListsPendingCopy[1] =
+        MakeEntry(mnuListsPending, "mnuListsPendingCopy_1", QStringLiteral("&Move to Current List"));
+    mnuListsPending->addSeparator();
+    mnuListsPendingSelAll =
+        MakeEntry(mnuListsPending, "mnuListsPendingSelAll", QStringLiteral("Select &All"));
+    mnuListsPendingDeSelAll =
+        MakeEntry(mnuListsPending, "mnuListsPendingDeSelAll", QStringLiteral("Select &None"));
+}
+
+void ListsMenu::ConnectEntries() {
+    using Transfer = ListEditing::Transfer;
+    for (int i : {0, 1}) {
+        const auto transfer = static_cast<Transfer>(i);
+        connect(mnuListsCurrentCopy[i], &QAction::triggered, this,
+                [this, transfer] { editing_.CurrentToPending(transfer); });
+        connect(mnuListsPendingCopy[i], &QAction::triggered, this,
+                [this, transfer] { editing_.PendingToCurrent(transfer); });
+        connect(mnuSortOrder[i], &QAction::triggered, this, [this, i] {
+            editing_.ChangeSortOrder(i);
+            ShowSortOrder(); // also when the operator kept the old order: the click has moved the check mark
+            Q_EMIT SortOrderChanged();
+        });
+    }
+    connect(mnuListsCurrentSelAll, &QAction::triggered, this,
+            [this] { editing_.SelectAll(lists_.VisibleBox()); });
+    connect(mnuListsCurrentDeSelAll, &QAction::triggered, this,
+            [this] { editing_.SelectNone(lists_.VisibleBox()); });
+    connect(mnuListsPendingSelAll, &QAction::triggered, this, [this] { editing_.SelectAll(kPending); });
+    connect(mnuListsPendingDeSelAll, &QAction::triggered, this, [this] { editing_.SelectNone(kPending); });
+}
+
+void ListsMenu::ShowSortOrder() {
+    mnuSortOrder[lists_.VisibleBox() == kAlphabetical ? 1 : 0]->setChecked(true);
+}
+
+void ListsMenu::Apply(const ControlStates &states) {
+    mnuListsCurrent->setEnabled(states.Current);
+    mnuSort->setEnabled(states.Current);
+    for (QAction *entry : {mnuListsCurrentCopy[0], mnuListsCurrentCopy[1], mnuListsCurrentDeSelAll})
+        entry->setEnabled(states.CurrentSelection);
+    mnuListsPending->setEnabled(states.Pending);
+    for (QAction *entry : {mnuListsPendingCopy[0], mnuListsPendingCopy[1], mnuListsPendingDeSelAll})
+        entry->setEnabled(states.PendingSelection);
+}
+
+} // namespace varlo

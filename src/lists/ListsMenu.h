@@ -1,0 +1,52 @@
+// The menu "Lists" with its two sub-menus, which also pop up over the list boxes.
+#pragma once
+
+#include "core/Session.h"
+#include "lists/ControlStates.h"
+
+#include <QMenu>
+
+namespace varlo {
+
+class ListEditing;
+class ListStore;
+
+class ListsMenu : public QMenu {
+    Q_OBJECT
+
+public:
+    ListsMenu(Session &session, ListStore &lists, ListEditing &editing, QWidget *parent = nullptr);
+
+    QMenu *CurrentMenu() const { return mnuListsCurrent; }
+    QMenu *PendingMenu() const { return mnuListsPending; }
+    QMenu *SortMenu() const { return mnuSort; }
+
+    // Checks the entry of the sort order in force.
+    void ShowSortOrder();
+    void Apply(const ControlStates &states);
+
+Q_SIGNALS:
+    void SortOrderChanged();
+
+private:
+    void CreateCurrentMenu();
+    void CreatePendingMenu();
+    void ConnectEntries();
+    QAction *MakeEntry(QMenu *menu, const char *name, const QString &caption);
+
+    Session &session_;
+    ListStore &lists_;
+    ListEditing &editing_;
+    QMenu *mnuListsCurrent = nullptr;
+    QAction *mnuListsCurrentCopy[2] = {};
+    QMenu *mnuSort = nullptr;
+    QAction *mnuSortOrder[2] = {};
+    QAction *mnuListsCurrentSelAll = nullptr;
+    QAction *mnuListsCurrentDeSelAll = nullptr;
+    QMenu *mnuListsPending = nullptr;
+    QAction *mnuListsPendingCopy[2] = {};
+    QAction *mnuListsPendingSelAll = nullptr;
+    QAction *mnuListsPendingDeSelAll = nullptr;
+};
+
+} // namespace varlo

@@ -1,0 +1,75 @@
+// The frame "Pending List": the requests, the ways in which they arrive, and the button that applies them.
+#pragma once
+
+#include "core/Session.h"
+#include "lists/ClipboardCapture.h"
+#include "lists/ControlStates.h"
+
+#include <QGroupBox>
+
+class QCheckBox;
+class QLineEdit;
+class QPushButton;
+class QTimer;
+
+namespace varlo {
+
+class EntryListView;
+class ListEditing;
+class ListStore;
+class PendingProcessing;
+
+class PendingListFrame : public QGroupBox {
+    Q_OBJECT
+
+public:
+    PendingListFrame(Session &session, ListStore &lists, ListEditing &editing, PendingProcessing &processing,
+                     QWidget *parent = nullptr);
+
+    void Apply(const ControlStates &states);
+    bool HasTypedAddress() const;
+    bool Bypass() const; // chkInstantAdd
+    void SetBypass(bool on);
+    bool IsCapturing() const;
+
+    // The click of cmdCapturesAdd: processes the Pending list.
+    void ProcessPendingList();
+
+Q_SIGNALS:
+    // The caption that the main window is to show while addresses are captured; empty: its own again.
+    void CaptionWanted(const QString &caption);
+    void MailCheckWanted(); // cmdAutoAdd
+    void ContextMenuWanted(const QPoint &position);
+
+private:
+    void CreateControls();
+    void CreateButtons();
+    void LayOutControls();
+    void ConnectControls();
+    QPushButton *MakeButton(const char *name, const QString &caption, const QString &toolTip);
+
+    void cmdEmailAdd_Click(int index);
+    void txtAddEmail_Change();
+    void cmdCapture_Click();
+    void tmrCaptureEmail_Timer();
+
+    Session &session_;
+    ListStore &lists_;
+    ListEditing &editing_;
+    PendingProcessing &processing_;
+    ClipboardCapture capture_;
+    EntryListView *pending_ = nullptr; // lstEmailList_2
+    QLineEdit *txtAddEmail = nullptr;
+    QPushButton *cmdEmailAdd[2] = {};
+    QPushButton *cmdEmailValidate = nullptr;
+    QPushButton *cmdCapture = nullptr;
+    QPushButton *cmdAutoAdd = nullptr;
+    QPushButton *cmdCapturesAdd = nullptr;
+    QPushButton *cmdListEdit = nullptr;
+    QPushButton *cmdListDelete = nullptr;
+    QPushButton *cmdListSwap = nullptr;
+    QCheckBox *chkInstantAdd = nullptr;
+    QTimer *tmrCaptureEmail = nullptr;
+};
+
+} // namespace varlo

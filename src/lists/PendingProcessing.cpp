@@ -1,0 +1,152 @@
+#include "lists/PendingProcessing.h"
+
+#include "core/PreferenceKeys.h"
+#include "core/Reporting.h"
+#include "core/WordWrap.h"
+#include "lists/AddressRules.h"
+#include "lists/ListStore.h"
+#include "smtp/SMTP.h"
+
+#include <QCoreApplication>
+#include <QScopeGuard>
+
+#include <numeric>
+
+namespace varlo {
+
+PendingProcessing::PendingProcessing(Session &session, ListStore &lists, QObject *parent)
+    : QObject(parent), session_(session), lists_(lists) {
+}
+
+PendingProcessing::~PendingProcessing() = default;
+
+void PendingProcessing::Abort() {
+    if (SMTP_)
+        SMTP_->Abort();
+}
+
+void PendingProcessing::ConnectMailer() {
+    SMTP_.reset();
+    if (session_.Prefs.Notify != 1)
+        return;
+    SMTP_ = std::make_unique<OSSMTP::SMTP>();
+    connect(SMTP_.get(), &OSSMTP::SMTP::ErrorSMTP, this, &PendingProcessing::OnMailError);
+    SMTP_->SetServer(session_.Prefs.SMTPServer);
+    SMTP_->SetPort(session_.Prefs.SMTPPort);
+    SMTP_->SetSender(u'"' + session_.Prefs.SMTPFrom + QStringLiteral("\" <") + session_.Prefs.SMTPEmail +
+                     u'>');
+}
+
+void PendingProcessing::Run() {
+    if (running_ || !HasOpenList())
+        return;
+    running_ = true;
+    Q_EMIT RunningChanged(true);
+    const auto ended = qScopeGuard([this] {
+        SMTP_.reset();
+        running_ = false;
+        Q_EMIT RunningChanged(false);
+        lists_.UpdateControls();
+    });
+    Trapped(session_, QStringLiteral("Main.cmdCapturesAdd"), [this] { ProcessAll(); });
+}
+
+// Without a list the requests would be applied to nothing and be gone.
+bool PendingProcessing::HasOpenList() {
+    if (!lists_.CurrentListName.isEmpty())
+        return true;
+    session_.Boxes.MsgBox(QStringLiteral("Please create or choose a mailing list first."), BoxButtons::Ok,
+                          BoxIcon::Exclamation);
+    return false;
+}
+
+void PendingProcessing::ProcessAll() {
+    StatusMessage(session_, QStringLiteral("Processing pending list"));
+    added_ = removed_ = 0;
+    ConnectMailer();
+    // While a notification is sent the window is alive and more requests may arrive: they stay for the next
+    // run.
+    const QStringList entries = lists_.lstEmailList(kPending).Entries();
+    const QString total = u'/' + QString::number(entries.size());
+    for (qsizetype i = 0; i < entries.size(); ++i) {
+        if (session_.AppExiting)
+            return;
+        const QString progress = QStringLiteral("Processing pending list (") + QString::number(i + 1) + total;
+        StatusMessage(session_, progress + u')');
+        ProcessEntry(entries[i], progress);
+        WriteLog(session_, QStringLiteral("PendingLog.txt"), entries[i]);
+    }
+    StatusMessage(session_, QStringLiteral("Pending list processing complete (") + Summary() + u')');
+    QList<int> processed(entries.size());
+    std::iota(processed.begin(), processed.end(), 0);
+    lists_.lstEmailList(kPending).RemoveRows(processed);
+}
+
+void PendingProcessing::ProcessEntry(const QString &entry, const QString &progress) {
+    const Preferences &prefs = session_.Prefs;
+    const QString address = entry.mid(1);
+    if (entry.startsWith(u'+') && Subscribe(address))
+        Notify(address, {prefs.SubSubject, prefs.SubBody}, progress);
+    else if (entry.startsWith(u'-') && Unsubscribe(address))
+        Notify(address, {prefs.UnsubSubject, prefs.UnsubBody}, progress);
+}
+
+bool PendingProcessing::Subscribe(const QString &address) {
+    if (!IsNewAddress(session_, address, lists_.lstEmailList(kChronological)))
+        return false;
+    // Both boxes or none: a full alphabetical box must not leave the two with different entries.
+    if (lists_.lstEmailList(kAlphabetical).Count() >= EntryListModel::kMostEntries)
+        throw RuntimeError(Overflow);
+    lists_.lstEmailList(kChronological).Add(address);
+    lists_.lstEmailList(kAlphabetical).Add(address);
+    added_ = To16Bit(added_ + 1);
+    lists_.ListSaved = false;
+    return true;
+}
+
+bool PendingProcessing::Unsubscribe(const QString &address) {
+    const auto removeFirst = [&](int box) {
+        const int row = lists_.lstEmailList(box).FindFirst(address);
+        if (row >= 0)
+            lists_.lstEmailList(box).Remove(row);
+        return row >= 0;
+    };
+    const bool found = removeFirst(kChronological);
+    if (found) {
+        removed_ = To16Bit(removed_ + 1);
+        lists_.ListSaved = false;
+    }
+    removeFirst(kAlphabetical); // whether or not it was found above: the two may differ
+    return found;
+}
+
+void PendingProcessing::Notify(const QString &address, const Notification &mail, const QString &progress) {
+    if (!SMTP_)
+        return;
+    StatusMessage(session_, progress + QStringLiteral(" - sending notification)"));
+    QCoreApplication::processEvents();
+    if (session_.AppExiting)
+        return;
+    SMTP_->SetRecipient(address);
+    SMTP_->SetSubject(mail.Subject);
+    SMTP_->SetMessageText(WordWrap(session_, FromOneLine(mail.Body), session_.Prefs.SMTPWrap));
+    SMTP_->Send();
+}
+
+void PendingProcessing::OnMailError(int number, const QString &description) {
+    Trapped(session_, QStringLiteral("Main.SMTP_ErrorSMTP"), [&] {
+        StatusMessage(session_, QStringLiteral("SMTP error ") + QString::number(number) +
+                                    QStringLiteral(" - ") + description);
+    });
+}
+
+QString PendingProcessing::Summary() const {
+    QStringList parts;
+    if (added_ > 0)
+        parts << u'+' + QString::number(added_);
+    if (removed_ > 0)
+        parts << u'-' + QString::number(removed_);
+    return parts.isEmpty() ? QStringLiteral("no activity") : parts.join(QStringLiteral(", "));
+}
+
+} // namespace varlo
