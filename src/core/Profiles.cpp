@@ -9,6 +9,16 @@
 
 namespace varlo::Profiles {
 
+namespace {
+
+// Whether `name` is that of an entry of its folder, and not a way out of it.
+bool IsOwnEntry(const QString &name) {
+    return !name.isEmpty() && name != QStringLiteral(".") && name != QStringLiteral("..") &&
+           !name.contains(u'/') && !name.contains(QDir::separator());
+}
+
+} // namespace
+
 QStringList Names(const QString &profilesFolder) {
     return QDir(profilesFolder)
         .entryList(QDir::Dirs | QDir::NoDotAndDotDot | QDir::Hidden, QDir::Name | QDir::IgnoreCase);
@@ -24,13 +34,13 @@ void Create(const QString &profilesFolder, const QString &name) {
 
 void Rename(const QString &profilesFolder, const QString &oldName, const QString &newName) {
     const QDir folder(profilesFolder);
+    if (!IsOwnEntry(oldName))
+        throw RuntimeError(FileNotFound);
     RenamePath(folder.filePath(oldName), folder.filePath(newName));
 }
 
 void Delete(const QString &profilesFolder, const QString &name) {
-    const bool isOwnEntry = !name.isEmpty() && name != QStringLiteral(".") && name != QStringLiteral("..") &&
-                            !name.contains(u'/') && !name.contains(QDir::separator());
-    if (!isOwnEntry)
+    if (!IsOwnEntry(name))
         return;
     const QString path = QDir(profilesFolder).filePath(name);
     if (QFileInfo(path).isSymLink())
