@@ -1,0 +1,177 @@
+#include "app/SingleInstance.h"
+
+#include "support/ScriptedDialogs.h"
+
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace varlo::test {
+namespace {
+
+// A copy of the program in a process of its own: it takes the lock, and lives until it is let go or crashes.
+class OtherCopy {
+public:
+    explicit OtherCopy(const QString &folder) {
+        int taken[2] = {};
+        int crash[2] = {};
+        EXPECT_EQ(pipe(taken), 0);
+        EXPECT_EQ(pipe(crash), 0);
+        pid_ = fork();
+        if (pid_ == 0) {
+            close(crash[1]);
+            const SingleInstance instance(folder);
+            char byte = instance.IsFirst() ? 'y' : 'n';
+            [[maybe_unused]] auto ignored = write(taken[1], &byte, 1);
+            ignored = read(crash[0], &byte, 1); // until the other end is closed
+            _exit(0);                           // no destructor runs: the lock file stays, as after a crash
+        }
+        close(taken[1]);
+        close(crash[0]);
+        letGo_ = crash[1];
+        char byte = 0;
+        EXPECT_EQ(read(taken[0], &byte, 1), 1);
+        EXPECT_EQ(byte, 'y') << "the other copy was not the first one";
+        close(taken[0]);
+    }
+    ~OtherCopy() { Crash(); }
+
+    void Crash() {
+        if (pid_ <= 0)
+            return;
+        close(letGo_);
+        EXPECT_EQ(waitpid(pid_, nullptr, 0), pid_);
+        pid_ = -1;
+    }
+
+private:
+    pid_t pid_ = -1;
+    int letGo_ = -1;
+};
+
+// The rights of an ordinary user: root may write anywhere.
+class WithoutRootRights {
+public:
+    WithoutRootRights() {
+        if (geteuid() == 0) {
+            EXPECT_EQ(seteuid(65534), 0);
+        }
+    }
+    ~WithoutRootRights() {
+        if (getuid() == 0) {
+            EXPECT_EQ(seteuid(0), 0);
+        }
+    }
+};
+
+TEST(SingleInstance, FirstCopyHoldsALockInItsFolder) {
+    const QTemporaryDir folder;
+    const SingleInstance first(folder.path());
+    EXPECT_TRUE(first.IsFirst());
+    EXPECT_EQ(first.LockPath(), folder.filePath(QStringLiteral("varlo-pro.lock")));
+    EXPECT_TRUE(QFile::exists(first.LockPath()));
+}
+
+TEST(SingleInstance, SecondCopyInTheSameFolderIsNotTheFirst) {
+    const QTemporaryDir folder;
+    const SingleInstance first(folder.path());
+    const SingleInstance second(folder.path());
+    EXPECT_FALSE(second.IsFirst());
+    EXPECT_EQ(second.LockPath(), QString());
+    EXPECT_TRUE(first.IsFirst());
+}
+
+TEST(SingleInstance, CopyInAnotherProcessIsSeen) {
+    const QTemporaryDir folder;
+    const OtherCopy other(folder.path());
+    EXPECT_FALSE(SingleInstance(folder.path()).IsFirst());
+}
+
+TEST(SingleInstance, SameFolderUnderAnotherPathIsTheSameFolder) {
+    const QTemporaryDir folder;
+    const SingleInstance first(folder.path());
+    const QTemporaryDir elsewhere;
+    const QString link = elsewhere.filePath(QStringLiteral("link"));
+    ASSERT_TRUE(QFile::link(folder.path(), link));
+    EXPECT_FALSE(SingleInstance(link).IsFirst());
+}
+
+TEST(SingleInstance, CopiesInTwoFoldersDoNotKnowEachOther) {
+    const QTemporaryDir one;
+    const QTemporaryDir two;
+    const SingleInstance first(one.path());
+    EXPECT_TRUE(SingleInstance(two.path()).IsFirst());
+}
+
+TEST(SingleInstance, OrderlyEndLeavesNoLockBehind) {
+    const QTemporaryDir folder;
+    { const SingleInstance first(folder.path()); }
+    EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden), QStringList());
+    EXPECT_TRUE(SingleInstance(folder.path()).IsFirst());
+}
+
+TEST(SingleInstance, LockOfACrashedCopyIsTakenOver) {
+    const QTemporaryDir folder;
+    OtherCopy other(folder.path());
+    other.Crash();
+    ASSERT_TRUE(QFile::exists(folder.filePath(QStringLiteral("varlo-pro.lock"))));
+    const SingleInstance next(folder.path());
+    EXPECT_TRUE(next.IsFirst());
+    EXPECT_FALSE(SingleInstance(folder.path()).IsFirst());
+}
+
+TEST(SingleInstance, LockFileCutShortByAPowerFailureIsTakenOver) {
+    const QTemporaryDir folder;
+    QFile lock(folder.filePath(QStringLiteral("varlo-pro.lock")));
+    ASSERT_TRUE(lock.open(QIODevice::WriteOnly));
+    lock.close();
+    EXPECT_TRUE(SingleInstance(folder.path()).IsFirst());
+}
+
+TEST(SingleInstance, FolderThatCannotBeWrittenLocksInTheCacheFolder) {
+    const QTemporaryDir folder;
+    const QTemporaryDir cache;
+    ASSERT_TRUE(QFile::setPermissions(folder.path(), QFile::ReadOwner | QFile::ExeOwner | QFile::ReadOther |
+                                                         QFile::ExeOther));
+    ASSERT_TRUE(QFile::setPermissions(cache.path(), QFile::Permissions(0x7777)));
+    const QByteArray oldCache = qgetenv("XDG_CACHE_HOME");
+    qputenv("XDG_CACHE_HOME", QFile::encodeName(cache.path()));
+    {
+        const WithoutRootRights asUser;
+        const SingleInstance first(folder.path());
+        EXPECT_TRUE(first.IsFirst());
+        EXPECT_EQ(QFileInfo(first.LockPath()).path(), cache.path());
+        EXPECT_FALSE(SingleInstance(folder.path()).IsFirst());
+    }
+    qputenv("XDG_CACHE_HOME", oldCache);
+    EXPECT_TRUE(QDir(folder.path()).isEmpty());
+    ASSERT_TRUE(QFile::setPermissions(folder.path(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
+}
+
+TEST(SingleInstance, StartsWithoutALockWhereNoneCanBeMade) {
+    const QTemporaryDir folder;
+    QFile file(folder.filePath(QStringLiteral("file")));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    const QByteArray oldCache = qgetenv("XDG_CACHE_HOME");
+    qputenv("XDG_CACHE_HOME", QFile::encodeName(file.fileName())); // a file where a folder is needed
+    const SingleInstance first(file.fileName() + QStringLiteral("/below"));
+    qputenv("XDG_CACHE_HOME", oldCache);
+    EXPECT_TRUE(first.IsFirst());
+    EXPECT_EQ(first.LockPath(), QString());
+}
+
+TEST(SingleInstance, SecondCopyTellsWhyItEnds) {
+    ScriptedDialogs boxes;
+    ShowAlreadyRunning(boxes);
+    EXPECT_EQ(boxes.Shown,
+              (std::vector<ShownBox>{
+                  {QStringLiteral("Varlo Pro Error"),
+                   QStringLiteral("Varlo Pro is already running. Please close the other instance "
+                                  "before starting Varlo Pro again."),
+                   BoxButtons::Ok, BoxIcon::Exclamation}}));
+}
+
+} // namespace
+} // namespace varlo::test
