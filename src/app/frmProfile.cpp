@@ -1,0 +1,220 @@
+#include "app/frmProfile.h"
+
+#include "core/PreferenceKeys.h"
+#include "core/Profiles.h"
+#include "core/Reporting.h"
+#include "core/modPublic.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDir>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include <initializer_list>
+
+namespace varlo {
+
+namespace {
+
+QPushButton *NewButton(const QString &name, const QString &caption, const QString &toolTip = {}) {
+    auto *button = new QPushButton(caption);
+    button->setObjectName(name);
+    button->setToolTip(toolTip);
+    button->setAutoDefault(false); // Enter starts the program wherever the focus is
+    return button;
+}
+
+} // namespace
+
+frmProfile::frmProfile(Session &session, const QStringList &arguments, QWidget *parent)
+    : QDialog(parent), session_(session), commandLine_(arguments.join(u' ')) {
+    CreateControls();
+    LayOut();
+    ConnectControls();
+    Form_Load();
+}
+
+void frmProfile::CreateControls() {
+    setObjectName(QStringLiteral("frmProfile"));
+    setWindowTitle(QStringLiteral("Profile Manager"));
+    Frame1 = new QGroupBox(QStringLiteral("Profiles"), this);
+    Frame1->setObjectName(QStringLiteral("Frame1"));
+    cmbProfiles = new QComboBox;
+    cmbProfiles->setObjectName(QStringLiteral("cmbProfiles"));
+    cmbProfiles->setAccessibleName(QStringLiteral("Profiles"));
+    // The width does not follow the longest name: a name can have 255 characters.
+    cmbProfiles->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    cmbProfiles->setMinimumContentsLength(32);
+    cmdProfileNew = NewButton(QStringLiteral("cmdProfileNew"), QStringLiteral("New"),
+                              QStringLiteral("Create new profile"));
+    cmdProfileRename = NewButton(QStringLiteral("cmdProfileRename"), QStringLiteral("Rename"),
+                                 QStringLiteral("Rename profile"));
+    cmdProfileDelete = NewButton(QStringLiteral("cmdProfileDelete"), QStringLiteral("Delete"),
+                                 QStringLiteral("Delete profile"));
+    chkAutoStart = new QCheckBox(QStringLiteral("Don't ask at startup"));
+    chkAutoStart->setObjectName(QStringLiteral("chkAutoStart"));
+    chkAutoStart->setToolTip(QStringLiteral("Check this box to skip the profile manager at startup"));
+    cmdGo = NewButton(QStringLiteral("cmdGo"), QStringLiteral("Start Varlo Pro"));
+    cmdGo->setDefault(true);
+}
+
+void frmProfile::LayOut() {
+    auto *buttons = new QHBoxLayout;
+    for (QPushButton *button : {cmdProfileNew, cmdProfileRename, cmdProfileDelete})
+        buttons->addWidget(button);
+    auto *inFrame = new QVBoxLayout(Frame1);
+    inFrame->addWidget(cmbProfiles);
+    inFrame->addLayout(buttons);
+    auto *below = new QHBoxLayout;
+    below->addWidget(chkAutoStart, 1);
+    below->addWidget(cmdGo);
+    auto *all = new QVBoxLayout(this);
+    all->addWidget(Frame1);
+    all->addLayout(below);
+    all->setSizeConstraint(QLayout::SetFixedSize);
+    cmbProfiles->setFocus();
+}
+
+void frmProfile::ConnectControls() {
+    connect(cmdGo, &QPushButton::clicked, this, &frmProfile::cmdGo_Click);
+    connect(cmdProfileNew, &QPushButton::clicked, this, &frmProfile::cmdProfileNew_Click);
+    connect(cmdProfileRename, &QPushButton::clicked, this, &frmProfile::cmdProfileRename_Click);
+    connect(cmdProfileDelete, &QPushButton::clicked, this, &frmProfile::cmdProfileDelete_Click);
+}
+
+void frmProfile::Form_Load() {
+    Trapped(session_, QStringLiteral("Profile.Load"), [this] {
+        session_.INI.SetFile(QDir(session_.ProgramFolder).filePath(QStringLiteral("global.ini")));
+        session_.INI.SetSection(QStringLiteral("Profiles"));
+        if (!PathExists(session_.ProfilesFolder()))
+            Profiles::Create(session_.ProgramFolder, QStringLiteral("profiles"));
+        RefreshList();
+        chkAutoStart->setChecked(ReadNumber(session_.INI, GlobalKeys::AutoStart) == 1);
+        const int remembered = ReadNumber(session_.INI, GlobalKeys::ProfileCurrent);
+        if (remembered >= 0 && remembered < cmbProfiles->count())
+            cmbProfiles->setCurrentIndex(remembered);
+        else
+            SelectFirst();
+    });
+}
+
+void frmProfile::CheckAutoStart() {
+    if (chkAutoStart->isChecked() && !commandLine_.contains(QStringLiteral("/profile"), Qt::CaseSensitive))
+        cmdGo_Click();
+    else
+        show();
+}
+
+void frmProfile::cmdGo_Click() {
+    Trapped(session_, QStringLiteral("Profile.Go"), [this] { OpenProfile(); });
+}
+
+void frmProfile::cmdProfileNew_Click() {
+    Trapped(session_, QStringLiteral("Profile.New"), [this] { CreateProfile(); });
+}
+
+void frmProfile::cmdProfileRename_Click() {
+    Trapped(session_, QStringLiteral("Profile.Rename"), [this] { RenameProfile(); });
+}
+
+void frmProfile::cmdProfileDelete_Click() {
+    Trapped(session_, QStringLiteral("Profile.Delete"), [this] { DeleteProfile(); });
+}
+
+void frmProfile::OpenProfile() {
+    const QString name = cmbProfiles->currentText();
+    session_.ProfilePath = QDir(session_.ProfilesFolder()).filePath(name);
+    // Without a selection (the settings could not be read) the path is that of the profiles folder itself.
+    if (name.isEmpty() || !PathExists(session_.ProfilePath)) {
+        ProfileNotFound();
+        return;
+    }
+    WriteValue(session_.INI, GlobalKeys::AutoStart, chkAutoStart->isChecked() ? 1 : 0);
+    WriteValue(session_.INI, GlobalKeys::ProfileCurrent, cmbProfiles->currentIndex());
+    Q_EMIT ProfileOpened();
+    close();
+}
+
+void frmProfile::ProfileNotFound() {
+    show();
+    session_.Boxes.MsgBox(QStringLiteral("The selected profile could not be found. It may have been renamed, "
+                                         "moved or deleted."),
+                          BoxButtons::Ok, BoxIcon::Critical, kErrorTitle);
+    RefreshList();
+    SelectFirst();
+}
+
+void frmProfile::CreateProfile() {
+    const QString answer = session_.Boxes.InputBox(QStringLiteral("Please enter a name for the new profile:"),
+                                                   QStringLiteral("Create New Profile"));
+    const QString name = StripChars(answer, kForbiddenInNames);
+    if (name.isEmpty())
+        return;
+    Profiles::Create(session_.ProfilesFolder(), name);
+    RefreshList();
+    SelectName(name);
+}
+
+void frmProfile::RenameProfile() {
+    const QString oldName = cmbProfiles->currentText();
+    const QString answer = session_.Boxes.InputBox(QStringLiteral("Please enter the new name for [") +
+                                                       oldName + QStringLiteral("]:"),
+                                                   QStringLiteral("Rename Profile"), oldName);
+    const QString name = StripChars(answer, kForbiddenInNames);
+    if (name.isEmpty() || name == oldName)
+        return;
+    Profiles::Rename(session_.ProfilesFolder(), oldName, name);
+    RefreshList();
+    SelectName(name);
+}
+
+bool frmProfile::ConfirmsDelete(const QString &name) {
+    const auto saysYes = [this](const QString &question) {
+        return session_.Boxes.MsgBox(question, BoxButtons::YesNo, BoxIcon::Exclamation,
+                                     QStringLiteral("Confirm Delete")) == BoxAnswer::Yes;
+    };
+    return saysYes(QStringLiteral("Warning: Deleting a profile will remove ALL files and folders relating to "
+                                  "that profile.\r\n\r\nAre you sure you want to delete profile [") +
+                   name + QStringLiteral("]?")) &&
+           saysYes(QStringLiteral("About to delete profile [") + name +
+                   QStringLiteral("]. Are you completely sure?"));
+}
+
+void frmProfile::DeleteProfile() {
+    const QString name = cmbProfiles->currentText();
+    if (!ConfirmsDelete(name))
+        return;
+    Profiles::Delete(session_.ProfilesFolder(), name);
+    RefreshList();
+    SelectFirst();
+}
+
+void frmProfile::RefreshList() {
+    cmbProfiles->clear();
+    cmbProfiles->addItems(Profiles::Names(session_.ProfilesFolder()));
+    cmbProfiles->setCurrentIndex(-1); // the caller selects; a failure before that must not choose a profile
+    UpdateButtons();
+}
+
+void frmProfile::UpdateButtons() {
+    const bool hasProfiles = cmbProfiles->count() > 0;
+    for (QWidget *control :
+         std::initializer_list<QWidget *>{cmbProfiles, cmdProfileRename, cmdProfileDelete, cmdGo})
+        control->setEnabled(hasProfiles);
+}
+
+void frmProfile::SelectName(const QString &name) {
+    cmbProfiles->setCurrentIndex(cmbProfiles->findText(name, Qt::MatchExactly | Qt::MatchCaseSensitive));
+    if (cmbProfiles->currentIndex() < 0) // the file system spelled the name its own way
+        SelectFirst();
+}
+
+void frmProfile::SelectFirst() {
+    if (cmbProfiles->count() > 0)
+        cmbProfiles->setCurrentIndex(0);
+}
+
+} // namespace varlo
