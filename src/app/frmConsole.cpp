@@ -1,0 +1,102 @@
+#include "app/frmConsole.h"
+
+#include "core/Session.h"
+
+#include <QCloseEvent>
+#include <QPlainTextEdit>
+#include <QTextCursor>
+
+#include <chrono>
+#include <utility>
+
+namespace varlo {
+
+namespace {
+
+using namespace std::chrono_literals;
+constexpr auto kFlushInterval = 50ms; // quick enough to look immediate
+
+// Below this size, in pixels each way, a window is minimised rather than resized.
+constexpr int kSmallestInnerSize = 10;
+
+} // namespace
+
+frmConsole::frmConsole(Session &session, QWidget *parent) : QWidget(parent, Qt::Window), session_(session) {
+    CreateControls();
+    LayOut();
+    ConnectControls();
+}
+
+void frmConsole::CreateControls() {
+    setObjectName(QStringLiteral("frmConsole"));
+    setWindowTitle(QStringLiteral("Console"));
+    txtConsole = new QPlainTextEdit(this);
+    txtConsole->setObjectName(QStringLiteral("txtConsole"));
+    txtConsole->setAccessibleName(QStringLiteral("Console"));
+    txtConsole->setReadOnly(true);
+    txtConsole->setUndoRedoEnabled(false); // an undo step for each line would double the memory
+    flushTimer_.setSingleShot(true);
+    flushTimer_.setInterval(kFlushInterval);
+}
+
+void frmConsole::LayOut() {
+    resize(640, 360);
+}
+
+void frmConsole::ConnectControls() {
+    connect(&session_.Status, &StatusFeed::ConsoleLine, this, &frmConsole::Collect);
+    connect(&flushTimer_, &QTimer::timeout, this, &frmConsole::Flush);
+    connect(txtConsole, &QPlainTextEdit::textChanged, this, &frmConsole::txtConsole_Change);
+}
+
+void frmConsole::ShowAtEnd() {
+    if (isMinimized())
+        showNormal();
+    else
+        show();
+    raise();
+    activateWindow();
+    txtConsole_Change();
+}
+
+void frmConsole::Collect(const QString &line) {
+    collected_ += line;
+    collected_ += u'\n';
+    if (isVisible() && !flushTimer_.isActive())
+        flushTimer_.start();
+}
+
+void frmConsole::Flush() {
+    if (collected_.isEmpty() || !isVisible())
+        return;
+    QTextCursor end(txtConsole->document());
+    end.movePosition(QTextCursor::End);
+    end.insertText(std::exchange(collected_, QString()));
+}
+
+void frmConsole::txtConsole_Change() {
+    txtConsole->moveCursor(QTextCursor::End);
+    txtConsole->ensureCursorVisible();
+}
+
+void frmConsole::showEvent(QShowEvent *event) {
+    Flush();
+    QWidget::showEvent(event);
+}
+
+void frmConsole::resizeEvent(QResizeEvent *event) {
+    if (width() > kSmallestInnerSize && height() > kSmallestInnerSize)
+        txtConsole->setGeometry(rect());
+    QWidget::resizeEvent(event);
+}
+
+void frmConsole::closeEvent(QCloseEvent *event) {
+    if (session_.AppExiting) {
+        QWidget::closeEvent(event);
+        return;
+    }
+    event->ignore();
+    hide();
+}
+
+} // namespace varlo

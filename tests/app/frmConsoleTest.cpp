@@ -1,0 +1,159 @@
+#include "app/frmConsole.h"
+
+#include "core/Reporting.h"
+#include "support/TestProfile.h"
+
+#include <QPlainTextEdit>
+#include <gtest/gtest.h>
+
+namespace varlo::test {
+namespace {
+
+class frmConsoleTest : public testing::Test {
+protected:
+    frmConsoleTest() {
+        text_ = console_.findChild<QPlainTextEdit *>(QStringLiteral("txtConsole"));
+        EXPECT_NE(text_, nullptr);
+    }
+    void Say(const char *message) { StatusMessage(profile_.session, QString::fromUtf8(message)); }
+    bool WaitForText(const QString &text) {
+        return QTest::qWaitFor([&] { return text_->toPlainText() == text; }, 5000);
+    }
+    bool CaretAtEnd() const {
+        return text_->textCursor().position() == text_->document()->characterCount() - 1;
+    }
+
+    TestProfile profile_;
+    QString time_ = TimeText(profile_.session);
+    frmConsole console_{profile_.session};
+    QPlainTextEdit *text_ = nullptr;
+};
+
+TEST_F(frmConsoleTest, IsAReadOnlyTranscript) {
+    EXPECT_EQ(console_.objectName(), QStringLiteral("frmConsole"));
+    EXPECT_EQ(console_.windowTitle(), QStringLiteral("Console"));
+    EXPECT_TRUE(text_->isReadOnly());
+    EXPECT_FALSE(console_.isVisible());
+}
+
+TEST_F(frmConsoleTest, ShowsEveryMessageSinceItWasMade) {
+    Say("one");
+    Say("two");
+    console_.ShowAtEnd();
+    EXPECT_EQ(text_->toPlainText(), time_ + QStringLiteral(" | one\n") + time_ + QStringLiteral(" | two\n"));
+}
+
+TEST_F(frmConsoleTest, MessagesAppearWhileItIsVisible) {
+    console_.ShowAtEnd();
+    Say("one");
+    EXPECT_TRUE(WaitForText(time_ + QStringLiteral(" | one\n")));
+    Say("two");
+    EXPECT_TRUE(WaitForText(time_ + QStringLiteral(" | one\n") + time_ + QStringLiteral(" | two\n")));
+}
+
+TEST_F(frmConsoleTest, HiddenWindowPutsNothingInItsTextBox) {
+    QSignalSpy changes(text_, &QPlainTextEdit::textChanged);
+    for (int i = 0; i < 1000; ++i)
+        Say("line");
+    const auto *timer = console_.findChild<QTimer *>(QString(), Qt::FindDirectChildrenOnly);
+    ASSERT_NE(timer, nullptr);
+    EXPECT_FALSE(timer->isActive());
+    EXPECT_EQ(changes.count(), 0);
+    console_.ShowAtEnd();
+    EXPECT_EQ(changes.count(), 1);
+    EXPECT_EQ(text_->document()->blockCount(), 1001);
+}
+
+TEST_F(frmConsoleTest, VisibleWindowGathersTheLinesOfABurst) {
+    console_.ShowAtEnd();
+    QSignalSpy changes(text_, &QPlainTextEdit::textChanged);
+    for (int i = 0; i < 1000; ++i)
+        Say("line");
+    EXPECT_TRUE(QTest::qWaitFor([&] { return text_->document()->blockCount() == 1001; }, 5000));
+    EXPECT_EQ(changes.count(), 1);
+}
+
+TEST_F(frmConsoleTest, CaretStandsAtTheEndAfterEachChange) {
+    for (int i = 0; i < 200; ++i)
+        Say("line");
+    console_.ShowAtEnd();
+    EXPECT_TRUE(CaretAtEnd());
+    text_->moveCursor(QTextCursor::Start);
+    text_->moveCursor(QTextCursor::End, QTextCursor::KeepAnchor);
+    Say("last");
+    EXPECT_TRUE(QTest::qWaitFor([&] { return text_->document()->blockCount() == 202; }, 5000));
+    EXPECT_TRUE(CaretAtEnd());
+    EXPECT_FALSE(text_->textCursor().hasSelection());
+    EXPECT_TRUE(text_->rect().contains(text_->cursorRect().center())) << "the newest line is in view";
+}
+
+TEST_F(frmConsoleTest, ShowingAgainPutsTheCaretAtTheEnd) {
+    for (int i = 0; i < 200; ++i)
+        Say("line");
+    console_.ShowAtEnd();
+    text_->moveCursor(QTextCursor::Start);
+    console_.ShowAtEnd();
+    EXPECT_TRUE(CaretAtEnd());
+}
+
+TEST_F(frmConsoleTest, CloseDuringTheRunHidesAndKeepsTheTranscript) {
+    console_.ShowAtEnd();
+    Say("one");
+    EXPECT_FALSE(console_.close());
+    EXPECT_FALSE(console_.isVisible());
+    Say("two");
+    console_.ShowAtEnd();
+    EXPECT_EQ(text_->toPlainText(), time_ + QStringLiteral(" | one\n") + time_ + QStringLiteral(" | two\n"));
+}
+
+TEST_F(frmConsoleTest, CloseWhileTheProgramEndsIsAccepted) {
+    console_.ShowAtEnd();
+    profile_.session.AppExiting = true;
+    EXPECT_TRUE(console_.close());
+    EXPECT_FALSE(console_.isVisible());
+}
+
+TEST_F(frmConsoleTest, TextBoxFillsTheWindow) {
+    console_.ShowAtEnd();
+    console_.resize(500, 300);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(text_->geometry(), QRect(0, 0, 500, 300));
+}
+
+TEST_F(frmConsoleTest, SmallSizesAreIgnored) {
+    console_.ShowAtEnd();
+    console_.resize(500, 300);
+    QCoreApplication::processEvents();
+    console_.resize(500, 10);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(text_->geometry(), QRect(0, 0, 500, 300));
+    console_.resize(11, 11);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(text_->geometry(), QRect(0, 0, 11, 11));
+}
+
+TEST_F(frmConsoleTest, MarkupIsShownAsItStands) {
+    Say("<b>[x]</b> &amp;");
+    console_.ShowAtEnd();
+    EXPECT_EQ(text_->toPlainText(), time_ + QStringLiteral(" | <b>[x]</b> &amp;\n"));
+}
+
+TEST_F(frmConsoleTest, MessageKeptFromTheLogDoesNotReachTheConsole) {
+    StatusMessage(profile_.session, QStringLiteral("quiet"), true);
+    console_.ShowAtEnd();
+    EXPECT_EQ(text_->toPlainText(), QString());
+}
+
+TEST_F(frmConsoleTest, HoldsHundredsOfThousandsOfLines) {
+    constexpr int kLines = 300'000;
+    const QString line = QStringLiteral("05:06:07 | Sent message to [somebody@list.example]");
+    for (int i = 0; i < kLines; ++i)
+        Q_EMIT profile_.session.Status.ConsoleLine(line);
+    console_.ShowAtEnd();
+    EXPECT_EQ(text_->document()->blockCount(), kLines + 1);
+    EXPECT_EQ(text_->document()->lastBlock().previous().text(), line);
+    EXPECT_TRUE(CaretAtEnd());
+}
+
+} // namespace
+} // namespace varlo::test
