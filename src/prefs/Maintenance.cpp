@@ -1,0 +1,98 @@
+#include "prefs/Maintenance.h"
+
+#include "core/Reporting.h"
+#include "core/modPublic.h"
+
+#include <QDir>
+#include <QUrl>
+
+#include <array>
+
+namespace varlo {
+
+namespace {
+
+struct Function {
+    QString Item;
+    QString Folder;
+    QString Question; // empty: the folder is opened, not emptied
+    QString Closing;
+};
+
+const std::array<Function, 4> &Functions() {
+    static const std::array<Function, 4> functions{{
+        {QStringLiteral("Open log files folder"), QStringLiteral("logs"), {}, {}},
+        {QStringLiteral("Open sent messages folder"), QStringLiteral("sent"), {}, {}},
+        {QStringLiteral("Delete log files"), QStringLiteral("logs"),
+         QStringLiteral("Are you sure you want to delete all log files?"),
+         QStringLiteral("Log files deleted")},
+        {QStringLiteral("Delete sent messages"), QStringLiteral("sent"),
+         QStringLiteral("Are you sure you want to delete all sent messages?"),
+         QStringLiteral("Sent messages deleted")},
+    }};
+    return functions;
+}
+
+void OpenFolder(Session &session, const QString &folder) {
+    if (session.Boxes.OpenUrl(QUrl::fromLocalFile(folder)))
+        return;
+    if (!PathExists(folder))
+        throw RuntimeError(FileNotFound);
+    throw RuntimeError(InvalidProcedureCall,
+                       QStringLiteral("No program opens the folder ") + QDir::toNativeSeparators(folder));
+}
+
+void EmptyFolder(Session &session, const QString &folder, const Function &function) {
+    if (session.Boxes.MsgBox(function.Question, BoxButtons::YesNo, BoxIcon::Question) != BoxAnswer::Yes)
+        return;
+    DeleteAllFiles(folder);
+    session.Boxes.MsgBox(function.Closing, BoxButtons::Ok, BoxIcon::Information);
+}
+
+void Run(Session &session, const Function &function) {
+    const QString folder = session.ProfileFile(function.Folder);
+    try {
+        if (function.Question.isEmpty())
+            OpenFolder(session, folder);
+        else
+            EmptyFolder(session, folder, function);
+    } catch (const RuntimeError &error) {
+        if (error.Number() != FileNotFound) // an empty or missing folder is what the operator asked for
+            throw;
+    }
+}
+
+} // namespace
+
+const QStringList &MaintenanceItems() {
+    static const QStringList items = [] {
+        QStringList texts;
+        for (const Function &function : Functions())
+            texts << function.Item;
+        return texts;
+    }();
+    return items;
+}
+
+void RunMaintenance(Session &session, const QString &item) {
+    Trapped(session, QStringLiteral("Preferences.cmdLogGo"), [&] {
+        for (const Function &function : Functions())
+            if (function.Item == item)
+                Run(session, function);
+    });
+}
+
+void DeleteAllFiles(const QString &folder) {
+    const QDir directory(folder);
+    // "System" brings in the links that lead nowhere.
+    const QStringList names = directory.entryList(QDir::Files | QDir::Hidden | QDir::System);
+    if (names.isEmpty())
+        throw RuntimeError(FileNotFound);
+    for (const QString &name : names) {
+        const QString path = directory.filePath(name);
+        if (!QFile::remove(path) && PathExists(path))
+            throw RuntimeError(PermissionDenied);
+    }
+}
+
+} // namespace varlo
