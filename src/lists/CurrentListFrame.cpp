@@ -96,6 +96,8 @@ void CurrentListFrame::ConnectControls() {
     connect(cmdListFind, &QPushButton::clicked, this, [this] { editing_.Search(); });
     connect(cmdListSort, &QPushButton::clicked, this,
             [this] { Q_EMIT SortMenuWanted(cmdListSort->mapToGlobal(QPoint(0, cmdListSort->height()))); });
+    connect(new QShortcut(QKeySequence::Save, this), &QShortcut::activated, cmdFileSave, &QPushButton::click);
+    connect(new QShortcut(QKeySequence::Find, this), &QShortcut::activated, cmdListFind, &QPushButton::click);
     for (EntryListView *view : {chronological_, alphabetical_}) {
         connect(view, &EntryListView::SelectionTouched, this,
                 [this] { editing_.ReportSelection(lists_.VisibleBox()); });

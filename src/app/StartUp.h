@@ -1,0 +1,27 @@
+// What the start and the end of the main window do to the profile: folders, session markers, settings.
+#pragma once
+
+#include "core/Reporting.h"
+#include "core/Session.h"
+
+#include <QStringList>
+
+namespace varlo {
+
+// The folder that the data tree lies in: the executable's own, where it can be written; for a copy that was
+// installed for all users (below /usr) or lies in a read-only place, the user's data folder, which is
+// created.
+QString FindProgramFolder(const QString &executableFolder);
+
+// Points the settings at the open profile's "prefs.ini" and creates the folders that are missing. Every step
+// runs under `trap`.
+void PrepareProfile(Session &session, ErrorTrap &trap);
+
+// Loads the settings that are held in memory. A setting that cannot be read is reported by `trap` and keeps
+// its default.
+void LoadPreferences(Session &session, ErrorTrap &trap);
+
+// Appends a marker, " SESSION STARTED" or " SESSION ENDED", to each of the three logs.
+void WriteSessionMarkers(Session &session, const QString &words, ErrorTrap &trap);
+
+} // namespace varlo

@@ -1,0 +1,262 @@
+#include "app/frmMain.h"
+
+#include "app/StartUp.h"
+#include "app/frmConsole.h"
+#include "core/PreferenceKeys.h"
+#include "core/Product.h"
+#include "core/StatusLabel.h"
+#include "lists/CurrentListFrame.h"
+#include "lists/ListFile.h"
+#include "lists/ListsMenu.h"
+#include "lists/PendingListFrame.h"
+#include "prefs/frmOptions.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QCloseEvent>
+#include <QLabel>
+#include <QMenuBar>
+#include <QSplitter>
+#include <QStatusBar>
+
+namespace varlo {
+
+frmMain::frmMain(Session &session, QWidget *parent)
+    : QMainWindow(parent), session_(session), lists_(session), editing_(session, lists_),
+      processing_(session, lists_), console_(std::make_unique<frmConsole>(session)) {
+    setObjectName(QStringLiteral("frmMain"));
+    setWindowTitle(Product::kMainCaption);
+    CreateControls();
+    LayOutControls();
+    ConnectControls();
+}
+
+frmMain::~frmMain() = default;
+
+void frmMain::CreateControls() {
+    splitter_ = new QSplitter(this);
+    splitter_->setObjectName(QStringLiteral("splitter"));
+    fraCurrent = new CurrentListFrame(session_, lists_, editing_, splitter_);
+    Frame3 = new PendingListFrame(session_, lists_, editing_, processing_, splitter_);
+    CreateVarloMenu();
+    mnuLists = new ListsMenu(session_, lists_, editing_, this);
+    menuBar()->addMenu(mnuLists);
+    CreateStatusBar();
+}
+
+void frmMain::CreateVarloMenu() {
+    QMenu *mnuMain = menuBar()->addMenu(QStringLiteral("&Varlo"));
+    mnuMain->setObjectName(QStringLiteral("mnuMain"));
+    const auto entry = [&](const char *name, const QString &caption) {
+        QAction *action = mnuMain->addAction(caption);
+        action->setObjectName(QString::fromLatin1(name));
+        return action;
+    };
+    const auto separator = [&](const char *name) {
+        mnuMain->addSeparator()->setObjectName(QString::fromLatin1(name));
+    };
+    mnuCompose = entry("mnuCompose", QStringLiteral("&Compose..."));
+    mnuCompose->setShortcut(QKeySequence::New);
+    separator("mnuMainLine1");
+    mnuMainPreferences = entry("mnuMainPreferences", QStringLiteral("&Preferences..."));
+    mnuMainConsole = entry("mnuMainConsole", QStringLiteral("Co&nsole..."));
+    separator("mnuMainLine2");
+    mnuMainOnTop = entry("mnuMainOnTop", QStringLiteral("Always On &Top"));
+    mnuMainOnTop->setCheckable(true);
+    separator("mnuMainLine3");
+    mnuMainExit = entry("mnuMainExit", QStringLiteral("E&xit"));
+    mnuMainExit->setShortcut(QKeySequence::Quit);
+    mnuMainExit->setMenuRole(QAction::QuitRole);
+}
+
+void frmMain::CreateStatusBar() {
+    statusBar()->setObjectName(QStringLiteral("picStatusbar"));
+    auto *lblCaption = new QLabel(QStringLiteral("Status:"), this);
+    lblCaption->setObjectName(QStringLiteral("lblCaption"));
+    lblStatus = new StatusLabel(QStringLiteral("Idle"), this);
+    lblStatus->setObjectName(QStringLiteral("lblStatus"));
+    lblStatus->setCursor(Qt::PointingHandCursor);
+    lblStatusCurrent = new QLabel(QStringLiteral("0 Current"), this);
+    lblStatusCurrent->setObjectName(QStringLiteral("lblStatusCurrent"));
+    lblStatusPending = new QLabel(QStringLiteral("0 Pending"), this);
+    lblStatusPending->setObjectName(QStringLiteral("lblStatusPending"));
+    statusBar()->addWidget(lblCaption);
+    statusBar()->addWidget(lblStatus, 1);
+    statusBar()->addPermanentWidget(lblStatusCurrent);
+    statusBar()->addPermanentWidget(lblStatusPending);
+}
+
+void frmMain::LayOutControls() {
+    splitter_->addWidget(fraCurrent);
+    splitter_->addWidget(Frame3);
+    splitter_->setChildrenCollapsible(false);
+    splitter_->setContentsMargins(8, 6, 8, 2);
+    splitter_->setStretchFactor(0, 1);
+    splitter_->setStretchFactor(1, 1);
+    setCentralWidget(splitter_);
+    resize(760, 520);
+}
+
+void frmMain::ConnectControls() {
+    connect(mnuMainPreferences, &QAction::triggered, this, &frmMain::mnuMainPreferences_Click);
+    connect(mnuMainConsole, &QAction::triggered, this, &frmMain::mnuMainConsole_Click);
+    connect(mnuMainOnTop, &QAction::triggered, this, &frmMain::mnuMainOnTop_Click);
+    connect(mnuMainExit, &QAction::triggered, this, &frmMain::close);
+    connect(lblStatus, &StatusLabel::Clicked, this, &frmMain::mnuMainConsole_Click);
+    connect(&session_.Status, &StatusFeed::StatusText, lblStatus, &StatusLabel::setText);
+    connect(&lists_, &ListStore::ControlsOutdated, this, &frmMain::UpdateControls);
+    connect(&processing_, &PendingProcessing::RunningChanged, this, &frmMain::SetLocked);
+    connect(mnuLists, &ListsMenu::SortOrderChanged, this, &frmMain::ShowSortOrder);
+    ConnectFrames();
+}
+
+void frmMain::ConnectFrames() {
+    connect(fraCurrent, &CurrentListFrame::SortMenuWanted, mnuLists->SortMenu(),
+            [this](const QPoint &position) { mnuLists->SortMenu()->popup(position); });
+    connect(fraCurrent, &CurrentListFrame::ContextMenuWanted, mnuLists->CurrentMenu(),
+            [this](const QPoint &position) { mnuLists->CurrentMenu()->popup(position); });
+    connect(Frame3, &PendingListFrame::ContextMenuWanted, mnuLists->PendingMenu(),
+            [this](const QPoint &position) { mnuLists->PendingMenu()->popup(position); });
+    connect(Frame3, &PendingListFrame::CaptionWanted, this, [this](const QString &caption) {
+        setWindowTitle(caption.isEmpty() ? Product::kMainCaption : caption);
+    });
+}
+
+void frmMain::Form_Load() {
+    ErrorTrap trap(session_, QStringLiteral("Main.Load"));
+    PrepareProfile(session_, trap);
+    WriteSessionMarkers(session_, QStringLiteral(" SESSION STARTED"), trap);
+    LoadPreferences(session_, trap);
+    lists_.ListSaved = true;
+    LoadMainSettings(trap);
+    trap([&] { fraCurrent->RefreshListNames(); });
+    RestoreLayout();
+    UpdateControls();
+    show();
+    OpenLastList(trap);
+}
+
+void frmMain::LoadMainSettings(ErrorTrap &trap) {
+    trap([&] {
+        if (ReadTruth(session_.INI, Keys::AlwaysOnTop))
+            mnuMainOnTop->trigger();
+    });
+    trap([&] { session_.Prefs.LogStatus = ReadNumber(session_.INI, Keys::LogStatusAtStart); });
+    trap([&] { Frame3->SetBypass(ReadNumber(session_.INI, Keys::BypassPending) == 1); });
+}
+
+void frmMain::OpenLastList(ErrorTrap &trap) {
+    int last = 0;
+    trap([&] { last = ReadNumber(session_.INI, Keys::ListCurrent); });
+    const auto count = fraCurrent->ListNames().size();
+    if (count > 0)
+        fraCurrent->ChooseList(last >= 0 && last < count ? last : 0);
+    trap([&] { session_.Prefs.ListSortBy = ReadNumber(session_.INI, Keys::ListSortBy); });
+    if (count > 0)
+        ShowSortOrder();
+    UpdateControls();
+}
+
+void frmMain::ShowSortOrder() {
+    mnuLists->ShowSortOrder();
+    fraCurrent->ShowSortOrder();
+}
+
+void frmMain::UpdateControls() {
+    const int current = lists_.lstEmailList(kChronological).Count();
+    const int pending = lists_.lstEmailList(kPending).Count();
+    lblStatusCurrent->setText(QString::number(current) + QStringLiteral(" Current"));
+    lblStatusPending->setText(QString::number(pending) + QStringLiteral(" Pending"));
+    const ControlStates states = ComputeControlStates({
+        .HasLists = !fraCurrent->ListNames().isEmpty(),
+        .HasOpenList = !fraCurrent->ChosenName().isEmpty(),
+        .HasTypedAddress = Frame3->HasTypedAddress(),
+        .HasCurrent = current > 0,
+        .HasCurrentSelection = lists_.SelectedCount(lists_.VisibleBox()) > 0,
+        .HasPending = pending > 0,
+        .HasPendingSelection = lists_.SelectedCount(kPending) > 0,
+    });
+    fraCurrent->Apply(states);
+    Frame3->Apply(states);
+    mnuLists->Apply(states);
+}
+
+// While a notification is sent the window is alive, but the lists are not for editing.
+void frmMain::SetLocked(bool locked) {
+    if (locked)
+        focusBeforeLock_ = QApplication::focusWidget();
+    splitter_->setEnabled(!locked);
+    mnuLists->setEnabled(!locked);
+    mnuCompose->setEnabled(!locked);
+    if (!locked && focusBeforeLock_)
+        focusBeforeLock_->setFocus();
+}
+
+void frmMain::mnuMainPreferences_Click() {
+    frmOptions(session_, this).exec();
+}
+
+void frmMain::mnuMainConsole_Click() {
+    console_->ShowAtEnd();
+}
+
+void frmMain::mnuMainOnTop_Click() {
+    const bool wasVisible = isVisible();
+    setWindowFlag(Qt::WindowStaysOnTopHint, mnuMainOnTop->isChecked());
+    if (wasVisible)
+        show(); // a changed flag hides the window
+    WriteValue(session_.INI, Keys::AlwaysOnTop, mnuMainOnTop->isChecked());
+}
+
+// Sizes are kept beside the other settings, in a section that nothing else reads.
+void frmMain::RestoreLayout() {
+    session_.INI.SetSection(QStringLiteral("Window"));
+    const auto stored = [&](const char *key) {
+        return QByteArray::fromBase64(session_.INI.GetValue(QString::fromLatin1(key)).toLatin1());
+    };
+    restoreGeometry(stored("Geometry"));
+    splitter_->restoreState(stored("Splitter"));
+}
+
+void frmMain::StoreLayout() {
+    session_.INI.SetSection(QStringLiteral("Window"));
+    session_.INI.Values(QStringLiteral("Geometry"), QString::fromLatin1(saveGeometry().toBase64()));
+    session_.INI.Values(QStringLiteral("Splitter"), QString::fromLatin1(splitter_->saveState().toBase64()));
+}
+
+bool frmMain::Form_QueryUnload() {
+    if (!lists_.ListSaved) {
+        const QString question = QStringLiteral("The changes to list [") + fraCurrent->ChosenName() +
+                                 QStringLiteral("] have not been saved, save now?");
+        const BoxAnswer answer = session_.Boxes.MsgBox(question, BoxButtons::YesNoCancel, BoxIcon::Question);
+        const bool saved = answer == BoxAnswer::Yes && fraCurrent->Save();
+        if (answer == BoxAnswer::Cancel || (answer == BoxAnswer::Yes && !saved))
+            return false; // a failed save keeps the window, so that the operator is asked again
+    }
+    const QString question =
+        QStringLiteral("There are unprocessed e-mail addresses on the pending list, exit anyway?");
+    return lists_.lstEmailList(kPending).Count() == 0 ||
+           session_.Boxes.MsgBox(question, BoxButtons::YesNo, BoxIcon::Question) == BoxAnswer::Yes;
+}
+
+void frmMain::Form_Unload() {
+    ErrorTrap trap(session_, QStringLiteral("Main.Unload"));
+    session_.AppExiting = true;
+    processing_.Abort();
+    console_->close();
+    WriteSessionMarkers(session_, QStringLiteral(" SESSION ENDED"), trap);
+    WriteValue(session_.INI, Keys::ListCurrent, fraCurrent->ChosenIndex());
+    WriteValue(session_.INI, Keys::ListSortBy, session_.Prefs.ListSortBy);
+    WriteValue(session_.INI, Keys::BypassPending, Frame3->Bypass() ? 1 : 0);
+    StoreLayout();
+}
+
+void frmMain::closeEvent(QCloseEvent *event) {
+    if (session_.AppExiting)
+        return;
+    event->setAccepted(Form_QueryUnload());
+    if (event->isAccepted())
+        Form_Unload();
+}
+
+} // namespace varlo

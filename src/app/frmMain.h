@@ -1,0 +1,83 @@
+// The main window: the frame that joins the two lists, the mail check, the compose window and the menus.
+#pragma once
+
+#include "core/Reporting.h"
+#include "core/Session.h"
+#include "lists/ListEditing.h"
+#include "lists/ListStore.h"
+#include "lists/PendingProcessing.h"
+
+#include <QMainWindow>
+#include <QPointer>
+
+class QLabel;
+class QSplitter;
+
+namespace varlo {
+
+class CurrentListFrame;
+class HelpMenu;
+class ListsMenu;
+class PendingListFrame;
+class StatusLabel;
+class frmConsole;
+
+class frmMain : public QMainWindow {
+    Q_OBJECT
+
+public:
+    explicit frmMain(Session &session, QWidget *parent = nullptr);
+    ~frmMain() override;
+
+    // Prepares the open profile, loads its settings, shows the window and opens the list last used. Each
+    // failing step is reported as "Main.Load" and the load carries on.
+    void Form_Load();
+
+protected:
+    void closeEvent(QCloseEvent *event) override;
+
+private:
+    void CreateControls();
+    void CreateVarloMenu();
+    void CreateStatusBar();
+    void LayOutControls();
+    void ConnectControls();
+    void ConnectFrames();
+
+    void LoadMainSettings(ErrorTrap &trap);
+    void OpenLastList(ErrorTrap &trap);
+    void RestoreLayout();
+    void StoreLayout();
+
+    bool Form_QueryUnload();
+    void Form_Unload();
+    void UpdateControls();
+    void SetLocked(bool locked);
+    void ShowSortOrder();
+
+    void mnuMainPreferences_Click();
+    void mnuMainConsole_Click();
+    void mnuMainOnTop_Click();
+
+    Session &session_;
+    ListStore lists_;
+    ListEditing editing_;
+    PendingProcessing processing_;
+
+    QSplitter *splitter_ = nullptr;
+    CurrentListFrame *fraCurrent = nullptr;
+    PendingListFrame *Frame3 = nullptr;
+    QAction *mnuCompose = nullptr;
+    QAction *mnuMainPreferences = nullptr;
+    QAction *mnuMainConsole = nullptr;
+    QAction *mnuMainOnTop = nullptr;
+    QAction *mnuMainExit = nullptr;
+    ListsMenu *mnuLists = nullptr;
+    StatusLabel *lblStatus = nullptr;
+    QLabel *lblStatusCurrent = nullptr;
+    QLabel *lblStatusPending = nullptr;
+    std::unique_ptr<frmConsole> console_;
+    QPointer<QWidget> focusBeforeLock_;
+};
+
+} // namespace varlo

@@ -1,0 +1,82 @@
+#include "app/StartUp.h"
+
+#include "support/TestProfile.h"
+
+#include <QDir>
+#include <QFile>
+#include <gtest/gtest.h>
+
+namespace varlo::test {
+namespace {
+
+class StartUpTest : public testing::Test {
+protected:
+    TestProfile profile;
+    ErrorTrap trap{profile.session, QStringLiteral("Main.Load")};
+};
+
+TEST_F(StartUpTest, AWritableFolderIsItsOwnProgramFolder) {
+    EXPECT_EQ(FindProgramFolder(profile.Folder.path()), profile.Folder.path());
+}
+
+TEST_F(StartUpTest, AnInstalledCopyKeepsItsDataInTheUsersDataFolder) {
+    qputenv("XDG_DATA_HOME", profile.Folder.path().toUtf8());
+    const QString folder = FindProgramFolder(QStringLiteral("/usr/bin"));
+    qunsetenv("XDG_DATA_HOME");
+    EXPECT_EQ(folder, profile.Folder.filePath(QStringLiteral("Varlo Pro")));
+    EXPECT_TRUE(QDir(folder).exists());
+}
+
+TEST_F(StartUpTest, MissingFoldersOfTheProfileAreCreated) {
+    QDir(profile.session.ProfilePath).removeRecursively();
+    PrepareProfile(profile.session, trap);
+    const QStringList folders =
+        QDir(profile.session.ProfilePath).entryList(QDir::Dirs | QDir::NoDotAndDotDot, QDir::Name);
+    EXPECT_EQ(folders,
+              QStringList({QStringLiteral("lists"), QStringLiteral("logs"), QStringLiteral("sent")}));
+    EXPECT_EQ(profile.session.INI.File(), profile.Path(QStringLiteral("prefs.ini")));
+    EXPECT_TRUE(profile.Boxes.Shown.empty());
+}
+
+TEST_F(StartUpTest, AFolderThatCannotBeMadeIsReportedWhileTheOthersAre) {
+    QDir(profile.session.ProfilesFolder()).removeRecursively();
+    PrepareProfile(profile.session, trap);
+    ASSERT_EQ(profile.Boxes.Shown.size(), 4U); // the profile's folder and the three in it
+    EXPECT_EQ(profile.Boxes.Shown[0].Title, QStringLiteral("varlo-pro Error 76 in Main.Load"));
+}
+
+TEST_F(StartUpTest, AnEmptyProfileRunsWithAllDefaults) {
+    LoadPreferences(profile.session, trap);
+    const Preferences &prefs = profile.session.Prefs;
+    EXPECT_EQ(prefs.Notify, 0);
+    EXPECT_EQ(prefs.SMTPServer, QString());
+    EXPECT_EQ(prefs.SMTPPort, 25);
+    EXPECT_EQ(prefs.SMTPWrap, 72);
+    EXPECT_EQ(prefs.SubSubject, QStringLiteral("Mailing list subscription notification"));
+    EXPECT_EQ(prefs.UnsubBody,
+              QStringLiteral("Your e-mail address has been unsubscribed from our mailing list."));
+}
+
+TEST_F(StartUpTest, ASettingThatIsNoNumberIsReportedAndTheRestIsLoaded) {
+    profile.Write(QStringLiteral("prefs.ini"), "[SMTP]\r\nSMTPServer=mail.test\r\nSMTPPort=many\r\n"
+                                               "SMTPFrom=Ann\r\nSMTPWrap=70000\r\n");
+    LoadPreferences(profile.session, trap);
+    EXPECT_EQ(profile.session.Prefs.SMTPServer, QStringLiteral("mail.test"));
+    EXPECT_EQ(profile.session.Prefs.SMTPPort, 25);
+    EXPECT_EQ(profile.session.Prefs.SMTPFrom, QStringLiteral("Ann"));
+    EXPECT_EQ(profile.session.Prefs.SMTPWrap, 72);
+    ASSERT_EQ(profile.Boxes.Shown.size(), 2U);
+    EXPECT_EQ(profile.Boxes.Shown[0].Title, QStringLiteral("varlo-pro Error 13 in Main.Load"));
+    EXPECT_EQ(profile.Boxes.Shown[1].Title, QStringLiteral("varlo-pro Error 6 in Main.Load"));
+}
+
+TEST_F(StartUpTest, EachLogGetsTwoMarkerLines) {
+    WriteSessionMarkers(profile.session, QStringLiteral(" SESSION STARTED"), trap);
+    const QStringList expected{DateTimeText(profile.session) + QStringLiteral(" SESSION STARTED"),
+                               QString(70, u'-')};
+    for (const char *log : {"ErrorLog.txt", "StatusLog.txt", "PendingLog.txt"})
+        EXPECT_EQ(profile.Log(QString::fromLatin1(log)), expected) << log;
+}
+
+} // namespace
+} // namespace varlo::test
