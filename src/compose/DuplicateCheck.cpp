@@ -1,0 +1,18 @@
+#include "compose/DuplicateCheck.h"
+
+namespace varlo {
+
+bool DuplicateCheck::IsNew(const QString &address) {
+    const qsizetype before = seen_.size();
+    seen_.insert(address.toLower());
+    if (seen_.size() > before)
+        return true;
+    ++count_;
+    return false;
+}
+
+QString DuplicateCheck::StatusText(const QString &address) {
+    return QStringLiteral("Duplicate recipient [") + address + QStringLiteral("] ignored");
+}
+
+} // namespace varlo
