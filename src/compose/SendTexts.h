@@ -1,0 +1,27 @@
+// The texts by which a send tells how far it is and how it went.
+#pragma once
+
+#include <QString>
+
+namespace varlo {
+
+// A mailbox as the SMTP component takes it: the name in double quotes, then the address in angle brackets.
+QString Mailbox(const QString &name, const QString &address);
+
+// How much of `count` recipients is behind when the one at `index` (from 0) has its turn, in percent.
+int PercentComplete(qsizetype index, qsizetype count);
+
+// The window's caption at that moment, `elapsed` whole seconds after the start: the percentage and the
+// estimate of the time that remains.
+QString ProgressCaption(qint64 elapsed, qsizetype index, qsizetype count);
+
+// The text of the box at the end. `seconds` is how long it took; the other three are numbers of recipients.
+QString SummaryText(qint64 seconds, qsizetype sent, qsizetype duplicates, qsizetype failed);
+
+// "Sending stopped after 3/250 messages".
+QString StoppedText(qsizetype done, qsizetype count);
+
+// "SMTP error 550 - no such user", on one line whatever the server sent.
+QString SmtpErrorText(int number, QString description);
+
+} // namespace varlo

@@ -1,0 +1,69 @@
+// One engine on a profile of its own, with the component that is linked and everything it says kept in order.
+#pragma once
+
+#include "compose/SendEngine.h"
+#include "smtp/SMTP.h"
+#include "support/Printers.h"
+#include "support/TestProfile.h"
+
+#include <QTimer>
+#include <gtest/gtest.h>
+
+namespace varlo::test {
+
+class EngineFixture : public testing::Test {
+protected:
+    EngineFixture() {
+        session.Prefs.SMTPServer = QStringLiteral("mail.example.org");
+        session.Prefs.SMTPPort = 2525;
+        session.Prefs.SMTPFrom = QStringLiteral("Ann Editor");
+        session.Prefs.SMTPEmail = QStringLiteral("ann@example.org");
+        message.ToName = QStringLiteral("Mailing List");
+        message.Subject = QStringLiteral("News");
+        message.Text = QStringLiteral("Hello.");
+        message.Recipients = Addresses(3);
+        QObject::connect(engine.get(), &SendEngine::StatusChanged, &keeper,
+                         [this](const QString &text) { statuses << text; });
+        QObject::connect(engine.get(), &SendEngine::CaptionChanged, &keeper,
+                         [this](const QString &text) { captions << text; });
+        QObject::connect(engine.get(), &SendEngine::ProgressChanged, &keeper,
+                         [this](int percent) { progress.push_back(percent); });
+        QObject::connect(engine.get(), &SendEngine::SendingChanged, &keeper,
+                         [this](bool on) { sendings.push_back(on); });
+    }
+
+    // a1@example.org, a2@example.org and so on.
+    static QStringList Addresses(int count) {
+        QStringList addresses;
+        for (int i = 1; i <= count; ++i)
+            addresses << u'a' + QString::number(i) + QStringLiteral("@example.org");
+        return addresses;
+    }
+
+    QTimer *Timer() const { return engine->findChild<QTimer *>(QStringLiteral("tmrTimeRemaining")); }
+    void Tick() const { QMetaObject::invokeMethod(Timer(), "timeout", Qt::DirectConnection); }
+
+    // The errors of the log: number, routine and description.
+    QStringList Errors() const {
+        QStringList errors;
+        for (const QString &line : profile.Log(QStringLiteral("ErrorLog.txt")))
+            errors << line.mid(line.indexOf(QStringLiteral("Error ")) + 6);
+        return errors;
+    }
+
+    TestProfile profile;
+    Session &session = profile.session;
+    OSSMTP::SMTP smtp;
+    QStringList pending;
+    std::unique_ptr<SendEngine> engine =
+        std::make_unique<SendEngine>(session, smtp, [this](const QString &entry) { addPending(entry); });
+    std::function<void(const QString &)> addPending = [this](const QString &entry) { pending << entry; };
+    ComposedMessage message;
+    QObject keeper; // ends the connections before what they write to
+    QStringList statuses;
+    QStringList captions;
+    std::vector<int> progress;
+    std::vector<bool> sendings;
+};
+
+} // namespace varlo::test
