@@ -89,6 +89,7 @@ private:
     MaybeFailure Prepare(const Job &job);
     MaybeFailure Run(Transaction &transaction, const Job &job);
     MaybeFailure WriteMessage(const Job &job);
+    void ForgetAttachments();
 
     Waiter waiter_; // before what waits through it
     Connection connection_;
@@ -104,8 +105,7 @@ MaybeFailure SMTP::Private::Send() {
     sending_ = true;
     const auto done = qScopeGuard([this] {
         sending_ = false;
-        attachments_.clear();
-        keys_.clear();
+        ForgetAttachments();
     });
     waiter_.Begin(Timeout);
     return Deliver();
@@ -197,9 +197,19 @@ void SMTP::Private::AddAttachment(const QString &path, const QString &key) {
     attachments_.push_back(attachment);
 }
 
-// The Send that runs drops the connection itself, once its event loop has ended.
+// The Send that runs drops the connection itself, once its event loop has ended, and empties the collection.
 void SMTP::Private::Abort() {
-    sending_ ? waiter_.Abort() : connection_.Drop();
+    if (sending_) {
+        waiter_.Abort();
+        return;
+    }
+    connection_.Drop();
+    ForgetAttachments();
+}
+
+void SMTP::Private::ForgetAttachments() {
+    attachments_.clear();
+    keys_.clear();
 }
 
 void SMTP::Private::Leave() {

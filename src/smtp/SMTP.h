@@ -53,7 +53,7 @@ public:
     // How long one answer of the server may take; 60,000 ms unless set.
     void SetTimeout(int milliseconds);
     // Makes a running Send return false at once, without an event, and drops the connection. Safe at any
-    // time; the next Send connects anew.
+    // time; the next Send connects anew and has no attachments but those added after the call.
     void Abort();
 
 Q_SIGNALS:
