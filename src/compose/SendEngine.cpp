@@ -44,6 +44,7 @@ public:
 private:
     bool Refuse(const QString &text);
     void Body();
+    void GiveUp();
     void CheckAttachments();
     void Begin();
     void Prepare(const QString &text);
@@ -133,9 +134,16 @@ bool SendEngine::Private::Run() {
         const auto stop = qScopeGuard([this] { StopTimer(); }); // before the box that reports
         Body();
     });
-    if (!passed && started && q)
-        Q_EMIT q->StatusChanged(StoppedText(index, message.Recipients.size()));
+    if (!passed && started)
+        GiveUp();
     return complete;
+}
+
+void SendEngine::Private::GiveUp() {
+    if (smtp)
+        smtp->Abort(); // no attachment of this message may wait in it for the next
+    if (q)
+        Q_EMIT q->StatusChanged(StoppedText(index, message.Recipients.size()));
 }
 
 // What can fail is tried before the first message goes out: a send that cannot go on to its end should not
@@ -247,10 +255,10 @@ void SendEngine::Private::Transmit(const QString &address) {
     for (const QString &path : std::as_const(message.Attachments))
         smtp->AddAttachment(path, path);
     smtp->SetRecipient(Mailbox(message.ToName, address));
-    transmitting = true;
     counted = false;
-    smtp->Send(); // a failure came as an event
-    transmitting = false;
+    transmitting = true;
+    const auto over = qScopeGuard([this] { transmitting = false; });
+    smtp->Send(); // a failure of the recipient's came as an event
 }
 
 void SendEngine::Private::SMTP_ErrorSMTP(int Number, const QString &Description) {

@@ -93,7 +93,9 @@ void SMTP::SetTimeout(int) {
 }
 
 void SMTP::Abort() {
-    ++FakeSmtp::Of(*this).Aborts;
+    FakeSmtp &fake = FakeSmtp::Of(*this);
+    ++fake.Aborts;
+    fake.Current.Attachments.clear();
 }
 
 } // namespace OSSMTP

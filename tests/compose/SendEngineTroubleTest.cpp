@@ -1,0 +1,239 @@
+#include "compose/FakedEngine.h"
+#include "compose/SendEngine.h"
+#include "core/RuntimeError.h"
+
+#include <gtest/gtest.h>
+
+namespace varlo {
+namespace {
+
+using test::FakeSmtp;
+using test::Text;
+
+class SendEngineTroubleTest : public test::FakedEngine {};
+
+// ---- Attachments
+
+TEST_F(SendEngineTroubleTest, EveryMessageGetsEveryAttachment) {
+    profile.Write(Text("a.txt"), "a");
+    profile.Write(Text("b.txt"), "b");
+    message.Attachments = {profile.Path(Text("b.txt")), profile.Path(Text("a.txt"))};
+    EXPECT_TRUE(Send());
+    ASSERT_EQ(fake.Sent.size(), 3U);
+    for (const FakeSmtp::Message &sent : fake.Sent)
+        EXPECT_EQ(sent.Attachments, message.Attachments);
+}
+
+TEST_F(SendEngineTroubleTest, AFileThatWasChosenTwiceGoesAlongOnce) {
+    profile.Write(Text("a.txt"), "a");
+    message.Attachments = {profile.Path(Text("a.txt")), QString(), profile.Path(Text("a.txt"))};
+    EXPECT_TRUE(Send());
+    EXPECT_EQ(fake.Sent.at(2).Attachments, QStringList(profile.Path(Text("a.txt"))));
+}
+
+TEST_F(SendEngineTroubleTest, AVanishedAttachmentStopsTheSendBeforeItBegins) {
+    profile.Write(Text("a.txt"), "a");
+    message.Attachments = {profile.Path(Text("a.txt")), profile.Path(Text("gone.txt"))};
+    EXPECT_FALSE(Send());
+    ExpectNothingSent("53 in Compose.cmdSend - File not found");
+    EXPECT_EQ(statuses,
+              QStringList(Text("Attachment [") + profile.Path(Text("gone.txt")) + Text("] cannot be read")));
+}
+
+TEST_F(SendEngineTroubleTest, AFolderIsNoAttachment) {
+    message.Attachments = {profile.Path(Text("lists"))};
+    EXPECT_FALSE(Send());
+    ExpectNothingSent("70 in Compose.cmdSend - Permission denied");
+}
+
+TEST_F(SendEngineTroubleTest, AnAttachmentThatVanishesInTheMiddleEndsTheSend) {
+    profile.Write(Text("a.txt"), "a");
+    message.Attachments = {profile.Path(Text("a.txt"))};
+    fake.OnAddAttachment = [this](const QString &) {
+        if (fake.Sent.size() == 2)
+            throw RuntimeError(FileNotFound);
+    };
+    EXPECT_FALSE(Send());
+    EXPECT_EQ(fake.Sent.size(), 2U);
+    EXPECT_EQ(Errors(), QStringList(Text("53 in Compose.cmdSend - File not found")));
+    EXPECT_EQ(statuses.last(), Text("Sending stopped after 2/3 messages"));
+    EXPECT_EQ(sendings, (std::vector<bool>{true, false}));
+}
+
+TEST_F(SendEngineTroubleTest, AfterAnAttachmentThatVanishedTheNextSendHasOnlyItsOwn) {
+    profile.Write(Text("a.txt"), "a");
+    profile.Write(Text("b.txt"), "b");
+    message.Attachments = {profile.Path(Text("a.txt")), profile.Path(Text("b.txt"))};
+    fake.OnAddAttachment = [](const QString &path) {
+        if (path.endsWith(Text("b.txt")))
+            throw RuntimeError(FileNotFound);
+    };
+    EXPECT_FALSE(Send());
+    message.Attachments = {profile.Path(Text("a.txt"))};
+    EXPECT_TRUE(Send());
+    EXPECT_EQ(fake.Sent.at(0).Attachments, message.Attachments);
+}
+
+TEST_F(SendEngineTroubleTest, AnAttachmentThatTheComponentCannotReadEndsTheSend) {
+    fake.OnSend = [this]() -> bool {
+        if (fake.Sent.size() == 1)
+            return true;
+        throw RuntimeError(DeviceIoError);
+    };
+    EXPECT_FALSE(Send());
+    EXPECT_EQ(Errors(), QStringList(Text("57 in Compose.cmdSend - Device I/O error")));
+    EXPECT_EQ(pending, QStringList());
+    EXPECT_EQ(statuses.last(), Text("Sending stopped after 1/3 messages"));
+    fake.Fail(550, Text("nobody's"));
+    EXPECT_EQ(pending, QStringList());
+}
+
+// ---- Run-time failures
+
+TEST_F(SendEngineTroubleTest, AVanishedSentFolderStopsTheSendBeforeItBegins) {
+    ASSERT_TRUE(QDir(profile.Path(Text("sent"))).removeRecursively());
+    EXPECT_FALSE(Send());
+    ExpectNothingSent("76 in Compose.cmdSend - Path not found");
+}
+
+TEST_F(SendEngineTroubleTest, ASettingThatIsNoNumberStopsTheSendBeforeItBegins) {
+    profile.Write(Text("prefs.ini"), "[General]\r\nLogEmails=on\r\n");
+    EXPECT_FALSE(Send());
+    ExpectNothingSent("13 in Compose.cmdSend - Type mismatch");
+}
+
+TEST_F(SendEngineTroubleTest, AWrapWidthBelowOneSendsNoEmptyMessages) {
+    session.Prefs.SMTPWrap = 0;
+    EXPECT_FALSE(Send());
+    ExpectNothingSent("5 in Public.WordWrap - Invalid procedure call or argument");
+}
+
+TEST_F(SendEngineTroubleTest, ALogThatCannotBeWrittenEndsTheSendWithOneError) {
+    message.Recipients = Addresses(5);
+    fake.OnSend = [this] {
+        if (fake.Sent.size() == 2)
+            SpoilLog(Text("StatusLog.txt"));
+        return true;
+    };
+    EXPECT_FALSE(Send());
+    EXPECT_EQ(fake.Recipients(), (QStringList{Text("\"Mailing List\" <a1@example.org>"),
+                                              Text("\"Mailing List\" <a2@example.org>")}));
+    EXPECT_EQ(Errors(), QStringList(Text("70 in Compose.cmdSend - Permission denied")));
+    EXPECT_EQ(profile.Boxes.Shown.size(), 1U);
+    EXPECT_EQ(statuses.last(), Text("Sending stopped after 2/5 messages"));
+    EXPECT_EQ(sendings, (std::vector<bool>{true, false}));
+    EXPECT_FALSE(Timer()->isActive());
+}
+
+TEST_F(SendEngineTroubleTest, AFailureIsCountedThoughItCannotBeLogged) {
+    fake.OnSend = [this] {
+        SpoilLog(Text("StatusLog.txt"));
+        return fake.Fail(550, Text("no"));
+    };
+    EXPECT_FALSE(Send());
+    EXPECT_EQ(fake.Sent.size(), 1U);
+    EXPECT_EQ(pending, QStringList(Text("-a1@example.org")));
+    EXPECT_EQ(Errors(), QStringList(Text("70 in Compose.cmdSend - Permission denied")));
+    EXPECT_EQ(statuses.last(), Text("Sending stopped after 1/3 messages"));
+}
+
+TEST_F(SendEngineTroubleTest, APendingListThatIsFullEndsTheSend) {
+    addPending = [](const QString &) { throw RuntimeError(Overflow); };
+    fake.OnSend = [this] { return fake.Sent.size() < 2 || fake.Fail(550, Text("no")); };
+    EXPECT_FALSE(Send());
+    EXPECT_EQ(Errors(), QStringList(Text("6 in Compose.cmdSend - Overflow")));
+    EXPECT_EQ(statuses.last(), Text("Sending stopped after 2/3 messages"));
+}
+
+TEST_F(SendEngineTroubleTest, AFailureAtTheEndTellsThatAllWereSent) {
+    fake.OnSend = [this] {
+        if (fake.Sent.size() == 3)
+            SpoilLog(Text("StatusLog.txt"));
+        return true;
+    };
+    EXPECT_FALSE(Send());
+    EXPECT_EQ(statuses.last(), Text("Sending stopped after 3/3 messages"));
+}
+
+TEST_F(SendEngineTroubleTest, AfterAFailedSendAnotherCanBegin) {
+    session.Prefs.SMTPWrap = -1;
+    EXPECT_FALSE(Send());
+    session.Prefs.SMTPWrap = 72;
+    EXPECT_TRUE(Send());
+    EXPECT_EQ(fake.Sent.size(), 3U);
+}
+
+// ---- Cancelling
+
+TEST_F(SendEngineTroubleTest, ACancelledSendStopsBeforeTheNextRecipientWithoutASummary) {
+    fake.OnSend = [this] {
+        engine->Cancel();
+        return fake.Fail(550, Text("too late to count"));
+    };
+    EXPECT_FALSE(Send());
+    EXPECT_EQ(fake.Sent.size(), 1U);
+    EXPECT_EQ(fake.Aborts, 1);
+    EXPECT_EQ(pending, QStringList());
+    EXPECT_EQ(statuses,
+              (QStringList{Text("Sending message 1/3"), Text("SMTP error 550 - too late to count")}));
+    EXPECT_EQ(profile.Boxes.Texts(), QStringList());
+    EXPECT_EQ(sendings, (std::vector<bool>{true, false}));
+    EXPECT_FALSE(Timer()->isActive());
+}
+
+TEST_F(SendEngineTroubleTest, ACancelFromAnEventComesBeforeTheMessageThatIsNext) {
+    QTimer::singleShot(0, &keeper, [this] { engine->Cancel(); });
+    EXPECT_FALSE(Send());
+    EXPECT_EQ(fake.Sent.size(), 0U);
+    EXPECT_EQ(statuses, QStringList(Text("Sending message 1/3")));
+}
+
+TEST_F(SendEngineTroubleTest, EventsRunInTheTurnOfADuplicateToo) {
+    message.Recipients = QStringList(1000, Text("a@b.org"));
+    fake.OnSend = [this] {
+        QTimer::singleShot(0, &keeper, [this] { engine->Cancel(); });
+        return true;
+    };
+    EXPECT_FALSE(Send());
+    EXPECT_EQ(statuses,
+              (QStringList{Text("Sending message 1/1000"), Text("Duplicate recipient [a@b.org] ignored")}));
+}
+
+TEST_F(SendEngineTroubleTest, ACancelBeforeASendDoesNotStopIt) {
+    engine->Cancel();
+    EXPECT_EQ(fake.Aborts, 0);
+    EXPECT_TRUE(Send());
+    EXPECT_EQ(fake.Sent.size(), 3U);
+}
+
+TEST_F(SendEngineTroubleTest, ACancelUnderTheSummaryChangesNothing) {
+    profile.Boxes.OnBox = [this](const QString &) { engine->Cancel(); };
+    EXPECT_TRUE(Send());
+}
+
+TEST_F(SendEngineTroubleTest, AnEngineDestroyedInTheMiddleEndsItsSend) {
+    fake.OnSend = [this] {
+        engine.reset();
+        return true;
+    };
+    EXPECT_FALSE(Send());
+    EXPECT_EQ(fake.Sent.size(), 1U);
+    EXPECT_EQ(fake.Aborts, 1);
+    EXPECT_EQ(statuses, QStringList(Text("Sending message 1/3")));
+    EXPECT_EQ(sendings, std::vector<bool>{true});
+    EXPECT_EQ(profile.Boxes.Texts(), QStringList());
+}
+
+TEST_F(SendEngineTroubleTest, AnEngineDestroyedByItsOwnStatusEndsItsSend) {
+    QObject::connect(engine.get(), &SendEngine::StatusChanged, &keeper, [this] { engine.reset(); });
+    EXPECT_FALSE(Send());
+    EXPECT_EQ(fake.Sent.size(), 0U);
+}
+
+TEST_F(SendEngineTroubleTest, AnEngineDestroyedUnderTheSummaryHasSent) {
+    profile.Boxes.OnBox = [this](const QString &) { engine.reset(); };
+    EXPECT_TRUE(Send());
+}
+
+} // namespace
+} // namespace varlo
