@@ -77,8 +77,8 @@ TEST_F(DraftTest, FromAnEditorThatEndsLinesWithLineFeedsIsRead) {
     EXPECT_EQ(Opened("News\none\n\ntwo\n"), (Draft{"News", "one\r\n\r\ntwo"}));
 }
 
-TEST_F(DraftTest, ALoneLineFeedInsideALineIsKept) {
-    EXPECT_EQ(Opened("News\r\none\ntwo\r\n"), (Draft{"News", "one\ntwo"}));
+TEST_F(DraftTest, ALoneLineFeedEndsALineToo) {
+    EXPECT_EQ(Opened("News\r\none\ntwo\r\n"), (Draft{"News", "one\r\ntwo"}));
 }
 
 TEST_F(DraftTest, IsNothingWhenThereIsNoFile) {
