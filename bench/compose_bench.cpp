@@ -1,0 +1,236 @@
+// Operations of the compose room, each beside the least that such an operation can cost.
+//
+//   WrapProse         1 MB of prose, 72 columns      | ScanText      looks at every character of it once
+//   WrapLongWord      1 MB without a blank
+//   WrapBlanks        1 MB of blanks
+//   WrapEmptyLines    1 MB of CR LF
+//   FindDuplicates    1,000,000 addresses            | FillSet       puts as many into a QSet
+//   FindMixedCase     the same in mixed letter case  | FillLowered   lowers them and puts them into a QSet
+//   LoadRecipients    1,000,000 addresses, 40 lists  | ReadFiles     reads the bytes of the 40 files
+//   SendToAll/0       10,000 recipients, a component that sends nothing, no status log
+//   SendToAll/1       the same with the status log    | AppendLines   appends 10,000 lines to a file
+
+#include "compose/DuplicateCheck.h"
+#include "compose/Recipients.h"
+#include "compose/SendEngine.h"
+#include "core/TextFile.h"
+#include "core/WordWrap.h"
+#include "smtp/SMTP.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QSet>
+#include <QTemporaryDir>
+#include <benchmark/benchmark.h>
+
+namespace varlo {
+namespace {
+
+constexpr int kMegabyte = 1 << 20;
+constexpr int kAddresses = 1'000'000;
+constexpr int kLists = 40;
+constexpr int kRecipients = 10'000;
+
+class SilentDialogs : public Dialogs {
+public:
+    BoxAnswer MsgBox(const QString &, BoxButtons, BoxIcon, const QString &) override { return BoxAnswer::Ok; }
+    QString InputBox(const QString &, const QString &, const QString &) override { return {}; }
+    QString OpenFileBox(const QString &, const QString &, const QString &) override { return {}; }
+    QString SaveFileBox(const QString &, const QString &, const QString &) override { return {}; }
+    QString FolderBox(const QString &, const QString &) override { return {}; }
+    bool OpenUrl(const QUrl &) override { return false; }
+    void SetHourglass(bool) override {}
+};
+
+// A profile in a folder of its own.
+struct Bench {
+    Bench() : Shared(Folder.path(), Boxes) {
+        Shared.ProfilePath = QDir(Shared.ProfilesFolder()).filePath(QStringLiteral("Bench"));
+        for (const char *folder : {"lists", "sent", "logs"})
+            QDir().mkpath(Shared.ProfileFile(QString::fromLatin1(folder)));
+        Shared.INI.SetFile(Shared.ProfileFile(QStringLiteral("prefs.ini")));
+    }
+
+    QTemporaryDir Folder;
+    SilentDialogs Boxes;
+    Session Shared;
+};
+
+QStringList Addresses(int count, const char *name) {
+    QStringList addresses;
+    addresses.reserve(count);
+    for (int i = 0; i < count; ++i)
+        addresses << QString::fromLatin1(name) + QString::number(i) + QStringLiteral("@example.org");
+    return addresses;
+}
+
+QString Prose() {
+    const QString sentence =
+        QStringLiteral("The quick brown fox jumps over the lazy dog and the dog does not mind. ");
+    return (sentence.repeated(6) + QStringLiteral("\r\n\r\n")).repeated(kMegabyte / 425).left(kMegabyte);
+}
+
+// ---- Word wrap
+
+void Wrap(benchmark::State &state, const QString &text) {
+    for (auto _ : state)
+        benchmark::DoNotOptimize(WrapAtBlanks(text, 72));
+    state.SetBytesProcessed(state.iterations() * text.size());
+}
+
+void WrapProse(benchmark::State &state) {
+    Wrap(state, Prose());
+}
+
+void WrapLongWord(benchmark::State &state) {
+    Wrap(state, QString(kMegabyte, u'x'));
+}
+
+void WrapBlanks(benchmark::State &state) {
+    Wrap(state, QString(kMegabyte, u' '));
+}
+
+void WrapEmptyLines(benchmark::State &state) {
+    Wrap(state, QStringLiteral("\r\n").repeated(kMegabyte / 2));
+}
+
+void ScanText(benchmark::State &state) {
+    const QString text = Prose();
+    for (auto _ : state) {
+        qsizetype found = 0;
+        for (QChar c : text) {
+            found += c == u' ' || c == u'\r' ? 1 : 0;
+            benchmark::DoNotOptimize(found);
+        }
+    }
+    state.SetBytesProcessed(state.iterations() * text.size());
+}
+
+// ---- Duplicates
+
+void Find(benchmark::State &state, const char *name) {
+    const QStringList addresses = Addresses(kAddresses, name);
+    for (auto _ : state) {
+        DuplicateCheck check;
+        check.Reserve(addresses.size());
+        for (const QString &address : addresses)
+            benchmark::DoNotOptimize(check.IsNew(address));
+    }
+    state.SetItemsProcessed(state.iterations() * kAddresses);
+}
+
+template<typename Form> void Fill(benchmark::State &state, const char *name, Form form) {
+    const QStringList addresses = Addresses(kAddresses, name);
+    for (auto _ : state) {
+        QSet<QString> set;
+        set.reserve(addresses.size());
+        for (const QString &address : addresses)
+            set.insert(form(address));
+        benchmark::DoNotOptimize(set.size());
+    }
+    state.SetItemsProcessed(state.iterations() * kAddresses);
+}
+
+void FindDuplicates(benchmark::State &state) {
+    Find(state, "subscriber");
+}
+
+void FillSet(benchmark::State &state) {
+    Fill(state, "subscriber", [](const QString &address) { return address; });
+}
+
+void FindMixedCase(benchmark::State &state) {
+    Find(state, "Subscriber");
+}
+
+void FillLowered(benchmark::State &state) {
+    Fill(state, "Subscriber", [](const QString &address) { return address.toLower(); });
+}
+
+// ---- Recipients
+
+QStringList WriteLists(const Session &session) {
+    const QStringList addresses = Addresses(kAddresses, "subscriber");
+    QStringList names;
+    for (int list = 0; list < kLists; ++list) {
+        names << QStringLiteral("list") + QString::number(list);
+        const auto part = addresses.mid(list * (kAddresses / kLists), kAddresses / kLists);
+        WriteFile(session.ProfileFile(QStringLiteral("lists"), names.last() + QStringLiteral(".vlo")),
+                  EncodeText(part.join(QStringLiteral("\r\n")) + QStringLiteral("\r\n")));
+    }
+    return names;
+}
+
+void LoadRecipients(benchmark::State &state) {
+    Bench bench;
+    RecipientChoice choice;
+    choice.ListNames = WriteLists(bench.Shared);
+    choice.Index = kLists + 1;
+    for (auto _ : state) {
+        Recipients recipients(bench.Shared);
+        recipients.Choose(choice);
+        if (recipients.Addresses().size() != kAddresses)
+            state.SkipWithError("addresses are missing");
+    }
+    state.SetItemsProcessed(state.iterations() * kAddresses);
+}
+
+void ReadFiles(benchmark::State &state) {
+    Bench bench;
+    const QStringList names = WriteLists(bench.Shared);
+    for (auto _ : state)
+        for (const QString &name : names)
+            benchmark::DoNotOptimize(
+                ReadFile(bench.Shared.ProfileFile(QStringLiteral("lists"), name + QStringLiteral(".vlo"))));
+    state.SetItemsProcessed(state.iterations() * kAddresses);
+}
+
+// ---- The engine
+
+void SendToAll(benchmark::State &state) {
+    Bench bench;
+    bench.Shared.Prefs.LogStatus = static_cast<int>(state.range(0));
+    OSSMTP::SMTP smtp;
+    SendEngine engine(bench.Shared, smtp, [](const QString &) {});
+    ComposedMessage message;
+    message.Subject = QStringLiteral("News");
+    message.Text = QStringLiteral("Hello.");
+    message.Recipients = Addresses(kRecipients, "subscriber");
+    for (auto _ : state)
+        if (!engine.Send(message))
+            state.SkipWithError("the send failed");
+    state.SetItemsProcessed(state.iterations() * kRecipients);
+}
+
+void AppendLines(benchmark::State &state) {
+    Bench bench;
+    const QString path = bench.Shared.ProfileFile(QStringLiteral("logs"), QStringLiteral("StatusLog.txt"));
+    for (auto _ : state)
+        for (int i = 0; i < kRecipients; ++i)
+            AppendLine(path, QStringLiteral("05:06:07 | Sending message 1234/10000"));
+    state.SetItemsProcessed(state.iterations() * kRecipients);
+}
+
+BENCHMARK(WrapProse)->Unit(benchmark::kMicrosecond);
+BENCHMARK(WrapLongWord)->Unit(benchmark::kMicrosecond);
+BENCHMARK(WrapBlanks)->Unit(benchmark::kMicrosecond);
+BENCHMARK(WrapEmptyLines)->Unit(benchmark::kMicrosecond);
+BENCHMARK(ScanText)->Unit(benchmark::kMicrosecond);
+BENCHMARK(FindDuplicates)->Unit(benchmark::kMillisecond);
+BENCHMARK(FillSet)->Unit(benchmark::kMillisecond);
+BENCHMARK(FindMixedCase)->Unit(benchmark::kMillisecond);
+BENCHMARK(FillLowered)->Unit(benchmark::kMillisecond);
+BENCHMARK(LoadRecipients)->Unit(benchmark::kMillisecond);
+BENCHMARK(ReadFiles)->Unit(benchmark::kMillisecond);
+BENCHMARK(SendToAll)->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond);
+BENCHMARK(AppendLines)->Unit(benchmark::kMillisecond);
+
+} // namespace
+} // namespace varlo
+
+int main(int argc, char **argv) {
+    QCoreApplication application(argc, argv);
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    return 0;
+}
