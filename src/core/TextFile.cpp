@@ -118,6 +118,8 @@ void RenamePath(const QString &from, const QString &to) {
     const QFileInfo target(to);
     if (!source.exists())
         throw RuntimeError(FileNotFound);
+    if (from == to)
+        return;
     // On a file system that ignores letter case, a change of case finds "the other" file, which is the same
     // one.
     if (target.exists() && source.canonicalFilePath() != target.canonicalFilePath())
