@@ -79,7 +79,11 @@ void WriteFile(const QString &path, const QByteArray &bytes, FileAccess access) 
         throw QFileInfo(path).dir().exists() ? RuntimeError(PermissionDenied) : RuntimeError(PathNotFound);
     if (isNew && access == FileAccess::OwnerOnly)
         file.setPermissions(QFileDevice::ReadOwner | QFileDevice::WriteOwner);
-    if (file.write(bytes) != bytes.size() || !file.commit())
+    // Flushed by hand: a commit does not notice that its own flush failed, and would put a file cut short in
+    // the place of the old one.
+    if (file.write(bytes) != bytes.size() || !file.flush())
+        throw file.error() == QFileDevice::NoError ? RuntimeError(DiskFull) : FileError(file);
+    if (!file.commit())
         throw FileError(file);
 }
 

@@ -1,6 +1,7 @@
 #include "app/SingleInstance.h"
 
 #include "support/ScriptedDialogs.h"
+#include "support/WithoutRootRights.h"
 
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
@@ -49,21 +50,6 @@ public:
 private:
     pid_t pid_ = -1;
     int letGo_ = -1;
-};
-
-// The rights of an ordinary user: root may write anywhere.
-class WithoutRootRights {
-public:
-    WithoutRootRights() {
-        if (geteuid() == 0) {
-            EXPECT_EQ(seteuid(65534), 0);
-        }
-    }
-    ~WithoutRootRights() {
-        if (getuid() == 0) {
-            EXPECT_EQ(seteuid(0), 0);
-        }
-    }
 };
 
 TEST(SingleInstance, FirstCopyHoldsALockInItsFolder) {

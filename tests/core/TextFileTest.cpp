@@ -1,0 +1,296 @@
+#include "core/TextFile.h"
+
+#include "core/RuntimeError.h"
+#include "support/FullDisk.h"
+#include "support/WithoutRootRights.h"
+
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+
+#include <csignal>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace varlo::test {
+namespace {
+
+// The number of the error that the statement throws; 0 when it does not.
+template<typename Statement> int ErrorOf(Statement statement) {
+    try {
+        statement();
+        return 0;
+    } catch (const RuntimeError &error) {
+        return error.Number();
+    }
+}
+
+const QFileDevice::Permissions kForEverybody(0x7777);
+
+class TextFileTest : public testing::Test {
+protected:
+    QString Path(const char *name) const { return folder_.filePath(QString::fromLatin1(name)); }
+    void Make(const char *name, const QByteArray &bytes) const {
+        QFile file(Path(name));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        ASSERT_EQ(file.write(bytes), bytes.size());
+    }
+    QStringList Entries() const {
+        return QDir(folder_.path())
+            .entryList(QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden, QDir::Name);
+    }
+
+    QTemporaryDir folder_;
+};
+
+TEST(DecodeText, ReadsUtf8) {
+    EXPECT_EQ(DecodeText("caf\xC3\xA9 \xE2\x82\xAC \xF0\x9F\x93\xA7"),
+              QStringLiteral("caf\u00E9 \u20AC \U0001F4E7"));
+    EXPECT_EQ(DecodeText(QByteArray()), QString());
+}
+
+TEST(DecodeText, DropsAByteOrderMarkAtTheStartOnly) {
+    EXPECT_EQ(DecodeText("\xEF\xBB\xBFx"), QStringLiteral("x"));
+    EXPECT_EQ(DecodeText("x\xEF\xBB\xBF"), QStringLiteral("x\uFEFF"));
+}
+
+TEST(DecodeText, ReadsWhatIsNotUtf8AsWindows1252) {
+    EXPECT_EQ(DecodeText("caf\xE9 \x80\x93"), QStringLiteral("caf\u00E9 \u20AC\u201C"));
+}
+
+TEST(DecodeText, OneWrongByteMakesTheWholeTextWindows1252) {
+    EXPECT_EQ(DecodeText("\xC3\xA9 \xE9"), QStringLiteral("\u00C3\u00A9 \u00E9"));
+}
+
+TEST(DecodeText, CutOffOrForbiddenSequencesAreNotUtf8) {
+    EXPECT_EQ(DecodeText("a\xC3"), QStringLiteral("a\u00C3"));
+    EXPECT_EQ(DecodeText("a\xE2\x82"), QStringLiteral("a\u00E2\u201A"));
+    EXPECT_EQ(DecodeText("\xC0\xAF"), QStringLiteral("\u00C0\u00AF"));           // a slash in two bytes
+    EXPECT_EQ(DecodeText("\xED\xA0\x80"), QStringLiteral("\u00ED\u00A0\u20AC")); // half of a pair
+}
+
+TEST(DecodeText, EveryByteOfWindows1252IsKeptApart) {
+    QByteArray all;
+    for (int byte = 0x80; byte <= 0xFF; ++byte)
+        all.append(static_cast<char>(byte));
+    const QString text = DecodeText(all);
+    ASSERT_EQ(text.size(), all.size());
+    EXPECT_EQ(QSet<QChar>(text.begin(), text.end()).size(), all.size());
+    for (const int unassigned : {0x81, 0x8D, 0x8F, 0x90, 0x9D})
+        EXPECT_EQ(text[unassigned - 0x80].unicode(), unassigned);
+}
+
+TEST(EncodeText, WritesUtf8WithoutAMark) {
+    EXPECT_EQ(EncodeText(QStringLiteral("caf\u00E9 \U0001F4E7")), QByteArray("caf\xC3\xA9 \xF0\x9F\x93\xA7"));
+}
+
+TEST(SplitLines, LastLineCountsWithOrWithoutItsEnd) {
+    const QStringList both{QStringLiteral("a"), QStringLiteral("b")};
+    EXPECT_EQ(SplitLines(QStringLiteral("a\r\nb\r\n")), both);
+    EXPECT_EQ(SplitLines(QStringLiteral("a\r\nb")), both);
+}
+
+TEST(SplitLines, EmptyTextHasNoLinesAndAnEmptyLineIsALine) {
+    EXPECT_EQ(SplitLines(QString()), QStringList());
+    EXPECT_EQ(SplitLines(QStringLiteral("\r\n")), QStringList{QString()});
+    EXPECT_EQ(SplitLines(QStringLiteral("\r\n\r\na")),
+              (QStringList{QString(), QString(), QStringLiteral("a")}));
+}
+
+TEST(SplitLines, LoneLineFeedEndsALineAndALoneCarriageReturnDoesNot) {
+    EXPECT_EQ(SplitLines(QStringLiteral("a\nb\rc\r\nd")),
+              (QStringList{QStringLiteral("a"), QStringLiteral("b\rc"), QStringLiteral("d")}));
+    EXPECT_EQ(SplitLines(QStringLiteral("a\r\r\n")), QStringList{QStringLiteral("a\r")});
+}
+
+TEST_F(TextFileTest, ReadsAllBytes) {
+    const QByteArray bytes("a\0b\r\n\xFF", 6);
+    Make("file", bytes);
+    EXPECT_EQ(ReadFile(Path("file")), bytes);
+}
+
+TEST_F(TextFileTest, ReadFailuresAreToldApart) {
+    ASSERT_TRUE(QDir(folder_.path()).mkdir(QStringLiteral("folder")));
+    EXPECT_EQ(ErrorOf([&] { ReadFile(Path("none")); }), FileNotFound);
+    EXPECT_EQ(ErrorOf([&] { ReadFile(Path("none/file")); }), PathNotFound);
+    EXPECT_EQ(ErrorOf([&] { ReadFile(Path("folder")); }), PermissionDenied);
+    EXPECT_EQ(ErrorOf([&] { ReadFile(QStringLiteral("/proc/self/mem")); }), DeviceIoError);
+    Make("secret", "x");
+    ASSERT_TRUE(QFile::setPermissions(Path("secret"), QFileDevice::WriteOwner));
+    ASSERT_TRUE(QFile::setPermissions(folder_.path(), kForEverybody));
+    const WithoutRootRights asUser;
+    EXPECT_EQ(ErrorOf([&] { ReadFile(Path("secret")); }), PermissionDenied);
+}
+
+TEST_F(TextFileTest, WriteMakesAndReplacesAFile) {
+    WriteFile(Path("file"), "one");
+    EXPECT_EQ(ReadFile(Path("file")), QByteArray("one"));
+    WriteFile(Path("file"), "2");
+    EXPECT_EQ(ReadFile(Path("file")), QByteArray("2"));
+    WriteFile(Path("file"), QByteArray());
+    EXPECT_EQ(ReadFile(Path("file")), QByteArray());
+    EXPECT_EQ(Entries(), QStringList{QStringLiteral("file")});
+}
+
+TEST_F(TextFileTest, WriteThatFailsAtEveryByteLeavesTheOldFile) {
+    WriteFile(Path("file"), "the old file");
+    const QByteArray bytes(300, 'n');
+    for (rlim_t room = 0; room < 300; ++room) {
+        int error = 0;
+        {
+            const FullDisk disk(room);
+            error = ErrorOf([&] { WriteFile(Path("file"), bytes); });
+        }
+        ASSERT_EQ(error, DiskFull) << "with room for " << room << " bytes";
+        ASSERT_EQ(ReadFile(Path("file")), QByteArray("the old file")) << "with room for " << room << " bytes";
+    }
+    EXPECT_EQ(Entries(), QStringList{QStringLiteral("file")}) << "nothing half-written is left";
+    {
+        const FullDisk disk(300);
+        WriteFile(Path("file"), bytes);
+    }
+    EXPECT_EQ(ReadFile(Path("file")), bytes);
+}
+
+TEST_F(TextFileTest, LargeWriteThatFailsLeavesTheOldFile) {
+    WriteFile(Path("file"), "the old file");
+    const QByteArray bytes(1'000'000, 'n'); // past every buffer: the write itself fails, not the closing
+    for (const rlim_t room : {0U, 1U, 16'384U, 999'999U}) {
+        int error = 0;
+        {
+            const FullDisk disk(room);
+            error = ErrorOf([&] { WriteFile(Path("file"), bytes); });
+        }
+        EXPECT_EQ(error, DiskFull) << "with room for " << room << " bytes";
+        EXPECT_EQ(ReadFile(Path("file")), QByteArray("the old file"));
+    }
+    EXPECT_EQ(Entries(), QStringList{QStringLiteral("file")});
+}
+
+TEST_F(TextFileTest, KilledWriterLeavesOneOfTheTwoFiles) {
+    const QByteArray one(200'000, '1');
+    const QByteArray two(200'000, '2');
+    WriteFile(Path("file"), one);
+    for (int round = 0; round < 10; ++round) {
+        const pid_t writer = fork();
+        if (writer == 0) {
+            while (true) {
+                WriteFile(Path("file"), two);
+                WriteFile(Path("file"), one);
+            }
+        }
+        ASSERT_GT(writer, 0);
+        for (int reads = 0; reads < 20 * round; ++reads) { // reads, too, see whole files only
+            const QByteArray seen = ReadFile(Path("file"));
+            ASSERT_TRUE(seen == one || seen == two);
+        }
+        ASSERT_EQ(kill(writer, SIGKILL), 0);
+        ASSERT_EQ(waitpid(writer, nullptr, 0), writer);
+        const QByteArray left = ReadFile(Path("file"));
+        ASSERT_TRUE(left == one || left == two);
+    }
+}
+
+TEST_F(TextFileTest, WriteFailuresAreToldApart) {
+    ASSERT_TRUE(QDir(folder_.path()).mkdir(QStringLiteral("folder")));
+    EXPECT_EQ(ErrorOf([&] { WriteFile(Path("none/file"), "x"); }), PathNotFound);
+    EXPECT_EQ(ErrorOf([&] { WriteFile(Path("folder"), "x"); }), PermissionDenied);
+    EXPECT_EQ(Entries(), QStringList{QStringLiteral("folder")});
+}
+
+TEST_F(TextFileTest, FolderThatCannotBeWrittenRefusesAFile) {
+    Make("file", "old");
+    ASSERT_TRUE(QFile::setPermissions(Path("file"), kForEverybody));
+    ASSERT_TRUE(QFile::setPermissions(folder_.path(), QFileDevice::ReadOwner | QFileDevice::ExeOwner |
+                                                          QFileDevice::ReadOther | QFileDevice::ExeOther));
+    {
+        const WithoutRootRights asUser;
+        EXPECT_EQ(ErrorOf([&] { WriteFile(Path("file"), "x"); }), PermissionDenied);
+        EXPECT_EQ(ErrorOf([&] { WriteFile(Path("new"), "x"); }), PermissionDenied);
+        EXPECT_EQ(ErrorOf([&] { AppendLine(Path("new"), QStringLiteral("x")); }), PermissionDenied);
+        EXPECT_EQ(ErrorOf([&] { DeleteFile(Path("file")); }), PermissionDenied);
+        EXPECT_EQ(ErrorOf([&] { RenamePath(Path("file"), Path("new")); }), PermissionDenied);
+    }
+    EXPECT_EQ(ReadFile(Path("file")), QByteArray("old"));
+    ASSERT_TRUE(QFile::setPermissions(folder_.path(), kForEverybody));
+    EXPECT_EQ(Entries(), QStringList{QStringLiteral("file")});
+}
+
+TEST_F(TextFileTest, ReadOnlyFileIsNotReplaced) {
+    Make("file", "old");
+    ASSERT_TRUE(QFile::setPermissions(Path("file"), QFileDevice::ReadOwner | QFileDevice::ReadOther));
+    ASSERT_TRUE(QFile::setPermissions(folder_.path(), kForEverybody));
+    {
+        const WithoutRootRights asUser;
+        EXPECT_EQ(ErrorOf([&] { WriteFile(Path("file"), "x"); }), PermissionDenied);
+        EXPECT_EQ(ErrorOf([&] { AppendLine(Path("file"), QStringLiteral("x")); }), PermissionDenied);
+    }
+    EXPECT_EQ(ReadFile(Path("file")), QByteArray("old"));
+}
+
+TEST_F(TextFileTest, OwnerOnlyHoldsForNewFiles) {
+    WriteFile(Path("secret"), "x", FileAccess::OwnerOnly);
+    EXPECT_FALSE(QFile::permissions(Path("secret")).testFlag(QFileDevice::ReadGroup));
+    EXPECT_FALSE(QFile::permissions(Path("secret")).testFlag(QFileDevice::ReadOther));
+    Make("shared", "x");
+    ASSERT_TRUE(QFile::setPermissions(Path("shared"), QFileDevice::ReadOwner | QFileDevice::WriteOwner |
+                                                          QFileDevice::ReadOther));
+    WriteFile(Path("shared"), "y", FileAccess::OwnerOnly);
+    EXPECT_TRUE(QFile::permissions(Path("shared")).testFlag(QFileDevice::ReadOther));
+}
+
+TEST_F(TextFileTest, AppendMakesAFileAndAddsLines) {
+    AppendLine(Path("log"), QStringLiteral("one"));
+    AppendLine(Path("log"), QStringLiteral("caf\u00E9"));
+    AppendLine(Path("log"), QString());
+    EXPECT_EQ(ReadFile(Path("log")), QByteArray("one\r\ncaf\xC3\xA9\r\n\r\n"));
+}
+
+TEST_F(TextFileTest, AppendFailuresAreToldApart) {
+    ASSERT_TRUE(QDir(folder_.path()).mkdir(QStringLiteral("folder")));
+    EXPECT_EQ(ErrorOf([&] { AppendLine(Path("none/log"), QStringLiteral("x")); }), PathNotFound);
+    EXPECT_EQ(ErrorOf([&] { AppendLine(Path("folder"), QStringLiteral("x")); }), PermissionDenied);
+    Make("log", "12345678");
+    const FullDisk disk(8);
+    EXPECT_EQ(ErrorOf([&] { AppendLine(Path("log"), QStringLiteral("x")); }), DiskFull);
+}
+
+TEST_F(TextFileTest, RenameMovesAFileOrAFolder) {
+    Make("file", "x");
+    RenamePath(Path("file"), Path("File"));
+    ASSERT_TRUE(QDir(folder_.path()).mkpath(QStringLiteral("folder/inside")));
+    RenamePath(Path("folder"), Path("other"));
+    EXPECT_EQ(Entries(), (QStringList{QStringLiteral("File"), QStringLiteral("other")}));
+    EXPECT_TRUE(QFileInfo(Path("other/inside")).isDir());
+}
+
+TEST_F(TextFileTest, RenameFailuresAreToldApart) {
+    Make("file", "x");
+    Make("taken", "y");
+    EXPECT_EQ(ErrorOf([&] { RenamePath(Path("none"), Path("new")); }), FileNotFound);
+    EXPECT_EQ(ErrorOf([&] { RenamePath(Path("file"), Path("taken")); }), FileAlreadyExists);
+    EXPECT_EQ(ErrorOf([&] { RenamePath(Path("file"), Path("none/new")); }), PathNotFound);
+    EXPECT_EQ(ReadFile(Path("taken")), QByteArray("y"));
+    EXPECT_EQ(Entries(), (QStringList{QStringLiteral("file"), QStringLiteral("taken")}));
+}
+
+TEST_F(TextFileTest, RenameOntoItselfIsNoError) {
+    Make("file", "x");
+    RenamePath(Path("file"), Path("file"));
+    EXPECT_EQ(ReadFile(Path("file")), QByteArray("x"));
+}
+
+TEST_F(TextFileTest, DeleteRemovesAFile) {
+    Make("file", "x");
+    DeleteFile(Path("file"));
+    EXPECT_EQ(Entries(), QStringList());
+    EXPECT_EQ(ErrorOf([&] { DeleteFile(Path("file")); }), FileNotFound);
+}
+
+TEST_F(TextFileTest, DeleteLeavesFoldersAlone) {
+    ASSERT_TRUE(QDir(folder_.path()).mkdir(QStringLiteral("folder")));
+    EXPECT_EQ(ErrorOf([&] { DeleteFile(Path("folder")); }), PermissionDenied);
+    EXPECT_EQ(Entries(), QStringList{QStringLiteral("folder")});
+}
+
+} // namespace
+} // namespace varlo::test

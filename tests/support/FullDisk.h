@@ -1,0 +1,31 @@
+// A disk that takes only so many bytes of each file, for the length of a block.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <csignal>
+#include <sys/resource.h>
+
+namespace varlo::test {
+
+// A write past `bytes` of any file fails as it does on a full disk, part of it written.
+class FullDisk {
+public:
+    explicit FullDisk(rlim_t bytes) : oldHandler_(std::signal(SIGXFSZ, SIG_IGN)) {
+        EXPECT_EQ(getrlimit(RLIMIT_FSIZE, &oldLimit_), 0);
+        const rlimit limit{bytes, oldLimit_.rlim_max};
+        EXPECT_EQ(setrlimit(RLIMIT_FSIZE, &limit), 0);
+    }
+    ~FullDisk() {
+        EXPECT_EQ(setrlimit(RLIMIT_FSIZE, &oldLimit_), 0);
+        std::signal(SIGXFSZ, oldHandler_);
+    }
+    FullDisk(const FullDisk &) = delete;
+    FullDisk &operator=(const FullDisk &) = delete;
+
+private:
+    rlimit oldLimit_{};
+    void (*oldHandler_)(int);
+};
+
+} // namespace varlo::test
