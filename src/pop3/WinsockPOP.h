@@ -1,0 +1,69 @@
+// The connection to the mailbox server: a thin adapter over QTcpSocket that knows nothing of mail.
+#pragma once
+
+#include "pop3/ResetProbe.h"
+
+#include <QByteArray>
+#include <QObject>
+#include <QString>
+#include <QTcpSocket>
+
+#include <functional>
+#include <optional>
+
+namespace varlo {
+
+// Events come out one at a time: while a handler runs (it may show a box, and so run an event loop), what
+// arrives waits until the handler has returned. No handler runs inside a call of Connect, SendData or Close.
+// There is no time-out. That the server closes the connection is no event; only IsClosed tells.
+class WinsockPOP : public QObject {
+    Q_OBJECT
+
+public:
+    // The most that is held back of a line without an end, and the most that is taken in while a handler
+    // runs, in bytes.
+    static constexpr qsizetype kLongestLine = 4096;
+    static constexpr qsizetype kReadAhead = 64 * 1024;
+
+    // `awaitsLine` tells, at any time, whether what arrives next is a reply of one line. Bytes are then held
+    // back until they end in a line feed, become kLongestLine or the server has closed the connection.
+    explicit WinsockPOP(std::function<bool()> awaitsLine, QObject *parent = nullptr);
+
+    // Begins to connect, from a local port of the system's choice; only after Close. Failures arrive as
+    // Error.
+    void Connect(const QString &host, quint16 port);
+    // Sends the bytes. A connection that is closed swallows them, as if the server had closed it a moment
+    // later.
+    void SendData(const QByteArray &data);
+    // Closes at once and forgets what has arrived and what has failed. Safe in a handler.
+    void Close();
+    bool IsClosed() const;
+
+Q_SIGNALS:
+    // What has arrived, as it came: at least one byte.
+    void DataArrival(const QByteArray &chunk);
+    // The connection failed: number of the socket error (10061 refused, 11001 unknown host, 10054 reset,
+    // ...), words.
+    void Error(int Number, const QString &Description);
+
+private:
+    struct Failure {
+        int Number;
+        QString Description;
+    };
+
+    void NoteError(QAbstractSocket::SocketError error);
+    void DeliverSoon();
+    void Deliver();
+    bool DeliverNext();
+    QByteArray NextChunk();
+
+    std::function<bool()> awaitsLine_;
+    QTcpSocket socket_;
+    ResetProbe probe_;
+    QByteArray held_;
+    std::optional<Failure> failure_;
+    bool delivering_ = false;
+};
+
+} // namespace varlo
