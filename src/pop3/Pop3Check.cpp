@@ -1,0 +1,109 @@
+#include "pop3/Pop3Check.h"
+
+#include "core/PreferenceKeys.h"
+#include "core/Reporting.h"
+#include "core/TextFile.h"
+
+#include <QPointer>
+
+namespace varlo {
+
+namespace {
+
+using Kind = Pop3Effect::Kind;
+
+Pop3Account ReadAccount(clsINIFile &ini) {
+    return {ReadText(ini, Keys::POPServer), ReadText(ini, Keys::POPUsername),
+            ReadText(ini, Keys::POPPassword), ReadNumber(ini, Keys::POPDeleteAll)};
+}
+
+} // namespace
+
+Pop3Check::Pop3Check(Session &session, PendingDoor pending, std::function<void()> openPreferences,
+                     quint16 port, QObject *parent)
+    : QObject(parent), session_(session), pending_(std::move(pending)),
+      openPreferences_(std::move(openPreferences)), port_(port),
+      WinsockPOP_([this] { return pop3_.AwaitsLine(); }) {
+    connect(&WinsockPOP_, &WinsockPOP::DataArrival, this, &Pop3Check::WinsockPOP_DataArrival);
+    connect(&WinsockPOP_, &WinsockPOP::Error, this, &Pop3Check::WinsockPOP_Error);
+}
+
+void Pop3Check::Start() {
+    LastResort(session_, [this] { Begin(); });
+}
+
+void Pop3Check::Begin() {
+    const Pop3Account account = ReadAccount(session_.INI);
+    if (account.Server.isEmpty() || account.UserName.isEmpty() || account.Password.isEmpty()) {
+        session_.Boxes.MsgBox(
+            QStringLiteral("You must configure your POP3 server, username and password from "
+                           "preferences before you can use this feature."),
+            BoxButtons::Ok, BoxIcon::Exclamation);
+        openPreferences_();
+        return;
+    }
+    ++check_;
+    requests_ = Requests();
+    CarryOut(pop3_.Start(account));
+}
+
+void Pop3Check::WinsockPOP_DataArrival(const QByteArray &chunk) {
+    LastResort(session_, [&] { CarryOut(pop3_.DataArrival(chunk)); });
+}
+
+void Pop3Check::WinsockPOP_Error(int Number, const QString &Description) {
+    LastResort(session_, [&] { CarryOut(pop3_.SocketError(Number, Description)); });
+}
+
+// Boxes and the sending of notifications run an event loop, in which the operator can click for a new check
+// or close the window. What is left of the old event is void then.
+void Pop3Check::CarryOut(const Pop3Effects &effects) {
+    const QPointer<Pop3Check> alive(this);
+    const quint64 check = check_;
+    for (const Pop3Effect &effect : effects) {
+        CarryOut(effect);
+        if (!alive || check != check_)
+            return;
+    }
+}
+
+void Pop3Check::CarryOut(const Pop3Effect &effect) {
+    switch (effect.What) {
+    case Kind::Close:
+        return WinsockPOP_.Close();
+    case Kind::Connect:
+        return WinsockPOP_.Connect(effect.Text, port_);
+    case Kind::Send:
+        return WinsockPOP_.SendData(EncodeText(effect.Text) + "\r\n");
+    case Kind::Log:
+        return StatusMessage(session_, effect.Text, false, true);
+    case Kind::LogStatus:
+        return StatusMessage(session_, effect.Text);
+    case Kind::ReplyBox:
+        session_.Boxes.MsgBox(effect.Text, BoxButtons::Ok, BoxIcon::Exclamation,
+                              QStringLiteral("Varlo POP3 Error"));
+        return;
+    case Kind::ErrorBox:
+        session_.Boxes.MsgBox(effect.Text);
+        return;
+    case Kind::Examine:
+        return Examine(effect.Text);
+    case Kind::Capture:
+        return CaptureRequests(session_, requests_, pending_);
+    case Kind::Raise:
+        throw RuntimeError(effect.Number, effect.Text);
+    }
+}
+
+void Pop3Check::Examine(const QString &text) {
+    const QPointer<Pop3Check> alive(this);
+    const quint64 check = check_;
+    clsMessage message;
+    message.CreateFromText(text, session_.Boxes);
+    if (!alive || check != check_)
+        return;
+    const bool isRequest = Recognise(message, requests_) != Recognised::Unrelated;
+    CarryOut(pop3_.MessageExamined(isRequest));
+}
+
+} // namespace varlo

@@ -1,0 +1,442 @@
+// Whole mailbox checks: preferences, server, boxes, logs and the Pending list.
+#include "pop3/Pop3Check.h"
+
+#include "core/PreferenceKeys.h"
+#include "pop3/FakePending.h"
+#include "support/FakePop3Server.h"
+#include "support/Printers.h"
+#include "support/TestProfile.h"
+#include "support/WaitUntil.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+
+namespace varlo {
+
+using test::ServerReply;
+using test::ShownBox;
+
+namespace {
+
+const ShownBox kNotConfigured{
+    kApplicationTitle,
+    QStringLiteral("You must configure your POP3 server, username and password from "
+                   "preferences before you can use this feature."),
+    BoxButtons::Ok, BoxIcon::Exclamation};
+
+ShownBox ReplyBox(const QString &reply) {
+    return {QStringLiteral("Varlo POP3 Error"), QStringLiteral("POP3 Error [") + reply + u']', BoxButtons::Ok,
+            BoxIcon::Exclamation};
+}
+
+QStringList Texts(std::initializer_list<const char *> texts) {
+    QStringList list;
+    for (const char *text : texts)
+        list << QString::fromUtf8(text);
+    return list;
+}
+
+QByteArray Mail(const char *subject, const char *from, const char *id = "") {
+    return QByteArray("From: ") + from + "\r\nSubject: " + subject + "\r\nMessage-ID: " + id +
+           "\r\n\r\nbody\r\n";
+}
+
+class Pop3CheckTest : public testing::Test {
+protected:
+    Pop3CheckTest() {
+        Set(Keys::POPServer, QStringLiteral("127.0.0.1"));
+        Set(Keys::POPUsername, QStringLiteral("joe"));
+        Set(Keys::POPPassword, QStringLiteral("secret"));
+        Set(Keys::POPPort, QStringLiteral("1")); // stored, and never used
+    }
+
+    void Set(const PreferenceKey &key, const QString &value) { WriteValue(profile.session.INI, key, value); }
+
+    static bool Until(const std::function<bool()> &condition) { return test::WaitUntil(condition); }
+    bool UntilComplete(int checks = 1) {
+        return Until([&] { return Completed() == checks; });
+    }
+    qsizetype Completed() const {
+        return profile.StatusTexts.filter(QStringLiteral("POP3 check complete")).size();
+    }
+    bool UntilSent(const char *command) {
+        return Until([&] { return server.Commands.contains(command); });
+    }
+    bool UntilBox() {
+        return Until([&] { return !profile.Boxes.Shown.empty(); });
+    }
+    static void Settle() {
+        for (int i = 0; i < 20; ++i)
+            QCoreApplication::processEvents(QEventLoop::AllEvents, 5);
+    }
+    // The console's lines without their times.
+    QStringList Console() const {
+        QStringList lines;
+        for (const QString &line : profile.ConsoleLines)
+            lines << line.mid(line.indexOf(u'|') + 2);
+        return lines;
+    }
+    ShownBox ErrorBox(int number) const {
+        ShownBox box = profile.Boxes.Shown.back();
+        EXPECT_TRUE(box.Title.endsWith(QStringLiteral(" Error %1 in Unknown").arg(number)))
+            << box.Title.toStdString();
+        return box;
+    }
+
+    test::TestProfile profile;
+    test::FakePop3Server server;
+    test::FakePending pending{profile.session};
+    int PreferencesOpened = 0;
+    std::unique_ptr<Pop3Check> check = std::make_unique<Pop3Check>(
+        profile.session, pending.Door(), [this] { ++PreferencesOpened; }, server.serverPort());
+};
+
+} // namespace
+
+TEST_F(Pop3CheckTest, MissingServerUserOrPasswordOpensThePreferences) {
+    for (const PreferenceKey &key : {Keys::POPServer, Keys::POPUsername, Keys::POPPassword}) {
+        const QString value = ReadText(profile.session.INI, key);
+        profile.Boxes.Shown.clear();
+        PreferencesOpened = 0;
+        Set(key, QString());
+        check->Start();
+        EXPECT_EQ(profile.Boxes.Shown, std::vector<ShownBox>{kNotConfigured}) << key.Key;
+        EXPECT_EQ(PreferencesOpened, 1);
+        Set(key, value);
+    }
+    Settle();
+    EXPECT_EQ(server.Connections, 0);
+    EXPECT_EQ(Console(), QStringList());
+}
+
+TEST_F(Pop3CheckTest, DeleteSettingThatIsNoNumberEndsTheClick) {
+    Set(Keys::POPDeleteAll, QStringLiteral("yes"));
+    check->Start();
+    ErrorBox(13);
+    Settle();
+    EXPECT_EQ(server.Connections, 0);
+}
+
+TEST_F(Pop3CheckTest, PortIsTheFixedOne) {
+    EXPECT_EQ(Pop3Check::kPort, 110);
+}
+
+TEST_F(Pop3CheckTest, EmptyMailboxFromTheClickToTheSummary) {
+    server.Script[""] = {{"+OK ready\r\n"}};
+    check->Start();
+    EXPECT_EQ(profile.StatusTexts, Texts({"Connecting to POP3 server"}));
+    EXPECT_TRUE(UntilComplete());
+    EXPECT_EQ(server.Commands, (QByteArrayList{"USER joe", "PASS secret", "STAT", "QUIT"}));
+    EXPECT_EQ(Console(), Texts({"Connecting to POP3 server", "POP: +OK ready", "Connected to POP3 server",
+                                "USER joe", "POP: +OK", "PASS ********", "POP: +OK", "STAT", "POP: +OK 0 0",
+                                "QUIT", "POP: +OK bye", "POP3 check complete (no activity)"}));
+    EXPECT_EQ(profile.StatusTexts, Texts({"Connecting to POP3 server", "Connected to POP3 server",
+                                          "POP3 check complete (no activity)"}));
+    EXPECT_TRUE(Until([&] { return server.Open() == 0; }));
+}
+
+TEST_F(Pop3CheckTest, RequestsGoFromTheMailboxToThePendingList) {
+    server.Mailbox = {Mail("subscribe", "a@b.test", "<1>"), Mail("UNSUBSCRIBE", "Joe <j@x.test>", "<2>"),
+                      Mail("Subscribe", "nobody", "<3>")};
+    check->Start();
+    EXPECT_TRUE(UntilComplete());
+    EXPECT_EQ(server.Commands, (QByteArrayList{"USER joe", "PASS secret", "STAT", "RETR 1", "DELE 1",
+                                               "RETR 2", "DELE 2", "RETR 3", "DELE 3", "QUIT"}));
+    EXPECT_EQ(pending.Entries, Texts({"+a@b.test", "-j@x.test"}));
+    EXPECT_EQ(Console().last(), QStringLiteral("POP3 check complete (+1, -1)"));
+    EXPECT_EQ(server.Mailbox, QByteArrayList());
+}
+
+TEST_F(Pop3CheckTest, SecondCheckStartsWithoutTheRequestsOfTheFirst) {
+    server.Mailbox = {Mail("subscribe", "a@b.test", "<1>")};
+    check->Start();
+    EXPECT_TRUE(UntilComplete(1));
+    server.Mailbox = {Mail("subscribe", "c@d.test", "<1>")};
+    check->Start();
+    EXPECT_TRUE(UntilComplete(2));
+    EXPECT_EQ(pending.Entries, Texts({"+a@b.test", "+c@d.test"}));
+    EXPECT_EQ(Console().last(), QStringLiteral("POP3 check complete (+1)"));
+    EXPECT_EQ(profile.Boxes.Texts(), QStringList());
+}
+
+TEST_F(Pop3CheckTest, UnrelatedMessageStaysAndTheCheckRestsUntilTheNextClick) {
+    server.Mailbox = {Mail("subscribe", "a@b.test"), Mail("Hello", "c@d.test"),
+                      Mail("subscribe", "e@f.test")};
+    check->Start();
+    EXPECT_TRUE(UntilSent("RETR 2"));
+    Settle();
+    EXPECT_EQ(server.Commands.last(), "RETR 2");
+    EXPECT_EQ(server.Open(), 1);
+    EXPECT_EQ(pending.Entries, QStringList());
+    check->Start();
+    EXPECT_TRUE(Until([&] { return server.Connections == 2 && server.Open() == 1; }));
+}
+
+TEST_F(Pop3CheckTest, UnrelatedMessagesAreDeletedWhenTheSettingIsOne) {
+    Set(Keys::POPDeleteAll, QStringLiteral("1"));
+    server.Mailbox = {Mail("Hello", "c@d.test"), Mail("subscribe", "e@f.test"), "no empty line\r\n"};
+    check->Start();
+    EXPECT_TRUE(UntilComplete());
+    EXPECT_EQ(server.Mailbox, QByteArrayList());
+    EXPECT_EQ(pending.Entries, Texts({"+e@f.test"}));
+    EXPECT_EQ(profile.Boxes.Texts(), Texts({"There was a problem with decoding the e-mail"}));
+}
+
+TEST_F(Pop3CheckTest, RefusedPasswordIsShownAsItCameWithNothingLogged) {
+    server.Script["PASS secret"] = {{"-ERR <b>bad</b> & worse\r\n"}};
+    check->Start();
+    EXPECT_TRUE(UntilBox());
+    EXPECT_EQ(profile.Boxes.Shown,
+              std::vector<ShownBox>{ReplyBox(QStringLiteral("-ERR <b>bad</b> & worse\r\n"))});
+    EXPECT_EQ(Console().last(), QStringLiteral("PASS ********"));
+    EXPECT_TRUE(Until([&] { return server.Open() == 0; }));
+    server.Script.clear();
+    check->Start();
+    EXPECT_TRUE(UntilComplete());
+}
+
+TEST_F(Pop3CheckTest, ConnectionThatFailsIsShownThenLogged) {
+    server.close();
+    check->Start();
+    EXPECT_EQ(Console(), Texts({"Connecting to POP3 server"}));
+    EXPECT_TRUE(UntilBox());
+    EXPECT_TRUE(Until([&] { return Console().size() == 2; }));
+    const QString text = QStringLiteral("POP3 check failed (error 10061 - Connection refused)");
+    EXPECT_EQ(profile.Boxes.Shown,
+              (std::vector<ShownBox>{{kApplicationTitle, text, BoxButtons::Ok, BoxIcon::None}}));
+    EXPECT_EQ(Console().last(), text);
+    EXPECT_EQ(profile.StatusTexts.last(), text);
+}
+
+TEST_F(Pop3CheckTest, SecondRequestWithTheSameMessageIdEndsTheEventInABox) {
+    server.Mailbox = {Mail("subscribe", "a@b.test", "<1>"), Mail("subscribe", "c@d.test", "<1>")};
+    check->Start();
+    EXPECT_TRUE(UntilBox());
+    ErrorBox(457);
+    Settle();
+    EXPECT_EQ(server.Commands.last(), "RETR 2");
+    EXPECT_EQ(profile.Log(QStringLiteral("ErrorLog.txt")).size(), 1);
+}
+
+TEST_F(Pop3CheckTest, StatThatCannotBeReadEndsTheEventInABox) {
+    const std::pair<const char *, int> replies[] = {
+        {"+OK 12\r\n", 5}, {"+OK 99999 1\r\n", 6}, {"+OK x 1\r\n", 13}};
+    for (const auto &[reply, number] : replies) {
+        profile.Boxes.Shown.clear();
+        server.Script["STAT"] = {{reply}};
+        check->Start();
+        EXPECT_TRUE(UntilBox());
+        ErrorBox(number);
+    }
+    server.Script["STAT"] = {{"+OK -1 1\r\n"}};
+    check->Start();
+    EXPECT_TRUE(UntilComplete());
+}
+
+TEST_F(Pop3CheckTest, HeaderBlockThatIsTooLongEndsTheEventInABox) {
+    server.Mailbox = {"X: " + QByteArray(40000, 'x') + "\r\n\r\nbody\r\n"};
+    check->Start();
+    EXPECT_TRUE(UntilBox());
+    ErrorBox(6);
+    Settle();
+    EXPECT_EQ(server.Commands.last(), "RETR 1");
+}
+
+TEST_F(Pop3CheckTest, SenderThatCannotBeCutEndsTheCaptureKeepingWhatWasAdded) {
+    server.Mailbox = {Mail("subscribe", "a@b.test"), Mail("subscribe", ">x<")};
+    check->Start();
+    EXPECT_TRUE(UntilBox());
+    ErrorBox(5);
+    EXPECT_EQ(pending.Entries, Texts({"+a@b.test"}));
+    EXPECT_EQ(Completed(), 0);
+}
+
+TEST_F(Pop3CheckTest, EndMarkSplitAtEveryPositionIsOneMessage) {
+    const QByteArray reply = "+OK\r\n" + Mail("subscribe", "a@b.test") + ".\r\n";
+    for (qsizetype at = reply.size() - 12; at < reply.size(); ++at) {
+        pending.Entries.clear();
+        server.Commands.clear();
+        const qsizetype done = Completed();
+        server.Mailbox = {Mail("subscribe", "a@b.test")};
+        server.Script["RETR 1"] = {{reply.first(at), reply.sliced(at)}};
+        check->Start();
+        EXPECT_TRUE(UntilComplete(static_cast<int>(done) + 1));
+        EXPECT_EQ(pending.Entries, Texts({"+a@b.test"})) << at;
+        EXPECT_EQ(server.Commands.mid(3), (QByteArrayList{"RETR 1", "DELE 1", "QUIT"})) << at;
+    }
+}
+
+TEST_F(Pop3CheckTest, ServerThatClosesAtAnyStepLeavesTheNextCheckWorking) {
+    int complete = 0;
+    for (const QByteArray command : {"", "USER joe", "PASS secret", "STAT", "RETR 1", "DELE 1", "QUIT"}) {
+        server.Mailbox = {Mail("subscribe", "a@b.test")};
+        server.Script = {{command, {{}, ServerReply::Then::Close}}};
+        const int connections = server.Connections;
+        check->Start();
+        EXPECT_TRUE(Until([&] { return server.Connections > connections && server.Open() == 0; }))
+            << command.constData();
+        EXPECT_EQ(Completed(), complete) << command.constData();
+        server.Script.clear();
+        server.Mailbox.clear();
+        check->Start();
+        EXPECT_TRUE(UntilComplete(++complete)) << command.constData();
+    }
+    EXPECT_EQ(profile.Boxes.Texts(), QStringList());
+}
+
+TEST_F(Pop3CheckTest, ResetAtAnyStepIsOneErrorBox) {
+    for (const QByteArray command : {"", "USER joe", "PASS secret", "STAT", "RETR 1"}) {
+        profile.Boxes.Shown.clear();
+        server.Mailbox = {Mail("subscribe", "a@b.test")};
+        const QByteArrayList lastWords = command.isEmpty() ? QByteArrayList{"+OK\r\n"} : QByteArrayList();
+        server.Script = {{command, {lastWords, ServerReply::Then::Reset}}};
+        check->Start();
+        EXPECT_TRUE(UntilBox()) << command.constData();
+        Settle();
+        EXPECT_EQ(profile.Boxes.Texts(),
+                  Texts({"POP3 check failed (error 10054 - Connection reset by peer)"}))
+            << command.constData();
+    }
+}
+
+TEST_F(Pop3CheckTest, SilentServerIsReplacedByTheNextCheck) {
+    for (const QByteArray command : {"", "USER joe", "STAT", "QUIT"}) {
+        server.Script = {{command, {}}};
+        const int connections = server.Connections;
+        check->Start();
+        EXPECT_TRUE(Until([&] { return server.Connections > connections; }));
+        EXPECT_TRUE(command.isEmpty() || UntilSent(command.constData()));
+        server.Commands.clear();
+    }
+    server.Script.clear();
+    check->Start();
+    EXPECT_TRUE(UntilComplete());
+    EXPECT_TRUE(Until([&] { return server.Open() == 0; }));
+}
+
+TEST_F(Pop3CheckTest, MegabyteWithoutALineEndIsOneBoundedBox) {
+    server.Script[""] = {{QByteArray(1024 * 1024, 'x')}};
+    check->Start();
+    EXPECT_TRUE(UntilBox());
+    Settle();
+    EXPECT_EQ(profile.Boxes.Shown, std::vector<ShownBox>{ReplyBox(QString(WinsockPOP::kLongestLine, u'x'))});
+    EXPECT_TRUE(Until([&] { return server.Open() == 0; }));
+}
+
+TEST_F(Pop3CheckTest, BinaryZerosAreText) {
+    server.Script[""] = {{QByteArray("+O\0K\r\n", 6)}};
+    check->Start();
+    EXPECT_TRUE(UntilComplete());
+    EXPECT_EQ(Console().at(1), QStringLiteral("POP: +O") + QChar(0) + u'K');
+}
+
+TEST_F(Pop3CheckTest, SenderInUtf8KeepsItsLetters) {
+    server.Mailbox = {Mail("subscribe", "j\xC3\xB6rg@x.test") + "\xFF\xFE\r\n"};
+    check->Start();
+    EXPECT_TRUE(UntilComplete());
+    EXPECT_EQ(pending.Entries, Texts({"+jörg@x.test"}));
+}
+
+TEST_F(Pop3CheckTest, UserNameAndPasswordTravelInUtf8) {
+    Set(Keys::POPUsername, QStringLiteral("j\u00F6rg"));
+    check->Start();
+    EXPECT_TRUE(UntilComplete());
+    EXPECT_EQ(server.Commands.first(), "USER j\xC3\xB6rg");
+}
+
+TEST_F(Pop3CheckTest, MessageOfFiftyMegabytes) {
+    server.Mailbox = {Mail("subscribe", "a@b.test")};
+    for (int i = 0; i < 50; ++i)
+        server.Mailbox[0] += QByteArray(1024 * 1024 - 2, 'x') + "\r\n";
+    check->Start();
+    EXPECT_TRUE(UntilComplete());
+    EXPECT_EQ(pending.Entries, Texts({"+a@b.test"}));
+}
+
+TEST_F(Pop3CheckTest, ThousandMessagesInOneCheck) {
+    for (int i = 0; i < 1000; ++i)
+        server.Mailbox << Mail("subscribe", QByteArray("a" + QByteArray::number(i) + "@b.test").constData());
+    check->Start();
+    EXPECT_TRUE(UntilComplete());
+    EXPECT_EQ(pending.Entries.size(), 1000);
+    EXPECT_EQ(pending.Entries.last(), QStringLiteral("+a999@b.test"));
+}
+
+TEST_F(Pop3CheckTest, ReplyThatComesWhileABoxIsOpenIsHandledAfterIt) {
+    Set(Keys::POPDeleteAll, QStringLiteral("1"));
+    server.Mailbox = {"no empty line\r\n"};
+    QStringList consoleInBox;
+    profile.Boxes.OnBox = [&](const QString &) {
+        server.Say("+OK too early\r\n");
+        Settle();
+        consoleInBox = Console();
+    };
+    check->Start();
+    EXPECT_TRUE(UntilBox());
+    EXPECT_TRUE(Until([&] { return Console().contains(QStringLiteral("POP: +OK too early")); }));
+    EXPECT_EQ(consoleInBox.last().left(8),
+              QStringLiteral("POP: +OK")); // the message itself was the last reply handled
+    EXPECT_FALSE(consoleInBox.contains(QStringLiteral("POP: +OK too early")));
+    const QStringList after = Console();
+    EXPECT_LT(after.indexOf(QStringLiteral("DELE 1")), after.indexOf(QStringLiteral("POP: +OK too early")));
+}
+
+TEST_F(Pop3CheckTest, ClickWhileTheListIsProcessedStartsAnewAfterwards) {
+    pending.BypassTicked = true;
+    server.Mailbox = {Mail("subscribe", "a@b.test")};
+    int processed = 0;
+    pending.OnProcess = [&] {
+        if (++processed > 1)
+            return;
+        check->Start();
+        Settle();
+        EXPECT_EQ(server.Connections, 2);
+        EXPECT_EQ(Completed(), 1); // its greeting is here, and waits
+    };
+    check->Start();
+    EXPECT_TRUE(UntilComplete(2));
+    EXPECT_EQ(Console().last(), QStringLiteral("POP3 check complete (no activity)"));
+}
+
+TEST_F(Pop3CheckTest, ClickWhileABoxIsOpenDropsTheRestOfTheOldEvent) {
+    server.Mailbox = {"no empty line\r\n"};
+    Set(Keys::POPDeleteAll, QStringLiteral("1"));
+    profile.Boxes.OnBox = [&](const QString &) {
+        profile.Boxes.OnBox = nullptr;
+        server.Mailbox.clear();
+        check->Start();
+    };
+    check->Start();
+    EXPECT_TRUE(UntilComplete());
+    EXPECT_FALSE(server.Commands.contains("DELE 1"));
+}
+
+TEST_F(Pop3CheckTest, WindowMayCloseWhileTheListIsProcessed) {
+    pending.BypassTicked = true;
+    pending.OnProcess = [&] { check.reset(); };
+    check->Start();
+    EXPECT_TRUE(Until([&] { return check == nullptr; }));
+    Settle();
+    EXPECT_EQ(server.Open(), 0);
+}
+
+TEST_F(Pop3CheckTest, WindowMayCloseWhileABoxIsOpen) {
+    server.Mailbox = {"no empty line\r\n"};
+    profile.Boxes.OnBox = [&](const QString &) { check.reset(); };
+    check->Start();
+    EXPECT_TRUE(Until([&] { return check == nullptr; }));
+    Settle();
+    EXPECT_EQ(server.Open(), 0);
+}
+
+TEST_F(Pop3CheckTest, LogThatCannotBeWrittenEndsTheEventWithABox) {
+    check->Start();
+    EXPECT_TRUE(QDir(profile.session.ProfileFile(QStringLiteral("logs"))).removeRecursively());
+    EXPECT_TRUE(UntilBox());
+    ErrorBox(76);
+    Settle();
+    EXPECT_EQ(server.Commands, QByteArrayList());
+}
+
+} // namespace varlo
