@@ -1,0 +1,123 @@
+#include "app/HelpTargets.h"
+
+#include "core/Reporting.h"
+#include "core/TextFile.h"
+#include "core/modPublic.h"
+
+#include <QDir>
+#include <QStandardPaths>
+
+namespace varlo {
+
+namespace {
+
+QUrl BesideProgram(const Session &session, const QString &file) {
+    return QUrl::fromLocalFile(QDir(session.ProgramFolder).filePath(file));
+}
+
+bool IsMissingFile(const QUrl &target) {
+    return target.isLocalFile() && !PathExists(target.toLocalFile());
+}
+
+// True when a registry file of a desktop names a program for one of the types of compiled help.
+bool NamesChmViewer(const QString &registry) {
+    QString text;
+    try {
+        text = DecodeText(ReadFile(registry));
+    } catch (const RuntimeError &) {
+        return false; // most folders have no such file
+    }
+    for (const QString &line : text.split(u'\n')) {
+        const QString type = line.section(u'=', 0, 0).trimmed();
+        const bool isHelp = type == QStringLiteral("application/vnd.ms-htmlhelp") ||
+                            type == QStringLiteral("application/x-chm");
+        if (isHelp && !line.section(u'=', 1).trimmed().isEmpty())
+            return true;
+    }
+    return false;
+}
+
+void Open(Session &session, const QUrl &target) {
+    // What the desktop says of a missing file differs from silence to a box; the operator hears of it in any
+    // case.
+    const bool opened = session.Boxes.OpenUrl(target);
+    if (IsMissingFile(target))
+        throw RuntimeError(FileNotFound);
+    if (!opened)
+        throw RuntimeError(InvalidProcedureCall,
+                           QStringLiteral("No program opens ") + target.toDisplayString());
+}
+
+} // namespace
+
+QString ShortText(const ProductVersion &version) {
+    return QStringLiteral("%1.%2").arg(version.Major).arg(version.Minor);
+}
+
+QString LongText(const ProductVersion &version) {
+    return QStringLiteral("%1 (Build %2)").arg(ShortText(version)).arg(version.Revision);
+}
+
+QUrl HelpTargets::Website() {
+    return QUrl(Product::kWebsite);
+}
+
+QUrl HelpTargets::Forums() {
+    return QUrl(Product::kForums);
+}
+
+QUrl HelpTargets::UpdateCheck(const ProductVersion &version) {
+    return QUrl(Product::kVersionCheck + QStringLiteral("/vercheck.php?app=Varlo&ver=") + ShortText(version));
+}
+
+QUrl HelpTargets::SupportMail(const ProductVersion &version) {
+    const QString subject = QStringLiteral("Varlo%20Pro%20v") + ShortText(version) +
+                            QStringLiteral("%20(Build%20") + QString::number(version.Revision) + u')';
+    return QUrl(QStringLiteral("mailto:") + Product::kSupportAddress + QStringLiteral("?subject=") + subject);
+}
+
+QUrl HelpTargets::ReadMe(const Session &session) {
+    return BesideProgram(session, QStringLiteral("Read Me.html"));
+}
+
+QList<QUrl> HelpTargets::Contents(const Session &session, bool hasChmViewer) {
+    const QUrl compiled = BesideProgram(session, QStringLiteral("Varlo Pro.chm"));
+    const QUrl pages = BesideProgram(session, QStringLiteral("help/index.html"));
+    if (IsMissingFile(pages))
+        return {compiled};
+    if (hasChmViewer && !IsMissingFile(compiled))
+        return {compiled, pages};
+    return {pages};
+}
+
+bool HasChmViewer(const QStringList &applicationFolders) {
+    for (const QString &folder : applicationFolders)
+        for (const char *registry : {"mimeapps.list", "mimeinfo.cache", "defaults.list"})
+            if (NamesChmViewer(QDir(folder).filePath(QString::fromLatin1(registry))))
+                return true;
+    return false;
+}
+
+bool HasChmViewer() {
+#ifdef Q_OS_WIN
+    return true;
+#else
+    return HasChmViewer(QStandardPaths::standardLocations(QStandardPaths::ApplicationsLocation) +
+                        QStandardPaths::standardLocations(QStandardPaths::GenericConfigLocation));
+#endif
+}
+
+void OpenHelp(Session &session) {
+    Trapped(session, QStringLiteral("Main.mnuHelpContents"), [&] {
+        QList<QUrl> forms = HelpTargets::Contents(session, HasChmViewer());
+        if (forms.size() > 1 && session.Boxes.OpenUrl(forms.first()))
+            return;
+        Open(session, forms.last());
+    });
+}
+
+void OpenTarget(Session &session, const QUrl &target, const QString &label) {
+    Trapped(session, label, [&] { Open(session, target); });
+}
+
+} // namespace varlo
