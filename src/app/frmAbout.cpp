@@ -1,0 +1,94 @@
+#include "app/frmAbout.h"
+
+#include "app/HyperlinkLabel.h"
+#include "core/Icons.h"
+
+#include <QGridLayout>
+#include <QLabel>
+#include <QPushButton>
+
+namespace varlo {
+
+namespace {
+
+const QString kProductName = QStringLiteral("<ProductName>");
+const QString kProductVersion = QStringLiteral("<ProductVersion>");
+
+QLabel *NewLabel(const QString &name, const QString &text = {}) {
+    auto *label = new QLabel(text);
+    label->setObjectName(name);
+    label->setTextFormat(Qt::PlainText);
+    return label;
+}
+
+} // namespace
+
+frmAbout::frmAbout(Session &session, QWidget *parent, const ProductVersion &version)
+    : QDialog(parent), session_(session), version_(version) {
+    CreateControls();
+    LayOut();
+    Connect();
+    Form_Load();
+}
+
+void frmAbout::CreateControls() {
+    setObjectName(QStringLiteral("frmAbout"));
+    setWindowTitle(QStringLiteral("About <ProductName>"));
+    Picture1 = NewLabel(QStringLiteral("Picture1"));
+    Picture1->setPixmap(Icon(u"varlo-pro").pixmap(QSize(72, 72), devicePixelRatioF()));
+    lblProduct = NewLabel(QStringLiteral("lblProduct"), kProductName);
+    QFont large = lblProduct->font();
+    large.setPointSizeF(large.pointSizeF() * 1.7);
+    large.setBold(true);
+    lblProduct->setFont(large);
+    lblVersion = NewLabel(QStringLiteral("lblVersion"), QStringLiteral("Version <ProductVersion>"));
+    const std::array captions{QStringLiteral("Email:"), QStringLiteral("Website:")};
+    const std::array targets{Product::kSupportAddress, Product::kWebsite};
+    for (size_t i = 0; i < lblLabel.size(); ++i) {
+        lblLabel[i] = NewLabel(QStringLiteral("lblLabel_%1").arg(i), captions[i]);
+        lblHyperlink[i] = new HyperlinkLabel(targets[i]);
+        lblHyperlink[i]->setObjectName(QStringLiteral("lblHyperlink_%1").arg(i));
+    }
+    cmdOK = new QPushButton(QStringLiteral("OK"));
+    cmdOK->setObjectName(QStringLiteral("cmdOK"));
+    cmdOK->setDefault(true);
+}
+
+void frmAbout::LayOut() {
+    auto *grid = new QGridLayout(this);
+    grid->setContentsMargins(20, 20, 20, 16);
+    grid->setHorizontalSpacing(16);
+    grid->setColumnStretch(2, 1);
+    grid->setSizeConstraint(QLayout::SetFixedSize);
+    grid->addWidget(Picture1, 0, 0, 2, 1, Qt::AlignTop);
+    grid->addWidget(lblProduct, 0, 1, 1, 2, Qt::AlignBottom);
+    grid->addWidget(lblVersion, 1, 1, 1, 2, Qt::AlignTop);
+    for (int i = 0; i < 2; ++i) {
+        grid->addWidget(lblLabel[static_cast<size_t>(i)], 3 + i, 1);
+        grid->addWidget(lblHyperlink[static_cast<size_t>(i)], 3 + i, 2);
+    }
+    grid->setRowMinimumHeight(5, 12);
+    grid->addWidget(cmdOK, 6, 0, 1, 3, Qt::AlignRight);
+    cmdOK->setFocus();
+}
+
+void frmAbout::Connect() {
+    for (size_t i = 0; i < lblHyperlink.size(); ++i)
+        connect(lblHyperlink[i], &HyperlinkLabel::Clicked, this,
+                [this, i] { lblHyperlink_Click(static_cast<int>(i)); });
+    connect(cmdOK, &QPushButton::clicked, this, &frmAbout::accept);
+}
+
+// The captions are templates, so that the product's name and version stand in one place.
+void frmAbout::Form_Load() {
+    setWindowTitle(windowTitle().replace(kProductName, kApplicationTitle));
+    lblProduct->setText(lblProduct->text().replace(kProductName, kApplicationTitle));
+    lblVersion->setText(lblVersion->text().replace(kProductVersion, LongText(version_)));
+}
+
+void frmAbout::lblHyperlink_Click(int index) {
+    const QUrl target = index == 0 ? HelpTargets::SupportMail(version_) : HelpTargets::Website();
+    OpenTarget(session_, target, QStringLiteral("About.lblHyperlink"));
+}
+
+} // namespace varlo
