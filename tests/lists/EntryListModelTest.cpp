@@ -1,0 +1,351 @@
+#include "lists/EntryListModel.h"
+
+#include "core/RuntimeError.h"
+#include "lists/ListsTest.h"
+
+#include <QAbstractItemModelTester>
+#include <QSignalSpy>
+#include <gtest/gtest.h>
+
+#include <random>
+
+namespace varlo {
+namespace {
+
+using test::Addresses;
+using test::RandomBelow;
+using test::Words;
+using Order = EntryListModel::Order;
+
+constexpr int kMost = EntryListModel::kMostEntries;
+
+template<typename Action> int ErrorOf(Action action) {
+    try {
+        action();
+    } catch (const RuntimeError &error) {
+        return error.Number();
+    }
+    return 0;
+}
+
+QStringList EntriesOf(Order order, const QStringList &entries) {
+    EntryListModel model(order);
+    model.SetEntries(entries);
+    return model.Entries();
+}
+
+TEST(EntryListModelTest, HoldsAtMostWhatA16BitNumberCounts) {
+    EXPECT_EQ(kMost, 32767);
+}
+
+TEST(EntryListModelTest, AChronologicalListKeepsTheOrder) {
+    EXPECT_EQ(EntriesOf(Order::Chronological, Words("b a C c B a")), Words("b a C c B a"));
+}
+
+TEST(EntryListModelTest, AnAlphabeticalListIgnoresCaseAndBreaksTiesByCodePoint) {
+    EXPECT_EQ(EntriesOf(Order::Alphabetical, Words("b a C c B A _ 1 z")), Words("1 _ A a B b C c z"));
+}
+
+TEST(EntryListModelTest, AnAlphabeticalListSortsLettersOfAllAlphabets) {
+    EXPECT_EQ(EntriesOf(Order::Alphabetical, Words("ж Ä z ä Ж")), Words("z Ä ä Ж ж"));
+}
+
+TEST(EntryListModelTest, AddPutsAnEntryInItsPlaceAndTellsIt) {
+    EntryListModel sorted(Order::Alphabetical);
+    sorted.SetEntries(Words("a c e"));
+    EXPECT_EQ(sorted.Add(QStringLiteral("D")), 2);
+    EXPECT_EQ(sorted.Entries(), Words("a c D e"));
+    EntryListModel chronological(Order::Chronological);
+    chronological.SetEntries(Words("a c e"));
+    EXPECT_EQ(chronological.Add(QStringLiteral("D")), 3);
+    EXPECT_EQ(chronological.Entries(), Words("a c e D"));
+}
+
+TEST(EntryListModelTest, AnEmptyTextIsAnEntry) {
+    EntryListModel model(Order::Alphabetical);
+    model.SetEntries({QStringLiteral("b"), QString(), QStringLiteral("a"), QString()});
+    EXPECT_EQ(model.Entries(), (QStringList{QString(), QString(), QStringLiteral("a"), QStringLiteral("b")}));
+    EXPECT_EQ(model.FindFirst(QString()), 0);
+}
+
+TEST(EntryListModelTest, ReplaceKeepsThePlaceOrFindsTheNewOne) {
+    EntryListModel chronological(Order::Chronological);
+    chronological.SetEntries(Words("m n o"));
+    EXPECT_EQ(chronological.Replace(0, QStringLiteral("z")), 0);
+    EXPECT_EQ(chronological.Entries(), Words("z n o"));
+    EntryListModel sorted(Order::Alphabetical);
+    sorted.SetEntries(Words("m n o"));
+    EXPECT_EQ(sorted.Replace(0, QStringLiteral("z")), 2);
+    EXPECT_EQ(sorted.Entries(), Words("n o z"));
+}
+
+TEST(EntryListModelTest, FindsTheFirstOfEqualEntriesLetterCaseAside) {
+    for (Order order : {Order::Chronological, Order::Alphabetical}) {
+        EntryListModel model(order);
+        model.SetEntries(Words("x@A.b X@a.b y@a.b"));
+        EXPECT_EQ(model.FindFirst(QStringLiteral("x@a.B")), 0);
+        EXPECT_EQ(model.FindFirst(QStringLiteral("Y@A.B")), 2);
+        EXPECT_EQ(model.FindFirst(QStringLiteral("x@a")), -1);
+        EXPECT_EQ(model.FindFirst(QStringLiteral("zz")), -1);
+    }
+}
+
+TEST(EntryListModelTest, FindsLettersBeyondAsciiWhateverTheirCase) {
+    EntryListModel model(Order::Chronological);
+    model.SetEntries({QStringLiteral("jörg@x.test")});
+    EXPECT_EQ(model.FindFirst(QStringLiteral("JÖRG@X.TEST")), 0);
+}
+
+TEST(EntryListModelTest, FindExactTellsLetterCaseApart) {
+    for (Order order : {Order::Chronological, Order::Alphabetical}) {
+        EntryListModel model(order);
+        model.SetEntries(Words("B b a"));
+        const int lower = model.FindExact(QStringLiteral("b"));
+        EXPECT_EQ(model.Entry(lower), QStringLiteral("b"));
+        EXPECT_EQ(model.Entry(model.FindExact(QStringLiteral("B"))), QStringLiteral("B"));
+        EXPECT_EQ(model.FindExact(QStringLiteral("A")), -1);
+    }
+}
+
+TEST(EntryListModelTest, TheNextOfEqualEntriesIsFoundWhenTheFirstIsGone) {
+    EntryListModel model(Order::Chronological);
+    model.SetEntries(Words("a x b X c x"));
+    model.Remove(1);
+    EXPECT_EQ(model.FindFirst(QStringLiteral("x")), 2);
+    model.Replace(2, QStringLiteral("other"));
+    EXPECT_EQ(model.FindFirst(QStringLiteral("x")), 4);
+    model.Replace(0, QStringLiteral("X"));
+    EXPECT_EQ(model.FindFirst(QStringLiteral("x")), 0);
+    model.RemoveRows({0, 4});
+    EXPECT_EQ(model.FindFirst(QStringLiteral("x")), -1);
+}
+
+TEST(EntryListModelTest, RemoveRowsTakesSeparateRanges) {
+    for (Order order : {Order::Chronological, Order::Alphabetical}) {
+        EntryListModel model(order);
+        model.SetEntries(Words("a b c d e f"));
+        model.RemoveRows({0, 1, 3, 5});
+        EXPECT_EQ(model.Entries(), Words("c e"));
+        model.RemoveRows({});
+        EXPECT_EQ(model.Entries(), Words("c e"));
+        model.RemoveRows({0, 1});
+        EXPECT_EQ(model.Entries(), QStringList());
+    }
+}
+
+TEST(EntryListModelTest, RemovesEveryOtherOfTheMostEntries) {
+    EntryListModel model(Order::Chronological);
+    const QStringList entries = Addresses(kMost);
+    model.SetEntries(entries);
+    QList<int> rows;
+    QStringList kept;
+    for (int i = 0; i < kMost; ++i)
+        i % 2 == 0 ? rows.append(i) : kept.append(entries[i]);
+    model.RemoveRows(rows);
+    EXPECT_EQ(model.Entries(), kept);
+    EXPECT_EQ(model.FindFirst(kept.last()), static_cast<int>(kept.size()) - 1);
+    EXPECT_EQ(model.FindFirst(entries.first()), -1);
+}
+
+TEST(EntryListModelTest, AFullListRefusesOneMore) {
+    for (Order order : {Order::Chronological, Order::Alphabetical}) {
+        EntryListModel model(order);
+        model.SetEntries(Addresses(kMost));
+        const QStringList before = model.Entries();
+        EXPECT_EQ(ErrorOf([&] { model.Add(QStringLiteral("one@more.test")); }), Overflow);
+        EXPECT_EQ(model.Entries(), before);
+    }
+}
+
+TEST(EntryListModelTest, ATooLongListIsTakenUpToTheLimit) {
+    EntryListModel model(Order::Chronological);
+    const QStringList entries = Addresses(kMost + 1);
+    EXPECT_EQ(ErrorOf([&] { model.SetEntries(entries); }), Overflow);
+    EXPECT_EQ(model.Entries(), entries.first(kMost));
+}
+
+TEST(EntryListModelTest, AddAllTakesWhatFits) {
+    for (Order order : {Order::Chronological, Order::Alphabetical}) {
+        EntryListModel model(order);
+        model.SetEntries(Addresses(kMost - 2));
+        EXPECT_EQ(ErrorOf([&] { model.AddAll(Words("~1 ~2")); }), 0);
+        EXPECT_EQ(ErrorOf([&] { model.AddAll(Words("~3 ~4")); }), Overflow);
+        EXPECT_EQ(model.Count(), kMost);
+        EXPECT_EQ(model.Entries().last(), QStringLiteral("~2"));
+    }
+}
+
+TEST(EntryListModelTest, AddAllMergesIntoTheAlphabet) {
+    EntryListModel model(Order::Alphabetical);
+    model.SetEntries(Words("b d"));
+    model.AddAll(Words("e a C"));
+    EXPECT_EQ(model.Entries(), Words("a b C d e"));
+}
+
+TEST(EntryListModelTest, BulkChangesAreOneChangeOfTheModel) {
+    EntryListModel model(Order::Chronological);
+    const QSignalSpy resets(&model, &QAbstractItemModel::modelReset);
+    const QSignalSpy inserts(&model, &QAbstractItemModel::rowsInserted);
+    const QSignalSpy removals(&model, &QAbstractItemModel::rowsRemoved);
+    model.SetEntries(Addresses(1000));
+    EXPECT_EQ(resets.count(), 1);
+    model.AddAll(Addresses(1000, QStringLiteral("b")));
+    EXPECT_EQ(inserts.count(), 1);
+    model.AddAll({});
+    EXPECT_EQ(inserts.count(), 1);
+    model.RemoveRows({3, 4, 5, 6});
+    EXPECT_EQ(removals.count(), 1);
+    QList<int> scattered;
+    for (int row = 0; row < 1000; row += 2)
+        scattered.append(row);
+    model.RemoveRows(scattered);
+    EXPECT_EQ(resets.count() + removals.count(), 3);
+}
+
+TEST(EntryListModelTest, ShowsTextsInTheRolesOfTextsOnly) {
+    EntryListModel model(Order::Chronological);
+    model.SetEntries({QStringLiteral("<b>a</b>@x.test")});
+    EXPECT_EQ(model.data(model.index(0)), QVariant(QStringLiteral("<b>a</b>@x.test")));
+    EXPECT_EQ(model.data(model.index(0), Qt::EditRole), QVariant(QStringLiteral("<b>a</b>@x.test")));
+    EXPECT_EQ(model.data(model.index(0), Qt::ToolTipRole), QVariant());
+    EXPECT_EQ(model.data(model.index(1)), QVariant());
+    EXPECT_EQ(model.data({}), QVariant());
+    EXPECT_EQ(model.rowCount(model.index(0)), 0);
+}
+
+TEST(EntryListModelTest, APersistentIndexFollowsItsEntry) {
+    EntryListModel model(Order::Alphabetical);
+    model.SetEntries(Words("b d f"));
+    const QPersistentModelIndex f = model.index(2);
+    model.Add(QStringLiteral("a"));
+    model.Remove(model.FindFirst(QStringLiteral("d")));
+    EXPECT_EQ(f.data().toString(), QStringLiteral("f"));
+    model.Remove(f.row());
+    EXPECT_FALSE(f.isValid());
+}
+
+// Entries that stand in the list twice, far apart: looking for the second one after the first had gone would
+// take the square of their number, half a minute here.
+TEST(EntryListModelTest, RemovingEntriesThatComeTwiceTakesTimeInProportion) {
+    const QStringList half = Addresses(kMost / 2);
+    EntryListModel model(Order::Chronological);
+    model.SetEntries(half + half);
+    QList<int> firstHalf;
+    for (int row = 0; row < kMost / 2; ++row)
+        firstHalf.append(row);
+    firstHalf.removeLast(); // not all of them, which would be one reset
+    model.RemoveRows(firstHalf);
+    EXPECT_EQ(model.Entries(), half.last(1) + half);
+    EXPECT_EQ(model.FindFirst(half.first()), 1);
+    model.SetEntries(half + half);
+    for (const QString &entry : half)
+        model.Remove(model.FindFirst(entry));
+    EXPECT_EQ(model.Entries(), half);
+}
+
+TEST(EntryListModelTest, RemovingOneOfManyEqualEntriesTakesAMoment) {
+    EntryListModel model(Order::Chronological);
+    model.SetEntries(QStringList(kMost, QStringLiteral("same@x.test")));
+    for (int left = kMost; left > 0; --left) {
+        ASSERT_EQ(model.FindFirst(QStringLiteral("SAME@x.test")), 0);
+        model.Remove(left % 2 == 0 ? 0 : left - 1);
+    }
+    EXPECT_EQ(model.FindFirst(QStringLiteral("same@x.test")), -1);
+}
+
+// A plain list that does the same in the plainest way.
+class NaiveList {
+public:
+    explicit NaiveList(Order order) : order_(order) {}
+
+    void Add(const QString &entry) {
+        entries.append(entry);
+        Sort();
+    }
+    void Replace(qsizetype row, const QString &entry) {
+        entries[row] = entry;
+        Sort();
+    }
+    int FindFirst(const QString &entry) const {
+        for (qsizetype i = 0; i < entries.size(); ++i)
+            if (entries[i].toLower() == entry.toLower())
+                return static_cast<int>(i);
+        return -1;
+    }
+
+    QStringList entries;
+
+private:
+    void Sort() {
+        if (order_ == Order::Alphabetical)
+            std::sort(entries.begin(), entries.end(), [](const QString &a, const QString &b) {
+                return a.toLower() != b.toLower() ? a.toLower() < b.toLower() : a < b;
+            });
+    }
+
+    Order order_;
+};
+
+QString RandomEntry(std::mt19937 &random) {
+    static const QStringList kLetters = Words("a A b B ä Ä 1 _");
+    QString entry;
+    for (int length = 1 + RandomBelow(random, 3); length > 0; --length)
+        entry += kLetters[RandomBelow(random, 8)];
+    return entry;
+}
+
+QList<int> RandomRows(std::mt19937 &random, int count) {
+    QList<int> rows;
+    for (int row = 0; row < count; ++row)
+        if (RandomBelow(random, 3) == 0)
+            rows.append(row);
+    return rows;
+}
+
+void ChangeBoth(std::mt19937 &random, EntryListModel &model, NaiveList &naive) {
+    const QString entry = RandomEntry(random);
+    const int row =
+        model.Count() > 0 ? static_cast<int>(random() % static_cast<unsigned>(model.Count())) : -1;
+    const int kind = RandomBelow(random, 20);
+    if (kind < 10 || row < 0) {
+        model.Add(entry);
+        naive.Add(entry);
+    } else if (kind < 13) {
+        model.Replace(row, entry);
+        naive.Replace(row, entry);
+    } else if (kind < 17) {
+        model.Remove(row);
+        naive.entries.removeAt(row);
+    } else if (kind < 19) {
+        model.AddAll({entry, entry.toUpper()});
+        naive.Add(entry);
+        naive.Add(entry.toUpper());
+    } else if (model.Count() > 150) {
+        const QList<int> rows = RandomRows(random, model.Count());
+        model.RemoveRows(rows);
+        for (auto at = rows.rbegin(); at != rows.rend(); ++at)
+            naive.entries.removeAt(*at);
+    }
+}
+
+TEST(EntryListModelTest, AgreesWithAPlainListOverRandomChanges) {
+    constexpr unsigned kSeed = 4711;
+    std::mt19937 random(kSeed);
+    for (Order order : {Order::Chronological, Order::Alphabetical}) {
+        EntryListModel model(order);
+        const QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::Fatal);
+        NaiveList naive(order);
+        for (int step = 0; step < 3000; ++step) {
+            ChangeBoth(random, model, naive);
+            ASSERT_EQ(model.Entries(), naive.entries) << "seed " << kSeed << ", step " << step;
+            const QString wanted = RandomEntry(random);
+            ASSERT_EQ(model.FindFirst(wanted), naive.FindFirst(wanted))
+                << "seed " << kSeed << ", step " << step;
+            ASSERT_EQ(model.FindExact(wanted), static_cast<int>(naive.entries.indexOf(wanted)))
+                << "seed " << kSeed << ", step " << step;
+        }
+    }
+}
+
+} // namespace
+} // namespace varlo

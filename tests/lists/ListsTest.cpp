@@ -1,0 +1,67 @@
+#include "lists/ListsTest.h"
+
+#include <QDir>
+
+namespace varlo::test {
+
+QStringList Words(const char *text) {
+    return QString::fromUtf8(text).split(u' ', Qt::SkipEmptyParts);
+}
+
+QStringList Addresses(int count, const QString &prefix) {
+    QStringList addresses;
+    addresses.reserve(count);
+    for (int i = 0; i < count; ++i)
+        addresses << prefix + QString::number(i) + QStringLiteral("@x.test");
+    return addresses;
+}
+
+int RandomBelow(std::mt19937 &random, int limit) {
+    return std::uniform_int_distribution<int>(0, limit - 1)(random);
+}
+
+QByteArray FileBytes(const QStringList &lines) {
+    QByteArray bytes;
+    for (const QString &line : lines)
+        bytes += line.toUtf8() + "\r\n";
+    return bytes;
+}
+
+void ListsTest::WriteListFile(const QString &name, const QByteArray &bytes) const {
+    profile.Write(QStringLiteral("lists/") + name + QStringLiteral(".vlo"), bytes);
+}
+
+QByteArray ListsTest::ReadListFile(const QString &name) const {
+    return profile.Read(QStringLiteral("lists/") + name + QStringLiteral(".vlo"));
+}
+
+QStringList ListsTest::ListFolder() const {
+    return QDir(session.ProfileFile(QStringLiteral("lists")))
+        .entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot, QDir::Name);
+}
+
+void ListsTest::OpenList(const QString &name, const QStringList &entries) {
+    WriteListFile(name, FileBytes(entries));
+    ASSERT_TRUE(lists.Load(name));
+    ASSERT_EQ(Current(), entries);
+    TakeStatus();
+}
+
+void ListsTest::AddPending(const QStringList &entries) {
+    lists.lstEmailList(kPending).AddAll(entries);
+}
+
+QStringList ListsTest::Errors() const {
+    QStringList errors;
+    for (const QString &line : profile.Log(QStringLiteral("ErrorLog.txt")))
+        errors << line.section(QStringLiteral(" Error "), 1);
+    return errors;
+}
+
+void ListsTest::BlockLog(const QString &file) const {
+    const QString path = session.ProfileFile(QStringLiteral("logs"), file);
+    QFile::remove(path);
+    ASSERT_TRUE(QDir().mkpath(path));
+}
+
+} // namespace varlo::test
