@@ -161,7 +161,7 @@ void EntryListModel::RemoveRows(const QList<int> &rows) {
 int EntryListModel::FindFirst(const QString &entry) const {
     if (!IsAlphabetical()) {
         const auto found = index_.constFind(entry.toLower());
-        return found == index_.constEnd() ? -1 : RowOfSerial(found->FirstSerial);
+        return found == index_.constEnd() ? -1 : RowOfSerial(found->first());
     }
     const QString lower = entry.toLower();
     const int row = rows_.LowerBound([&](const Row &r) { return r.Text.toLower() < lower; });
@@ -190,28 +190,19 @@ int EntryListModel::PlaceOf(const QString &entry) const {
 void EntryListModel::Index(const Row &row) {
     if (IsAlphabetical())
         return;
-    Occurrences &seen = index_[row.Text.toLower()];
-    if (seen.Count == 0 || row.Serial < seen.FirstSerial)
-        seen.FirstSerial = row.Serial;
-    ++seen.Count;
+    Serials &serials = index_[row.Text.toLower()];
+    serials.insert(std::lower_bound(serials.cbegin(), serials.cend(), row.Serial), row.Serial);
 }
 
-// Takes the row out of the index; when it was the first of several equal ones, the next of them becomes the
-// first.
 void EntryListModel::Unindex(int row) {
     if (IsAlphabetical())
         return;
     const Row removed = rows_.At(row);
-    const QString lower = removed.Text.toLower();
-    const auto seen = index_.find(lower);
-    if (--seen->Count == 0) {
-        index_.erase(seen);
-    } else if (seen->FirstSerial == removed.Serial) {
-        int next = row + 1;
-        while (Entry(next).toLower() != lower)
-            ++next;
-        seen->FirstSerial = rows_.At(next).Serial;
-    }
+    const auto equal = index_.find(removed.Text.toLower());
+    if (equal->size() == 1)
+        index_.erase(equal);
+    else
+        equal->erase(std::lower_bound(equal->cbegin(), equal->cend(), removed.Serial));
 }
 
 void EntryListModel::InsertRow(int row, const QString &entry) {

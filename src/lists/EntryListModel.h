@@ -6,6 +6,7 @@
 #include <QAbstractListModel>
 #include <QHash>
 #include <QStringList>
+#include <QVarLengthArray>
 
 namespace varlo {
 
@@ -54,11 +55,9 @@ private:
         QString Text;
         quint32 Serial = 0; // ascends with the rows of a chronological list
     };
-    // Where the first of the equal entries of a chronological list stands, and how many there are.
-    struct Occurrences {
-        quint32 FirstSerial = 0;
-        int Count = 0;
-    };
+    // Where all equal entries of a chronological list stand, ascending. All of them, so that a list that
+    // holds every address twice loses its entries as fast as any other; nearly always there is one.
+    using Serials = QVarLengthArray<quint32, 2>;
 
     bool IsAlphabetical() const { return order_ == Order::Alphabetical; }
     std::vector<Row> MakeRows(const QStringList &entries);
@@ -72,7 +71,7 @@ private:
 
     const Order order_;
     ChunkedRows<Row> rows_;
-    QHash<QString, Occurrences> index_; // of a chronological list, by lower-cased text
+    QHash<QString, Serials> index_; // of a chronological list, by lower-cased text
     quint32 nextSerial_ = 0;
 };
 
