@@ -26,6 +26,8 @@ QStringList Names(const Session &session) {
             .entryList({u'*' + kExtension}, QDir::Files | QDir::Hidden, QDir::Name | QDir::IgnoreCase);
     for (QString &name : names)
         name.chop(kExtension.size());
+    // Where the file system tells letter case apart, "NEWS.VLO" is not the file of a list "NEWS".
+    names.removeIf([&](const QString &name) { return !PathExists(Path(session, name)); });
     return names;
 }
 
