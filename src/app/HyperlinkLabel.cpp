@@ -25,7 +25,7 @@ void HyperlinkLabel::ShowColour() {
     const QColor resting = isDark ? QColor(0x6c, 0xb4, 0xff) : QColor(0x0b, 0x5c, 0xbd);
     const QColor colour = down_ ? QColor(Qt::red) : resting;
     if (palette().color(QPalette::WindowText) == colour)
-        return; // also ends the chain of palette changes that setting one begins
+        return;       // also ends the chain of palette changes that setting one begins
     QPalette colours; // sets this colour only; the others stay the theme's
     colours.setColor(QPalette::WindowText, colour);
     setPalette(colours);

@@ -1,10 +1,13 @@
 #include "app/frmMain.h"
 
+#include "app/HelpMenu.h"
 #include "app/StartUp.h"
 #include "app/frmConsole.h"
+#include "compose/frmCompose.h"
 #include "core/PreferenceKeys.h"
 #include "core/Product.h"
 #include "core/StatusLabel.h"
+#include "lists/AddressRules.h"
 #include "lists/CurrentListFrame.h"
 #include "lists/ListFile.h"
 #include "lists/ListsMenu.h"
@@ -23,7 +26,9 @@ namespace varlo {
 
 frmMain::frmMain(Session &session, QWidget *parent)
     : QMainWindow(parent), session_(session), lists_(session), editing_(session, lists_),
-      processing_(session, lists_), console_(std::make_unique<frmConsole>(session)) {
+      processing_(session, lists_),
+      check_(session, MakePendingDoor(), [this] { mnuMainPreferences_Click(); }),
+      console_(std::make_unique<frmConsole>(session)) {
     setObjectName(QStringLiteral("frmMain"));
     setWindowTitle(Product::kMainCaption);
     CreateControls();
@@ -41,6 +46,7 @@ void frmMain::CreateControls() {
     CreateVarloMenu();
     mnuLists = new ListsMenu(session_, lists_, editing_, this);
     menuBar()->addMenu(mnuLists);
+    menuBar()->addMenu(new HelpMenu(session_, this));
     CreateStatusBar();
 }
 
@@ -98,6 +104,7 @@ void frmMain::LayOutControls() {
 }
 
 void frmMain::ConnectControls() {
+    connect(mnuCompose, &QAction::triggered, this, &frmMain::mnuCompose_Click);
     connect(mnuMainPreferences, &QAction::triggered, this, &frmMain::mnuMainPreferences_Click);
     connect(mnuMainConsole, &QAction::triggered, this, &frmMain::mnuMainConsole_Click);
     connect(mnuMainOnTop, &QAction::triggered, this, &frmMain::mnuMainOnTop_Click);
@@ -117,6 +124,7 @@ void frmMain::ConnectFrames() {
             [this](const QPoint &position) { mnuLists->CurrentMenu()->popup(position); });
     connect(Frame3, &PendingListFrame::ContextMenuWanted, mnuLists->PendingMenu(),
             [this](const QPoint &position) { mnuLists->PendingMenu()->popup(position); });
+    connect(Frame3, &PendingListFrame::MailCheckWanted, this, [this] { check_.Start(); });
     connect(Frame3, &PendingListFrame::CaptionWanted, this, [this](const QString &caption) {
         setWindowTitle(caption.isEmpty() ? Product::kMainCaption : caption);
     });
@@ -192,6 +200,49 @@ void frmMain::SetLocked(bool locked) {
         focusBeforeLock_->setFocus();
 }
 
+QStringList frmMain::ListNames() const {
+    return fraCurrent->ListNames();
+}
+
+QString frmMain::CurrentListName() const {
+    return lists_.CurrentListName;
+}
+
+QStringList frmMain::SelectedAddresses() const {
+    return lists_.SelectedEntries(lists_.VisibleBox());
+}
+
+void frmMain::AddPending(const QString &entry) {
+    lists_.AddPending(entry);
+    lists_.UpdateControls();
+}
+
+// The mail check reaches the Pending list through this door and nothing else of the window.
+PendingDoor frmMain::MakePendingDoor() {
+    return {
+        .IsValid = [this](const QString &address) { return IsValidAddress(session_, address, true); },
+        .IsNew =
+            [this](const QString &entry) {
+                return IsNewAddress(session_, entry, lists_.lstEmailList(kPending));
+            },
+        .AddPending = [this](const QString &entry) { lists_.lstEmailList(kPending).Add(entry); },
+        .SelectLast = [this] { lists_.SelectLastPending(); },
+        .UpdateControls = [this] { lists_.UpdateControls(); },
+        .Bypass = [this] { return Frame3->Bypass(); },
+        .ProcessPending = [this] { processing_.Run(); },
+    };
+}
+
+void frmMain::mnuCompose_Click() {
+    if (!lists_.PromptSaveList()) // so that saved lists are composed to; a failed save has been reported
+        return;
+    if (!compose_)
+        compose_ = new frmCompose(session_, *this);
+    compose_->show();
+    compose_->raise();
+    compose_->activateWindow();
+}
+
 void frmMain::mnuMainPreferences_Click() {
     frmOptions(session_, this).exec();
 }
@@ -243,6 +294,7 @@ void frmMain::Form_Unload() {
     ErrorTrap trap(session_, QStringLiteral("Main.Unload"));
     session_.AppExiting = true;
     processing_.Abort();
+    delete compose_;
     console_->close();
     WriteSessionMarkers(session_, QStringLiteral(" SESSION ENDED"), trap);
     WriteValue(session_.INI, Keys::ListCurrent, fraCurrent->ChosenIndex());

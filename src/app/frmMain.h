@@ -1,11 +1,13 @@
 // The main window: the frame that joins the two lists, the mail check, the compose window and the menus.
 #pragma once
 
+#include "compose/ComposeHost.h"
 #include "core/Reporting.h"
 #include "core/Session.h"
 #include "lists/ListEditing.h"
 #include "lists/ListStore.h"
 #include "lists/PendingProcessing.h"
+#include "pop3/Pop3Check.h"
 
 #include <QMainWindow>
 #include <QPointer>
@@ -16,13 +18,13 @@ class QSplitter;
 namespace varlo {
 
 class CurrentListFrame;
-class HelpMenu;
 class ListsMenu;
 class PendingListFrame;
 class StatusLabel;
+class frmCompose;
 class frmConsole;
 
-class frmMain : public QMainWindow {
+class frmMain : public QMainWindow, private ComposeHost {
     Q_OBJECT
 
 public:
@@ -44,6 +46,13 @@ private:
     void ConnectControls();
     void ConnectFrames();
 
+    // What the compose window asks for.
+    QStringList ListNames() const override;
+    QString CurrentListName() const override;
+    QStringList SelectedAddresses() const override;
+    void AddPending(const QString &entry) override;
+
+    PendingDoor MakePendingDoor();
     void LoadMainSettings(ErrorTrap &trap);
     void OpenLastList(ErrorTrap &trap);
     void RestoreLayout();
@@ -55,6 +64,7 @@ private:
     void SetLocked(bool locked);
     void ShowSortOrder();
 
+    void mnuCompose_Click();
     void mnuMainPreferences_Click();
     void mnuMainConsole_Click();
     void mnuMainOnTop_Click();
@@ -63,6 +73,7 @@ private:
     ListStore lists_;
     ListEditing editing_;
     PendingProcessing processing_;
+    Pop3Check check_;
 
     QSplitter *splitter_ = nullptr;
     CurrentListFrame *fraCurrent = nullptr;
@@ -77,6 +88,7 @@ private:
     QLabel *lblStatusCurrent = nullptr;
     QLabel *lblStatusPending = nullptr;
     std::unique_ptr<frmConsole> console_;
+    QPointer<frmCompose> compose_; // deletes itself once it is closed
     QPointer<QWidget> focusBeforeLock_;
 };
 

@@ -114,9 +114,13 @@ bool ListStore::PromptSaveList() {
 }
 
 void ListStore::AddPending(const QString &entry) {
-    EntryListModel &pending = lstEmailList(kPending);
-    const int row = pending.Add(entry);
-    Selection(kPending).setCurrentIndex(pending.index(row), QItemSelectionModel::NoUpdate);
+    lstEmailList(kPending).Add(entry);
+    SelectLastPending();
+}
+
+void ListStore::SelectLastPending() {
+    const EntryListModel &pending = lstEmailList(kPending);
+    Selection(kPending).setCurrentIndex(pending.index(pending.Count() - 1), QItemSelectionModel::NoUpdate);
 }
 
 } // namespace varlo

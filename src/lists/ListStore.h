@@ -55,6 +55,10 @@ public:
     // full.
     void AddPending(const QString &entry);
 
+    // Makes the last entry of the Pending list its current item, so that it is in view. Nothing when it is
+    // empty.
+    void SelectLastPending();
+
     // The controls follow the lists: called after every change to a list.
     void UpdateControls() { Q_EMIT ControlsOutdated(); }
 
