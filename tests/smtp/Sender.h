@@ -1,0 +1,71 @@
+// The component joined to a fake server, with what its event reported.
+#pragma once
+
+#include "smtp/SMTP.h"
+#include "support/FakeSmtpServer.h"
+
+#include <QElapsedTimer>
+#include <QTimer>
+
+#include <ostream>
+#include <vector>
+
+namespace varlo::test {
+
+struct SmtpError {
+    int Number;
+    QString Description;
+
+    bool operator==(const SmtpError &) const = default;
+};
+
+inline void PrintTo(const SmtpError &error, std::ostream *out) {
+    *out << error.Number << ' ' << error.Description.toStdString();
+}
+
+using SmtpErrors = std::vector<SmtpError>;
+
+struct Sender {
+    explicit Sender(int port) {
+        Smtp.SetServer(QStringLiteral("127.0.0.1"));
+        Smtp.SetPort(port);
+        Smtp.SetSender(QStringLiteral("\"The Editor\" <editor@example.org>"));
+        Smtp.SetSubject(QStringLiteral("News"));
+        Smtp.SetMessageText(QStringLiteral("Hello\r\n"));
+        QObject::connect(&Smtp, &OSSMTP::SMTP::ErrorSMTP, [this](int number, const QString &text) {
+            Errors.push_back({number, text});
+        });
+    }
+    explicit Sender(const FakeSmtpServer &server) : Sender(server.Port()) {}
+
+    bool SendTo(const QString &address) {
+        Smtp.SetRecipient(QStringLiteral("\"Readers\" <%1>").arg(address));
+        return Smtp.Send();
+    }
+
+    OSSMTP::SMTP Smtp;
+    SmtpErrors Errors;
+};
+
+// Measures how long the event loop went without turning.
+class Heartbeat : public QObject {
+public:
+    Heartbeat() {
+        timer_.setTimerType(Qt::PreciseTimer);
+        connect(&timer_, &QTimer::timeout, this, [this] { Beat(); });
+        timer_.start(5);
+        since_.start();
+    }
+    int Beats = 0;
+    qint64 LongestGap = 0; // ms
+
+private:
+    void Beat() {
+        ++Beats;
+        LongestGap = std::max(LongestGap, since_.restart());
+    }
+    QTimer timer_;
+    QElapsedTimer since_;
+};
+
+} // namespace varlo::test
