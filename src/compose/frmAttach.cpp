@@ -1,0 +1,139 @@
+#include "compose/frmAttach.h"
+
+#include "compose/AttachmentBox.h"
+#include "compose/AttachmentList.h"
+#include "compose/PlainToolTip.h"
+#include "compose/modDialogs.h"
+#include "core/Reporting.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QShortcut>
+#include <QVBoxLayout>
+
+namespace varlo {
+
+namespace {
+
+const QString kToolTip = QStringLiteral("Add and remove files to be sent as attachments with your e-mail");
+
+QPushButton *NewButton(const QString &name, const QString &caption) {
+    auto *button = new QPushButton(caption);
+    button->setObjectName(name);
+    button->setAutoDefault(false); // Enter means "OK" wherever the focus is
+    return button;
+}
+
+} // namespace
+
+frmAttach::frmAttach(Session &session, QWidget *parent) : QDialog(parent), session_(session) {
+    CreateControls();
+    LayOut();
+    ConnectControls();
+    Form_Load();
+}
+
+QString frmAttach::SizeText() const {
+    return lblFilesize->text();
+}
+
+void frmAttach::CreateControls() {
+    setObjectName(QStringLiteral("frmAttach"));
+    setWindowTitle(QStringLiteral("Attachments"));
+    lstAttachments = new AttachmentBox;
+    lstAttachments->setObjectName(QStringLiteral("lstAttachments"));
+    lstAttachments->setAccessibleName(QStringLiteral("Attachments"));
+    lstAttachments->setToolTip(kToolTip);
+    cmdAddFile = NewButton(QStringLiteral("cmdAddFile"), QStringLiteral("&Add File..."));
+    cmdRemoveFile = NewButton(QStringLiteral("cmdRemoveFile"), QStringLiteral("&Remove File"));
+    lblFilesize = new QLabel;
+    lblFilesize->setObjectName(QStringLiteral("lblFilesize"));
+    lblFilesize->setTextFormat(Qt::PlainText);
+    cmdOK = NewButton(QStringLiteral("cmdOK"), QStringLiteral("OK"));
+    cmdOK->setDefault(true);
+    cmdCancel = NewButton(QStringLiteral("cmdCancel"), QStringLiteral("Cancel"));
+}
+
+void frmAttach::LayOut() {
+    auto *fileButtons = new QHBoxLayout;
+    fileButtons->addWidget(cmdAddFile);
+    fileButtons->addWidget(cmdRemoveFile);
+    fileButtons->addStretch(1);
+    fileButtons->addWidget(lblFilesize);
+    auto *endButtons = new QHBoxLayout;
+    endButtons->addStretch(1);
+    endButtons->addWidget(cmdOK);
+    endButtons->addWidget(cmdCancel);
+    auto *all = new QVBoxLayout(this);
+    all->addWidget(lstAttachments, 1);
+    all->addLayout(fileButtons);
+    all->addLayout(endButtons);
+    resize(520, 320);
+    cmdAddFile->setFocus();
+}
+
+void frmAttach::ConnectControls() {
+    connect(cmdAddFile, &QPushButton::clicked, this, &frmAttach::cmdAddFile_Click);
+    connect(cmdRemoveFile, &QPushButton::clicked, this, &frmAttach::cmdRemoveFile_Click);
+    connect(cmdOK, &QPushButton::clicked, this, &frmAttach::cmdOK_Click);
+    connect(cmdCancel, &QPushButton::clicked, this, &frmAttach::reject);
+    connect(lstAttachments, &AttachmentBox::itemSelectionChanged, this, &frmAttach::lstAttachments_Click);
+    connect(lstAttachments, &AttachmentBox::FilesDropped, this, &frmAttach::lstAttachments_OLEDragDrop);
+    auto *deleteKey = new QShortcut(QKeySequence(Qt::Key_Delete), lstAttachments);
+    deleteKey->setContext(Qt::WidgetShortcut);
+    connect(deleteKey, &QShortcut::activated, this, &frmAttach::cmdRemoveFile_Click);
+}
+
+void frmAttach::Form_Load() {
+    lstAttachments->addItems(AttachmentPaths(session_.Attachments));
+    RefreshFiles();
+}
+
+void frmAttach::cmdAddFile_Click() {
+    const QString path =
+        OpenFile(session_, AllFilesFilter(), session_.ProgramFolder, QStringLiteral("Select file to attach"));
+    if (path.isEmpty())
+        return;
+    lstAttachments->addItem(path);
+    RefreshFiles();
+}
+
+// The row that takes the removed one's place is selected, or the new last one, so that repeated clicks keep
+// removing.
+void frmAttach::cmdRemoveFile_Click() {
+    const QList<QListWidgetItem *> selected = lstAttachments->selectedItems();
+    if (selected.isEmpty())
+        return;
+    const int row = lstAttachments->row(selected.first());
+    delete lstAttachments->takeItem(row);
+    lstAttachments->setCurrentRow(qMin(row, lstAttachments->count() - 1));
+    RefreshFiles();
+}
+
+void frmAttach::cmdOK_Click() {
+    session_.Attachments = AttachmentArray(lstAttachments->Rows());
+    accept();
+}
+
+void frmAttach::lstAttachments_Click() {
+    const QList<QListWidgetItem *> selected = lstAttachments->selectedItems();
+    cmdRemoveFile->setEnabled(!selected.isEmpty());
+    if (!selected.isEmpty() && !selected.first()->text().isEmpty())
+        lstAttachments->setToolTip(
+            PlainToolTip(QStringLiteral("Current selection [") + selected.first()->text() + u']'));
+}
+
+// Wanted: a drop leaves the size as it was, so that hundreds of files on a slow share appear at once; the
+// next add, remove or opening of the dialog counts them.
+void frmAttach::lstAttachments_OLEDragDrop(const QList<QUrl> &urls) {
+    lstAttachments->addItems(DroppedFiles(urls));
+}
+
+void frmAttach::RefreshFiles() {
+    cmdRemoveFile->setEnabled(!lstAttachments->selectedItems().isEmpty());
+    Trapped(session_, QStringLiteral("Attach.RefreshFiles"),
+            [this] { lblFilesize->setText(AttachmentSummary(lstAttachments->Rows())); });
+}
+
+} // namespace varlo
