@@ -15,10 +15,19 @@ std::map<OSSMTP::SMTP *, FakeSmtp> &Fakes() {
     return fakes;
 }
 
+OSSMTP::SMTP *&NewestComponent() {
+    static OSSMTP::SMTP *newest = nullptr;
+    return newest;
+}
+
 } // namespace
 
 FakeSmtp &FakeSmtp::Of(OSSMTP::SMTP &smtp) {
     return Fakes().at(&smtp);
+}
+
+FakeSmtp &FakeSmtp::Newest() {
+    return Fakes().at(NewestComponent());
 }
 
 QStringList FakeSmtp::Recipients() const {
@@ -37,6 +46,7 @@ using varlo::test::FakeSmtp;
 class SMTP::Private {};
 
 SMTP::SMTP(QObject *parent) : QObject(parent) {
+    varlo::test::NewestComponent() = this;
     FakeSmtp &fake = varlo::test::Fakes()[this];
     fake.Fail = [this](int number, const QString &description) {
         Q_EMIT ErrorSMTP(number, description);

@@ -26,6 +26,8 @@ struct FakeSmtp {
 
     // The fake behind a component.
     static FakeSmtp &Of(OSSMTP::SMTP &smtp);
+    // The fake behind the component that was made last; it must still live.
+    static FakeSmtp &Newest();
 
     // The recipients of all messages, as the engine named them.
     QStringList Recipients() const;

@@ -1,0 +1,288 @@
+#include "compose/frmCompose.h"
+
+#include "compose/AttachmentList.h"
+#include "compose/ComposeHost.h"
+#include "compose/ComposeMail.h"
+#include "compose/Draft.h"
+#include "compose/MessageEdit.h"
+#include "compose/PlainToolTip.h"
+#include "compose/Signature.h"
+#include "compose/frmAttach.h"
+#include "compose/frmCompRecip.h"
+#include "core/Reporting.h"
+#include "core/StatusLabel.h"
+
+#include <QCloseEvent>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenu>
+#include <QPointer>
+#include <QProgressBar>
+#include <QToolButton>
+
+#include <initializer_list>
+
+namespace varlo {
+
+frmCompose::frmCompose(Session &session, ComposeHost &host, QWidget *parent)
+    : QMainWindow(parent), session_(session), host_(host), mail_(NewMail()), recipients_(session) {
+    CreateControls();
+    LayOut();
+    ConnectControls();
+    Form_Load();
+}
+
+frmCompose::~frmCompose() {
+    mail_->Engine.Cancel();
+}
+
+// An address that fails while the window is being destroyed has no Pending list to go to any more.
+std::shared_ptr<ComposeMail> frmCompose::NewMail() {
+    const QPointer<frmCompose> self(this);
+    return std::make_shared<ComposeMail>(session_, [self](const QString &entry) {
+        if (self)
+            self->host_.AddPending(entry);
+    });
+}
+
+// Each step is tried, whatever became of the one before.
+void frmCompose::Form_Load() {
+    ErrorTrap trap(session_, QStringLiteral("Compose.Load"));
+    trap([this] { FillSources(); });
+    trap([this] { signature_ = LoadSignature(session_); });
+    trap([this] { txtMessage->SetText(InitialBody(signature_, AutoAddSignature(session_))); });
+    history_.Clear();
+    // The attachments outlive the window; those of an earlier message are still set.
+    ShowAttachments(QString());
+    trap([this] { picAttachments->setToolTip(AttachmentSummary(AttachmentPaths(session_.Attachments))); });
+    ChooseCurrentList();
+}
+
+void frmCompose::FillSources() {
+    listNames_ = host_.ListNames();
+    cmbTo->addItems(RecipientSourceTexts(listNames_, !host_.SelectedAddresses().isEmpty()));
+}
+
+void frmCompose::ChooseCurrentList() {
+    const auto index = static_cast<int>(listNames_.indexOf(host_.CurrentListName()));
+    cmbTo->setCurrentIndex(index);
+    if (index >= 0)
+        cmbTo_Click(index);
+}
+
+void frmCompose::cmbTo_Click(int index) {
+    ShowSources(QString()); // a row that stands for no list has none to tell of
+    RecipientChoice choice;
+    choice.Index = index;
+    choice.ListNames = listNames_;
+    choice.CurrentListName = host_.CurrentListName();
+    if (RecipientSourceAt(index, listNames_.size()) == RecipientSource::CurrentSelection)
+        choice.SelectedAddresses = host_.SelectedAddresses();
+    choice.PickLists = [this] { return PickLists(); };
+    recipients_.Choose(choice);
+}
+
+// Closed without "OK", the dialog selects nothing: a message never goes to lists that were not confirmed.
+QStringList frmCompose::PickLists() {
+    const QPointer<frmCompRecip> dialog = new frmCompRecip(listNames_, this);
+    const bool isAccepted = dialog->exec() == QDialog::Accepted;
+    if (!dialog) // the window went while the dialog was open, and the dialog with it
+        return {};
+    const QStringList names = isAccepted ? dialog->SelectedLists() : QStringList();
+    delete dialog;
+    ShowSources(ListNamesText(names));
+    return names;
+}
+
+void frmCompose::ShowSources(const QString &names) {
+    cmbTo->setToolTip(PlainToolTip(names));
+}
+
+void frmCompose::txtMessage_Change() {
+    Trapped(session_, QStringLiteral("Main.txtMessage_Change"), [this] {
+        const QString text = txtMessage->Text();
+        if (text == recordedText_) // a text box also tells of changes that leave its text as it was
+            return;
+        recordedText_ = text;
+        history_.Record(text);
+    });
+}
+
+void frmCompose::txtMessage_KeyDown(int key, bool *taken) {
+    Trapped(session_, QStringLiteral("Compose.txtMessage_KeyDown"), [this, key, taken] {
+        *taken = true;
+        switch (key) {
+        case Qt::Key_Z:
+            mnuEditUndo_Click();
+            break;
+        case Qt::Key_Y:
+            mnuEditRedo_Click();
+            break;
+        case Qt::Key_X:
+            mnuEditCut_Click();
+            break;
+        case Qt::Key_C:
+            mnuEditCopy_Click();
+            break;
+        case Qt::Key_V:
+            mnuEditPaste_Click();
+            break;
+        case Qt::Key_A:
+            mnuEditSelectAll_Click();
+            break;
+        case Qt::Key_Backspace:
+            txtMessage->DeleteWord();
+            break;
+        default:
+            *taken = false;
+        }
+    });
+}
+
+void frmCompose::mnuMessageSend_Click() {
+    Trapped(session_, QStringLiteral("Compose.cmdSend"), [this] {
+        const ComposedMessage message = Composed();
+        if (mail_->Engine.Validate(message))
+            Send(message);
+    });
+}
+
+ComposedMessage frmCompose::Composed() const {
+    ComposedMessage message;
+    message.ToName = txtTo->text();
+    message.Subject = txtSubject->text();
+    message.Text = txtMessage->Text();
+    message.Signature = signature_;
+    message.Recipients = recipients_.Addresses();
+    if (!picAttachments->isHidden())
+        message.Attachments = AttachmentPaths(session_.Attachments);
+    return message;
+}
+
+// Events run while the engine sends: afterwards the window may be closed or even gone.
+void frmCompose::Send(const ComposedMessage &message) {
+    const std::shared_ptr<ComposeMail> mail = mail_;
+    const QPointer<frmCompose> self(this);
+    const bool isComplete = mail->Engine.Send(message);
+    if (!self)
+        return;
+    if (closed_)
+        deleteLater();
+    else if (isComplete)
+        close();
+    else
+        ShowIdleCaption();
+}
+
+void frmCompose::ShowIdleCaption() {
+    setWindowTitle(QStringLiteral("Compose"));
+}
+
+void frmCompose::SetSending(bool sending) {
+    for (QWidget *input : std::initializer_list<QWidget *>{mnuMessage, mnuEdit, mnuInsert, cmbTo, txtTo,
+                                                           txtSubject, txtMessage, picAttachments})
+        input->setEnabled(!sending);
+    prgSending->setValue(0);
+    prgSending->setVisible(sending);
+}
+
+void frmCompose::closeEvent(QCloseEvent *event) {
+    closed_ = true;
+    mail_->Engine.Cancel();
+    for (QDialog *dialog : findChildren<QDialog *>(Qt::FindDirectChildrenOnly))
+        dialog->reject();
+    event->accept();
+    if (!mail_->Engine.IsSending())
+        deleteLater();
+}
+
+void frmCompose::keyPressEvent(QKeyEvent *event) {
+    if (event->key() == Qt::Key_Escape && mail_->Engine.IsSending())
+        close();
+    else
+        QMainWindow::keyPressEvent(event);
+}
+
+void frmCompose::mnuMessageOpen_Click() {
+    Trapped(session_, QStringLiteral("Compose.mnuMessageOpen"), [this] {
+        const std::optional<Draft> draft = OpenDraft(session_);
+        if (!draft) {
+            session_.Boxes.MsgBox(QStringLiteral("No saved draft found."));
+            return;
+        }
+        txtSubject->setText(draft->Subject);
+        txtMessage->SetText(draft->Body);
+        txtMessage->setFocus();
+    });
+}
+
+void frmCompose::mnuMessageSave_Click() {
+    Trapped(session_, QStringLiteral("Compose.mnuMessageSave"), [this] {
+        SaveDraft(session_, {txtSubject->text(), txtMessage->Text()});
+        lblStatus->setText(QStringLiteral("Draft saved"));
+    });
+}
+
+void frmCompose::mnuMessageAttach_Click() {
+    const QPointer<frmAttach> dialog = new frmAttach(session_, this);
+    const bool isAccepted = dialog->exec() == QDialog::Accepted;
+    if (!dialog) // the window went while the dialog was open, and the dialog with it
+        return;
+    if (isAccepted)
+        ShowAttachments(dialog->SizeText());
+    delete dialog;
+}
+
+void frmCompose::ShowAttachments(const QString &sizeText) {
+    picAttachments->setVisible(!AttachmentPaths(session_.Attachments).isEmpty());
+    picAttachments->setToolTip(sizeText);
+}
+
+// Wanted: the attachment array stays, only the indicator goes, and nothing is attached while it is hidden.
+// The next look at the attachments brings them back with one "OK".
+void frmCompose::mnuMessageClearAll_Click() {
+    txtSubject->clear();
+    signature_ = LoadSignature(session_);
+    txtMessage->SetText(SignedBody(signature_));
+    picAttachments->hide();
+}
+
+void frmCompose::mnuEditUndo_Click() {
+    if (history_.Undo())
+        ShowUndoState();
+}
+
+void frmCompose::mnuEditRedo_Click() {
+    if (history_.Redo())
+        ShowUndoState();
+}
+
+void frmCompose::ShowUndoState() {
+    history_.Suppress = true;
+    txtMessage->SetText(history_.Shown());
+    history_.Suppress = false;
+    txtMessage->SetCaret(CaretAfterUndo(history_.Shown(), signature_));
+}
+
+void frmCompose::mnuEditCut_Click() {
+    txtMessage->Cut();
+}
+
+void frmCompose::mnuEditCopy_Click() {
+    txtMessage->Copy();
+}
+
+void frmCompose::mnuEditPaste_Click() {
+    txtMessage->Paste();
+}
+
+void frmCompose::mnuEditSelectAll_Click() {
+    txtMessage->SelectEverything();
+}
+
+void frmCompose::mnuInsSignature_Click() {
+    txtMessage->InsertAtCaret(SignedBody(signature_));
+}
+
+} // namespace varlo

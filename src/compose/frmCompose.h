@@ -1,0 +1,104 @@
+// The compose window: one plain-text message, its recipients and its sending.
+#pragma once
+
+#include "compose/Recipients.h"
+#include "compose/SendEngine.h"
+#include "compose/UndoHistory.h"
+#include "core/Session.h"
+
+#include <QMainWindow>
+
+#include <memory>
+
+class QComboBox;
+class QLabel;
+class QLineEdit;
+class QProgressBar;
+class QToolButton;
+
+namespace varlo {
+
+struct ComposeHost;
+struct ComposeMail;
+class MessageEdit;
+class StatusLabel;
+
+// Made with `new`; it deletes itself once it is closed. Closing (or Esc) during a send cancels the send: the
+// window hides at once and is deleted when the send has returned. Destroying it earlier is safe, too.
+// `session` must live until a send has returned, `host` as long as the window.
+class frmCompose : public QMainWindow {
+    Q_OBJECT
+
+public:
+    frmCompose(Session &session, ComposeHost &host, QWidget *parent = nullptr);
+    ~frmCompose() override;
+
+protected:
+    void closeEvent(QCloseEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
+
+private:
+    void CreateControls();
+    void CreateFields();
+    void CreateIndicators();
+    void CreateMessageMenu();
+    void CreateEditMenu();
+    void CreateInsertMenu();
+    void LayOut();
+    void SetTabOrder();
+    void ConnectControls();
+
+    void Form_Load();
+    void cmbTo_Click(int index);
+    void txtMessage_Change();
+    void txtMessage_KeyDown(int key, bool *taken);
+    void mnuMessageSend_Click();
+    void mnuMessageOpen_Click();
+    void mnuMessageSave_Click();
+    void mnuMessageAttach_Click();
+    void mnuMessageClearAll_Click();
+    void mnuEditUndo_Click();
+    void mnuEditRedo_Click();
+    void mnuEditCut_Click();
+    void mnuEditCopy_Click();
+    void mnuEditPaste_Click();
+    void mnuEditSelectAll_Click();
+    void mnuInsSignature_Click();
+
+    std::shared_ptr<ComposeMail> NewMail();
+    void FillSources();
+    void ChooseCurrentList();
+    QStringList PickLists();
+    void ShowSources(const QString &names);
+    void ShowUndoState();
+    void ShowAttachments(const QString &sizeText);
+    ComposedMessage Composed() const;
+    void Send(const ComposedMessage &message);
+    void SetSending(bool sending);
+    void ShowIdleCaption();
+
+    Session &session_;
+    ComposeHost &host_;
+    std::shared_ptr<ComposeMail> mail_; // shared with the send that runs
+    UndoHistory history_;
+    QString recordedText_; // the body as it was when it last changed
+    QString signature_;
+    Recipients recipients_;
+    QStringList listNames_; // as cmbTo shows them
+    bool closed_ = false;
+
+    QMenu *mnuMessage = nullptr;
+    QMenu *mnuEdit = nullptr;
+    QMenu *mnuInsert = nullptr;
+    QComboBox *cmbTo = nullptr;
+    QLabel *lblStatusRecipients = nullptr;
+    QLineEdit *txtTo = nullptr;
+    QLineEdit *txtSubject = nullptr;
+    MessageEdit *txtMessage = nullptr;
+    QToolButton *picAttachments = nullptr;
+    QLabel *lblCaption = nullptr;
+    StatusLabel *lblStatus = nullptr;
+    QProgressBar *prgSending = nullptr;
+};
+
+} // namespace varlo

@@ -1,0 +1,195 @@
+// The controls of the compose window: what they are, where they stand, what they are joined to.
+
+#include "compose/ComposeMail.h"
+#include "compose/MessageEdit.h"
+#include "compose/frmCompose.h"
+#include "core/StatusLabel.h"
+
+#include <QComboBox>
+#include <QGridLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenu>
+#include <QMenuBar>
+#include <QProgressBar>
+#include <QToolButton>
+#include <QVBoxLayout>
+
+namespace varlo {
+
+namespace {
+
+template<typename Control> Control *Named(Control *control, const QString &name) {
+    control->setObjectName(name);
+    return control;
+}
+
+QLabel *BuddyLabel(const QString &caption, QWidget *control) {
+    auto *label = new QLabel(caption);
+    label->setBuddy(control);
+    return label;
+}
+
+QMenu *AddMenu(QMainWindow *window, const QString &name, const QString &caption) {
+    return Named(window->menuBar()->addMenu(caption), name);
+}
+
+template<typename Window>
+QAction *AddEntry(QMenu *menu, const QString &name, const QString &caption, Window *window,
+                  void (Window::*handler)(), const QKeySequence &key = {}) {
+    QAction *entry = Named(menu->addAction(caption), name);
+    entry->setShortcut(key);
+    QObject::connect(entry, &QAction::triggered, window, handler);
+    return entry;
+}
+
+void AddLine(QMenu *menu, const QString &name) {
+    Named(menu->addSeparator(), name);
+}
+
+} // namespace
+
+void frmCompose::CreateControls() {
+    setObjectName(QStringLiteral("frmCompose"));
+    ShowIdleCaption();
+    CreateFields();
+    CreateIndicators();
+    CreateMessageMenu();
+    CreateEditMenu();
+    CreateInsertMenu();
+}
+
+void frmCompose::CreateFields() {
+    cmbTo = Named(new QComboBox, QStringLiteral("cmbTo"));
+    // The width does not follow the longest name of a list.
+    cmbTo->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    cmbTo->setMinimumContentsLength(20);
+    cmbTo->setMaxVisibleItems(20);
+    lblStatusRecipients =
+        Named(new QLabel(QStringLiteral("0 Recipients")), QStringLiteral("lblStatusRecipients"));
+    txtTo = Named(new QLineEdit(QStringLiteral("Mailing List")), QStringLiteral("txtTo"));
+    txtTo->setToolTip(QStringLiteral("\"To:\" name as it will appear to recipients"));
+    txtSubject = Named(new QLineEdit, QStringLiteral("txtSubject"));
+    txtMessage = Named(new MessageEdit, QStringLiteral("txtMessage"));
+    txtMessage->setAccessibleName(QStringLiteral("Message"));
+    txtMessage->setContextMenuPolicy(Qt::CustomContextMenu);
+}
+
+void frmCompose::CreateIndicators() {
+    picAttachments = Named(new QToolButton, QStringLiteral("picAttachments"));
+    picAttachments->setAccessibleName(QStringLiteral("Attachments"));
+    picAttachments->setIcon(QIcon(QStringLiteral(":/icons/attach.svg")));
+    picAttachments->setIconSize(QSize(20, 20));
+    picAttachments->setAutoRaise(true);
+    picAttachments->setFocusPolicy(Qt::TabFocus);
+    picAttachments->hide();
+    lblCaption = Named(new QLabel(QStringLiteral("Status:")), QStringLiteral("lblCaption"));
+    lblStatus = Named(new StatusLabel(QStringLiteral("Idle")), QStringLiteral("lblStatus"));
+    prgSending = Named(new QProgressBar, QStringLiteral("prgSending"));
+    prgSending->setAccessibleName(QStringLiteral("Sending"));
+    prgSending->setRange(0, 100);
+    prgSending->hide();
+}
+
+void frmCompose::CreateMessageMenu() {
+    mnuMessage = AddMenu(this, QStringLiteral("mnuMessage"), QStringLiteral("M&essage"));
+    AddEntry(mnuMessage, QStringLiteral("mnuMessageSend"), QStringLiteral("Send Message"), this,
+             &frmCompose::mnuMessageSend_Click, QKeySequence(Qt::CTRL | Qt::Key_Return));
+    AddLine(mnuMessage, QStringLiteral("mnuMessageLine1"));
+    AddEntry(mnuMessage, QStringLiteral("mnuMessageOpen"), QStringLiteral("Open Draft"), this,
+             &frmCompose::mnuMessageOpen_Click, QKeySequence(Qt::CTRL | Qt::Key_O));
+    AddEntry(mnuMessage, QStringLiteral("mnuMessageSave"), QStringLiteral("Save Draft"), this,
+             &frmCompose::mnuMessageSave_Click, QKeySequence(Qt::CTRL | Qt::Key_S));
+    AddLine(mnuMessage, QStringLiteral("mnuMessageLine2"));
+    AddEntry(mnuMessage, QStringLiteral("mnuMessageAttach"), QStringLiteral("Attachments..."), this,
+             &frmCompose::mnuMessageAttach_Click, QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_A));
+    AddLine(mnuMessage, QStringLiteral("mnuMessageLine3"));
+    AddEntry(mnuMessage, QStringLiteral("mnuMessageClearAll"), QStringLiteral("Clear All"), this,
+             &frmCompose::mnuMessageClearAll_Click);
+}
+
+// The keys of this menu belong to the message: in the other fields they keep the meaning they have
+// everywhere. So the menu only shows them; txtMessage_KeyDown hears them.
+void frmCompose::CreateEditMenu() {
+    mnuEdit = AddMenu(this, QStringLiteral("mnuEdit"), QStringLiteral("&Edit"));
+    const auto add = [this](const char *name, const char *caption, int key, void (frmCompose::*handler)()) {
+        QAction *entry =
+            AddEntry(mnuEdit, QString::fromLatin1(name), QString::fromLatin1(caption), this, handler);
+        entry->setShortcutContext(Qt::WidgetShortcut);
+        entry->setShortcut(QKeySequence(Qt::CTRL | static_cast<Qt::Key>(key)));
+    };
+    add("mnuEditUndo", "Undo", Qt::Key_Z, &frmCompose::mnuEditUndo_Click);
+    add("mnuEditRedo", "Redo", Qt::Key_Y, &frmCompose::mnuEditRedo_Click);
+    AddLine(mnuEdit, QStringLiteral("mnuEditLine1"));
+    add("mnuEditCut", "Cut", Qt::Key_X, &frmCompose::mnuEditCut_Click);
+    add("mnuEditCopy", "Copy", Qt::Key_C, &frmCompose::mnuEditCopy_Click);
+    add("mnuEditPaste", "Paste", Qt::Key_V, &frmCompose::mnuEditPaste_Click);
+    AddLine(mnuEdit, QStringLiteral("mnuEditLine2"));
+    add("mnuEditSelectAll", "Select All", Qt::Key_A, &frmCompose::mnuEditSelectAll_Click);
+}
+
+void frmCompose::CreateInsertMenu() {
+    mnuInsert = AddMenu(this, QStringLiteral("mnuInsert"), QStringLiteral("&Insert"));
+    AddEntry(mnuInsert, QStringLiteral("mnuInsSignature"), QStringLiteral("Signature"), this,
+             &frmCompose::mnuInsSignature_Click, QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S));
+}
+
+void frmCompose::LayOut() {
+    auto *fields = new QGridLayout;
+    fields->addWidget(BuddyLabel(QStringLiteral("Reci&pients:"), cmbTo), 0, 0);
+    fields->addWidget(cmbTo, 0, 1);
+    fields->addWidget(picAttachments, 0, 2);
+    fields->addWidget(lblStatusRecipients, 1, 1);
+    fields->addWidget(BuddyLabel(QStringLiteral("&To:"), txtTo), 2, 0);
+    fields->addWidget(txtTo, 2, 1, 1, 2);
+    fields->addWidget(BuddyLabel(QStringLiteral("&Subject:"), txtSubject), 3, 0);
+    fields->addWidget(txtSubject, 3, 1, 1, 2);
+    fields->setColumnStretch(1, 1);
+    auto *status = new QHBoxLayout;
+    status->addWidget(lblCaption);
+    status->addWidget(lblStatus, 1);
+    status->addWidget(prgSending);
+    // The window must not change its shape when one of them comes and goes.
+    for (QWidget *indicator : {static_cast<QWidget *>(picAttachments), static_cast<QWidget *>(prgSending)}) {
+        QSizePolicy policy = indicator->sizePolicy();
+        policy.setRetainSizeWhenHidden(true);
+        indicator->setSizePolicy(policy);
+    }
+    prgSending->setFixedWidth(160);
+    auto *content = new QWidget;
+    auto *all = new QVBoxLayout(content);
+    all->addLayout(fields);
+    all->addWidget(txtMessage, 1);
+    all->addLayout(status);
+    setCentralWidget(content);
+    SetTabOrder();
+    resize(720, 540);
+}
+
+// From the recipients downwards; the indicator, which is not always there, comes last.
+void frmCompose::SetTabOrder() {
+    setTabOrder(cmbTo, txtTo);
+    setTabOrder(txtTo, txtSubject);
+    setTabOrder(txtSubject, txtMessage);
+    setTabOrder(txtMessage, picAttachments);
+    txtSubject->setFocus(); // the recipients are chosen already, in most cases
+}
+
+void frmCompose::ConnectControls() {
+    connect(cmbTo, &QComboBox::activated, this, &frmCompose::cmbTo_Click);
+    connect(txtMessage, &MessageEdit::textChanged, this, &frmCompose::txtMessage_Change);
+    connect(txtMessage, &MessageEdit::ControlKey, this, &frmCompose::txtMessage_KeyDown);
+    connect(txtMessage, &MessageEdit::customContextMenuRequested, this,
+            [this](const QPoint &at) { mnuEdit->popup(txtMessage->viewport()->mapToGlobal(at)); });
+    connect(picAttachments, &QToolButton::clicked, this, &frmCompose::mnuMessageAttach_Click);
+    connect(&recipients_, &Recipients::StatusChanged, lblStatus, &StatusLabel::setText);
+    connect(&recipients_, &Recipients::ToolTipChanged, this, &frmCompose::ShowSources);
+    connect(&recipients_, &Recipients::CountChanged, lblStatusRecipients, &QLabel::setText);
+    const SendEngine *engine = &mail_->Engine;
+    connect(engine, &SendEngine::StatusChanged, lblStatus, &StatusLabel::setText);
+    connect(engine, &SendEngine::CaptionChanged, this, &frmCompose::setWindowTitle);
+    connect(engine, &SendEngine::ProgressChanged, prgSending, &QProgressBar::setValue);
+    connect(engine, &SendEngine::SendingChanged, this, &frmCompose::SetSending);
+}
+
+} // namespace varlo

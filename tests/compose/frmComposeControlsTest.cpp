@@ -1,0 +1,93 @@
+// The controls of the compose window: texts, menus, order of the focus, names for screen readers.
+
+#include "compose/ComposeFixture.h"
+
+#include <QMenu>
+#include <QMenuBar>
+
+namespace varlo {
+namespace {
+
+class frmComposeControlsTest : public test::ComposeFixture {
+protected:
+    // The entries of a menu, one text each; separators as "-".
+    QStringList Entries(const char *menu) const {
+        QStringList entries;
+        for (const QAction *entry : Find<QMenu>(menu)->actions())
+            entries << (entry->isSeparator() ? QStringLiteral("-") : entry->text());
+        return entries;
+    }
+};
+
+TEST_F(frmComposeControlsTest, EveryControlHasItsText) {
+    Open();
+    EXPECT_EQ(window->objectName(), "frmCompose");
+    EXPECT_EQ(window->windowTitle(), "Compose");
+    EXPECT_EQ(Label("lblCaption"), "Status:");
+    EXPECT_EQ(Label("lblStatus"), "Idle");
+    EXPECT_EQ(Find<QLineEdit>("txtTo")->text(), "Mailing List");
+    EXPECT_EQ(Find<QLineEdit>("txtTo")->toolTip(), "\"To:\" name as it will appear to recipients");
+}
+
+TEST_F(frmComposeControlsTest, TheMenusHoldTheirEntriesAndLines) {
+    Open();
+    QStringList menus;
+    for (const QAction *menu : window->menuBar()->actions())
+        menus << menu->text();
+    EXPECT_EQ(menus, QStringList({"M&essage", "&Edit", "&Insert"}));
+    EXPECT_EQ(Entries("mnuMessage"), QStringList({"Send Message", "-", "Open Draft", "Save Draft", "-",
+                                                  "Attachments...", "-", "Clear All"}));
+    EXPECT_EQ(Entries("mnuEdit"),
+              QStringList({"Undo", "Redo", "-", "Cut", "Copy", "Paste", "-", "Select All"}));
+    EXPECT_EQ(Entries("mnuInsert"), QStringList("Signature"));
+}
+
+TEST_F(frmComposeControlsTest, TheFocusBeginsAtTheSubjectAndGoesDownwards) {
+    profile.session.Attachments = QStringList{profile.Path("draft.txt")};
+    profile.Write("draft.txt", "");
+    Open();
+    EXPECT_EQ(window->focusWidget(), Subject());
+    To()->setFocus();
+    QStringList order;
+    for (int i = 0; i < 5; ++i) {
+        order << window->focusWidget()->objectName();
+        QTest::keyClick(window->focusWidget(), Qt::Key_Tab);
+    }
+    EXPECT_EQ(order, QStringList({"cmbTo", "txtTo", "txtSubject", "txtMessage", "picAttachments"}));
+}
+
+TEST_F(frmComposeControlsTest, EveryInputHasANameForScreenReaders) {
+    Open();
+    QStringList buddies;
+    for (const QLabel *label : window->findChildren<QLabel *>())
+        if (label->buddy())
+            buddies << label->buddy()->objectName();
+    EXPECT_EQ(buddies, QStringList({"cmbTo", "txtTo", "txtSubject"}));
+    EXPECT_EQ(Body()->accessibleName(), "Message");
+    EXPECT_EQ(Indicator()->accessibleName(), "Attachments");
+}
+
+TEST_F(frmComposeControlsTest, FitsASmallScreenAndKeepsItsShape) {
+    List(QString(200, u'n'), "");
+    Open();
+    const QSize least = window->minimumSizeHint();
+    EXPECT_LE(least.width(), 800);
+    EXPECT_LE(least.height(), 600);
+    Find<StatusLabel>("lblStatus")->setText(QString(1000, u'w'));
+    Indicator()->show();
+    QCoreApplication::processEvents();
+    EXPECT_EQ(window->minimumSizeHint(), least);
+}
+
+TEST_F(frmComposeControlsTest, TheIndicatorHasAPicture) {
+    Open();
+    EXPECT_FALSE(Indicator()->icon().pixmap(20).isNull());
+}
+
+TEST_F(frmComposeControlsTest, MarkupInTheStatusIsShownAsItStands) {
+    Open();
+    EXPECT_EQ(Find<QLabel>("lblStatus")->textFormat(), Qt::PlainText);
+}
+
+} // namespace
+} // namespace varlo
