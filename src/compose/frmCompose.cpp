@@ -204,6 +204,10 @@ void frmCompose::keyPressEvent(QKeyEvent *event) {
         QMainWindow::keyPressEvent(event);
 }
 
+bool frmCompose::eventFilter(QObject *watched, QEvent *event) {
+    return watched == cmbTo && event->type() == QEvent::Wheel;
+}
+
 void frmCompose::mnuMessageOpen_Click() {
     Trapped(session_, QStringLiteral("Compose.mnuMessageOpen"), [this] {
         const std::optional<Draft> draft = OpenDraft(session_);

@@ -36,6 +36,8 @@ public:
 protected:
     void closeEvent(QCloseEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
+    // Keeps the mouse wheel from cmbTo: turned in passing, it would send a message to other people.
+    bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
     void CreateControls();

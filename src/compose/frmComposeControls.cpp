@@ -176,6 +176,7 @@ void frmCompose::SetTabOrder() {
 }
 
 void frmCompose::ConnectControls() {
+    cmbTo->installEventFilter(this);
     connect(cmbTo, &QComboBox::activated, this, &frmCompose::cmbTo_Click);
     connect(txtMessage, &MessageEdit::textChanged, this, &frmCompose::txtMessage_Change);
     connect(txtMessage, &MessageEdit::ControlKey, this, &frmCompose::txtMessage_KeyDown);

@@ -167,6 +167,19 @@ TEST_F(frmComposeRecipientsTest, AListThatIsGoneIsReportedAndTheOnesBeforeItStay
     EXPECT_EQ(Label("lblStatus"), "Recipients loaded");
 }
 
+TEST_F(frmComposeRecipientsTest, TheArrowKeysChooseAndTheWheelDoesNot) {
+    TwoLists();
+    host.Current = "a";
+    Open();
+    QWheelEvent wheel(QPointF(5, 5), To()->mapToGlobal(QPointF(5, 5)), {}, {0, -120}, Qt::NoButton,
+                      Qt::NoModifier, Qt::NoScrollPhase, false);
+    QCoreApplication::sendEvent(To(), &wheel);
+    EXPECT_EQ(To()->currentText(), "a");
+    QTest::keyClick(To(), Qt::Key_Down);
+    EXPECT_EQ(To()->currentText(), "b");
+    EXPECT_EQ(Recipients(), "3 Recipients");
+}
+
 TEST_F(frmComposeRecipientsTest, AListNameIsNeverMarkup) {
     List("a<b>c<br>", "");
     Open();

@@ -369,6 +369,16 @@ TEST_F(frmComposeTest, TheMenuCommandsActOnTheBodyAndFocusIt) {
     EXPECT_EQ(Body()->Text(), "one two");
 }
 
+TEST_F(frmComposeTest, TheKeysOfTheOtherMenusWorkInTheBody) {
+    Open();
+    Type("one");
+    Press(Qt::Key_S);
+    EXPECT_EQ(profile.Read("draft.txt"), "\r\none\r\n");
+    Type("two");
+    Press(Qt::Key_O);
+    EXPECT_EQ(Body()->Text(), "one");
+}
+
 TEST_F(frmComposeTest, TheKeysKeepTheirMeaningInTheOtherFields) {
     Open();
     Body()->SetText("body");
