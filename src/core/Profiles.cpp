@@ -7,6 +7,8 @@
 #include <QDir>
 #include <QFileInfo>
 
+#include <algorithm>
+
 namespace varlo::Profiles {
 
 namespace {
@@ -20,8 +22,14 @@ bool IsOwnEntry(const QString &name) {
 } // namespace
 
 QStringList Names(const QString &profilesFolder) {
-    return QDir(profilesFolder)
-        .entryList(QDir::Dirs | QDir::NoDotAndDotDot | QDir::Hidden, QDir::Name | QDir::IgnoreCase);
+    QStringList names =
+        QDir(profilesFolder).entryList(QDir::Dirs | QDir::NoDotAndDotDot | QDir::Hidden, QDir::Unsorted);
+    // A profile is remembered by its position: names that differ in letter case only need an order, too.
+    std::sort(names.begin(), names.end(), [](const QString &a, const QString &b) {
+        const int order = a.compare(b, Qt::CaseInsensitive);
+        return order == 0 ? a < b : order < 0;
+    });
+    return names;
 }
 
 void Create(const QString &profilesFolder, const QString &name) {

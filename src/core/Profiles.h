@@ -5,7 +5,8 @@
 
 namespace varlo::Profiles {
 
-// The names of the profiles in `profilesFolder`: its sub-folders, sorted without regard to letter case.
+// The names of the profiles in `profilesFolder`: its sub-folders, sorted without regard to letter case,
+// names that differ in nothing else by their characters.
 QStringList Names(const QString &profilesFolder);
 
 // Creates the folder of a new profile. Throws RuntimeError: 75 when it exists, 76 or 70 when it cannot be

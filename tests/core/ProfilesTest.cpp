@@ -6,6 +6,8 @@
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 namespace varlo::test {
 namespace {
 
@@ -39,6 +41,18 @@ TEST_F(ProfilesTest, NamesAreFoldersSortedWithoutRegardToCase) {
     MakeFile(QStringLiteral("ErrorLog.txt"));
     EXPECT_EQ(Profiles::Names(folder_.path()), (QStringList{QStringLiteral("abc"), QStringLiteral("Home"),
                                                             QStringLiteral("work"), QStringLiteral("Zoo")}));
+}
+
+TEST_F(ProfilesTest, NamesThatDifferInCaseOnlyKeepOneOrder) {
+    // The remembered profile is a position: the order must not depend on which folder was made first.
+    const QStringList names{QStringLiteral("WORK"), QStringLiteral("Work"), QStringLiteral("work")};
+    QStringList order = names;
+    do {
+        QTemporaryDir folder;
+        for (const QString &name : order)
+            ASSERT_TRUE(QDir(folder.path()).mkdir(name));
+        EXPECT_EQ(Profiles::Names(folder.path()), names);
+    } while (std::next_permutation(order.begin(), order.end()));
 }
 
 TEST_F(ProfilesTest, MissingFolderHasNoNames) {
