@@ -1,0 +1,59 @@
+// What the fuzz targets share: a promise that aborts, input that is cut into parts, boxes that nobody sees.
+#pragma once
+
+#include "core/Dialogs.h"
+
+#include <QByteArray>
+
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+
+namespace varlo::fuzz {
+
+// A broken promise ends the run, so that the input is saved.
+inline void Require(bool promise, const char *words) {
+    if (promise)
+        return;
+    std::fprintf(stderr, "broken promise: %s\n", words);
+    std::abort();
+}
+
+// Cuts an input into numbers and chunks; an input that is too short gives zeros and short chunks.
+class Input {
+public:
+    Input(const uint8_t *data, size_t size) : bytes_(reinterpret_cast<const char *>(data), qsizetype(size)) {}
+
+    bool AtEnd() const { return at_ >= bytes_.size(); }
+    int Byte() { return AtEnd() ? 0 : static_cast<uint8_t>(bytes_[at_++]); }
+    QByteArray Chunk(qsizetype size) {
+        const QByteArray chunk = bytes_.mid(at_, size);
+        at_ += chunk.size();
+        return chunk;
+    }
+    QByteArray Rest() { return Chunk(bytes_.size()); }
+
+private:
+    QByteArray bytes_;
+    qsizetype at_ = 0;
+};
+
+class CountingDialogs : public Dialogs {
+public:
+    BoxAnswer MsgBox(const QString &, BoxButtons, BoxIcon, const QString &) override {
+        ++Boxes;
+        return BoxAnswer::Ok;
+    }
+    QString InputBox(const QString &, const QString &, const QString &) override { return {}; }
+    QString OpenFileBox(const QString &, const QString &, const QString &) override { return {}; }
+    QString SaveFileBox(const QString &, const QString &, const QString &) override { return {}; }
+    QString FolderBox(const QString &, const QString &) override { return {}; }
+    bool OpenUrl(const QUrl &) override { return false; }
+    void SetHourglass(bool) override {}
+
+    int Boxes = 0;
+};
+
+} // namespace varlo::fuzz
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size);
