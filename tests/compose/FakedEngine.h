@@ -2,7 +2,7 @@
 #pragma once
 
 #include "compose/EngineFixture.h"
-#include "compose/FakeSmtp.h"
+#include "support/FakeSmtp.h"
 
 #include <QDir>
 #include <QFile>

@@ -1,4 +1,4 @@
-#include "compose/FakeSmtp.h"
+#include "support/FakeSmtp.h"
 
 #include "core/RuntimeError.h"
 
@@ -21,6 +21,12 @@ OSSMTP::SMTP *&NewestComponent() {
 }
 
 } // namespace
+
+std::function<void(FakeSmtp &)> FakeSmtp::OnCreated;
+
+int FakeSmtp::Alive() {
+    return static_cast<int>(Fakes().size());
+}
 
 FakeSmtp &FakeSmtp::Of(OSSMTP::SMTP &smtp) {
     return Fakes().at(&smtp);
@@ -52,6 +58,8 @@ SMTP::SMTP(QObject *parent) : QObject(parent) {
         Q_EMIT ErrorSMTP(number, description);
         return false;
     };
+    if (FakeSmtp::OnCreated)
+        FakeSmtp::OnCreated(fake);
 }
 
 SMTP::~SMTP() {

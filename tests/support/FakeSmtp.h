@@ -28,6 +28,10 @@ struct FakeSmtp {
     static FakeSmtp &Of(OSSMTP::SMTP &smtp);
     // The fake behind the component that was made last; it must still live.
     static FakeSmtp &Newest();
+    // Called for every component that is made, for tests that cannot reach it.
+    static std::function<void(FakeSmtp &)> OnCreated;
+    // How many components there are.
+    static int Alive();
 
     // The recipients of all messages, as the engine named them.
     QStringList Recipients() const;
