@@ -75,7 +75,7 @@ void ListEditing::ReplaceEntry(int box, int row, const QString &entry) {
     EntryListModel &other = lists_.lstEmailList(OtherCurrentBox(box));
     if (const int otherRow = other.FindExact(old); otherRow >= 0)
         other.Replace(otherRow, entry);
-    lists_.ListSaved = false;
+    lists_.MarkUnsaved();
 }
 
 void ListEditing::DeleteSelected(int box) {
@@ -84,7 +84,7 @@ void ListEditing::DeleteSelected(int box) {
         lists_.lstEmailList(box).RemoveRows(lists_.SelectedRows(box));
         if (box != kPending && !entries.isEmpty()) {
             RemoveFromOtherBox(box, entries);
-            lists_.ListSaved = false;
+            lists_.MarkUnsaved();
         }
         for (const QString &entry : entries)
             StatusMessage(session_, QStringLiteral("Deleted [") + entry + QStringLiteral("]"));

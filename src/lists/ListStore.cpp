@@ -4,6 +4,7 @@
 #include "lists/ListFile.h"
 
 #include <QCoreApplication>
+#include <QScopeGuard>
 
 namespace varlo {
 
@@ -70,11 +71,15 @@ bool ListStore::Load(const QString &name) {
     if (!PromptSaveList())
         return false;
     ErrorTrap trap(session_, QStringLiteral("Main.cmbMList"));
+    loading_ = true;
+    const auto loaded = qScopeGuard([this] { loading_ = false; });
     ListSaved = true;
     session_.Boxes.SetHourglass(true);
     trap([&] { StatusMessage(session_, QStringLiteral("Loading [") + name + QStringLiteral("]...")); });
-    // Lets the status line paint; the operator's clicks wait until the list is there.
-    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+    // Lets the status line paint. The operator's clicks wait until the list is there, and so does the
+    // network: a mail check that ends now would process its requests into the list that is about to be
+    // cleared.
+    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents | QEventLoop::ExcludeSocketNotifiers);
     trap([&] { Fill(name); });
     CurrentListName = name;
     trap([&] { StatusMessage(session_, QStringLiteral("Loaded [") + name + QStringLiteral("]")); });
@@ -84,16 +89,20 @@ bool ListStore::Load(const QString &name) {
 }
 
 bool ListStore::WriteList(const QString &name) {
-    return Trapped(session_, QStringLiteral("Main.WriteList"), [&] {
+    ErrorTrap trap(session_, QStringLiteral("Main.WriteList"));
+    QString backup;
+    const bool written = trap([&] {
         if (partlyLoaded_ && name == CurrentListName) {
-            const QString backup = ListFile::KeepBackup(session_, name);
+            backup = ListFile::KeepBackup(session_, name);
             partlyLoaded_ = false;
-            if (!backup.isEmpty())
-                StatusMessage(session_,
-                              QStringLiteral("Kept the old file as [") + backup + QStringLiteral("]"));
         }
         ListFile::Write(session_, name, lstEmailList(kChronological).Entries());
     });
+    if (!backup.isEmpty())
+        trap([&] {
+            StatusMessage(session_, QStringLiteral("Kept the old file as [") + backup + QStringLiteral("]"));
+        });
+    return written;
 }
 
 bool ListStore::PromptSaveList() {

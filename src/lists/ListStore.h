@@ -43,6 +43,8 @@ public:
     // Reports failures as "Main.cmbMList"; the boxes then hold what could be read. False when the operator
     // wanted the old list saved and that failed: nothing is loaded, its changes are still there.
     bool Load(const QString &name);
+    // A load is under way and lets events run: what would be put on the open list now would be lost.
+    bool IsLoading() const { return loading_; }
 
     // Writes the chronological box to the list `name`. False after a failure, reported as "Main.WriteList". A
     // file that could not be loaded whole is first kept as a ".bak" file.
@@ -50,6 +52,9 @@ public:
 
     // Asks whether to save unsaved changes and does so on Yes. False only when that save failed.
     bool PromptSaveList();
+
+    // The open list differs from its file from now on. Without an open list there is no file to differ from.
+    void MarkUnsaved() { ListSaved = CurrentListName.isEmpty(); }
 
     // Adds a request at the end of the Pending list and makes it the current item. Throws RuntimeError 6 when
     // full.
@@ -74,6 +79,7 @@ private:
     Session &session_;
     std::array<EntryListModel *, 3> boxes_;
     std::array<QItemSelectionModel *, 3> selections_;
+    bool loading_ = false;
     bool partlyLoaded_ = false; // the open list's file holds more than the boxes
 };
 

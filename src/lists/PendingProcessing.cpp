@@ -38,7 +38,7 @@ void PendingProcessing::ConnectMailer() {
 }
 
 void PendingProcessing::Run() {
-    if (running_ || !HasOpenList())
+    if (running_ || lists_.IsLoading() || !HasOpenList())
         return;
     running_ = true;
     Q_EMIT RunningChanged(true);
@@ -100,7 +100,7 @@ bool PendingProcessing::Subscribe(const QString &address) {
     lists_.lstEmailList(kChronological).Add(address);
     lists_.lstEmailList(kAlphabetical).Add(address);
     added_ = To16Bit(added_ + 1);
-    lists_.ListSaved = false;
+    lists_.MarkUnsaved();
     return true;
 }
 
@@ -114,7 +114,7 @@ bool PendingProcessing::Unsubscribe(const QString &address) {
     const bool found = removeFirst(kChronological);
     if (found) {
         removed_ = To16Bit(removed_ + 1);
-        lists_.ListSaved = false;
+        lists_.MarkUnsaved();
     }
     removeFirst(kAlphabetical); // whether or not it was found above: the two may differ
     return found;

@@ -25,7 +25,7 @@ public:
     // Processes every entry that is pending now, in order, and takes them off the Pending list. A failure is
     // reported as "Main.cmdCapturesAdd" and leaves all of them pending, so that no request is lost: those
     // applied already change nothing when they are processed again. Does nothing while a run is under way (a
-    // notification is being sent and the window is alive).
+    // notification is being sent and the window is alive) or a list is being loaded.
     void Run();
 
     bool IsRunning() const { return running_; }

@@ -1,0 +1,218 @@
+// Lists that cannot be read or written, and lists that are too long.
+#include "lists/ListFile.h"
+#include "lists/ListsTest.h"
+#include "support/FileSizeLimit.h"
+
+#include <QDir>
+#include <gtest/gtest.h>
+
+namespace varlo {
+namespace {
+
+using test::Addresses;
+using test::FileBytes;
+using test::Words;
+
+constexpr int kMost = EntryListModel::kMostEntries;
+const QString kNews = QStringLiteral("news");
+const QString kOther = QStringLiteral("other");
+
+class ListStoreTroubleTest : public test::ListsTest {
+protected:
+    void Change() {
+        lists.lstEmailList(kChronological).Add(QStringLiteral("new@x.test"));
+        lists.lstEmailList(kAlphabetical).Add(QStringLiteral("new@x.test"));
+        lists.MarkUnsaved();
+    }
+    void RemoveListsFolder() {
+        ASSERT_TRUE(QDir(session.ProfileFile(QStringLiteral("lists"))).removeRecursively());
+    }
+    void ExpectUnsaved(const QStringList &entries) {
+        EXPECT_EQ(lists.CurrentListName, kNews);
+        EXPECT_EQ(Current(), entries);
+        EXPECT_FALSE(lists.ListSaved);
+        EXPECT_EQ(TakeStatus(), QStringList());
+    }
+    void LoadTooLong(const QByteArray &bytes) {
+        WriteListFile(kNews, bytes);
+        EXPECT_TRUE(lists.Load(kNews));
+        EXPECT_EQ(lists.lstEmailList(kChronological).Count(), kMost);
+        TakeStatus();
+    }
+};
+
+TEST_F(ListStoreTroubleTest, AMissingFileIsReportedAndTheListIsEmpty) {
+    OpenList(kOther, Words("o@x.test"));
+    EXPECT_TRUE(lists.Load(kNews));
+    EXPECT_EQ(Errors(), QStringList(QStringLiteral("53 in Main.cmbMList - File not found")));
+    EXPECT_EQ(Current() + Sorted(), QStringList());
+    EXPECT_EQ(lists.CurrentListName, kNews);
+    EXPECT_TRUE(lists.ListSaved);
+    EXPECT_FALSE(profile.Boxes.Hourglass);
+}
+
+TEST_F(ListStoreTroubleTest, AMissingFileIsWrittenByTheNextSave) {
+    lists.Load(kNews);
+    Change();
+    TakeStatus();
+    EXPECT_TRUE(lists.WriteList(kNews));
+    EXPECT_EQ(ListFolder(), Words("news.vlo"));
+    EXPECT_EQ(TakeStatus(), QStringList());
+}
+
+TEST_F(ListStoreTroubleTest, AFileThatCannotBeReadIsReported) {
+    ASSERT_TRUE(QDir(profile.Path(QStringLiteral("lists"))).mkdir(QStringLiteral("news.vlo")));
+    EXPECT_TRUE(lists.Load(kNews));
+    EXPECT_EQ(Errors(), QStringList(QStringLiteral("70 in Main.cmbMList - Permission denied")));
+    EXPECT_EQ(Current(), QStringList());
+}
+
+TEST_F(ListStoreTroubleTest, AVanishedFolderIsReportedAtLoading) {
+    RemoveListsFolder();
+    EXPECT_TRUE(lists.Load(kNews));
+    EXPECT_EQ(Errors(), QStringList(QStringLiteral("76 in Main.cmbMList - Path not found")));
+}
+
+TEST_F(ListStoreTroubleTest, AVanishedFolderIsReportedAtSavingAndNothingIsLost) {
+    OpenList(kNews, Words("a@x.test"));
+    Change();
+    RemoveListsFolder();
+    EXPECT_FALSE(lists.WriteList(kNews));
+    EXPECT_EQ(Errors(), QStringList(QStringLiteral("76 in Main.WriteList - Path not found")));
+    ExpectUnsaved(Words("a@x.test new@x.test"));
+}
+
+TEST_F(ListStoreTroubleTest, ASaveThatFailsAtEveryByteLeavesTheOldList) {
+    OpenList(kNews, Words("old@x.test"));
+    Change();
+    session.Prefs.LogStatus = 0;
+    const auto size = static_cast<rlim_t>(FileBytes(Current()).size());
+    for (rlim_t bytes = 0; bytes < size; ++bytes) {
+        profile.Boxes.Answers = {BoxAnswer::Yes};
+        {
+            const test::FileSizeLimit limit(bytes);
+            EXPECT_FALSE(lists.PromptSaveList());
+        }
+        ASSERT_EQ(ReadListFile(kNews), QByteArray("old@x.test\r\n")) << "after " << bytes << " bytes";
+        ASSERT_EQ(ListFolder(), Words("news.vlo")) << "after " << bytes << " bytes";
+        ExpectUnsaved(Words("old@x.test new@x.test"));
+        EXPECT_TRUE(profile.Boxes.Shown.back().Text.contains(QStringLiteral("[ Disk full ]")));
+    }
+    EXPECT_EQ(profile.Boxes.Shown.size(), 2 * size);
+}
+
+TEST_F(ListStoreTroubleTest, AWantedSaveThatFailsKeepsTheOldListOpen) {
+    OpenList(kNews, Words("a@x.test"));
+    WriteListFile(kOther, FileBytes(Words("o@x.test")));
+    Change();
+    session.Prefs.LogStatus = 0;
+    profile.Boxes.Answers = {BoxAnswer::Yes};
+    {
+        const test::FileSizeLimit limit(5);
+        EXPECT_FALSE(lists.Load(kOther));
+    }
+    ExpectUnsaved(Words("a@x.test new@x.test"));
+    EXPECT_EQ(Sorted(), Words("a@x.test new@x.test"));
+}
+
+TEST_F(ListStoreTroubleTest, AStatusLogThatCannotBeWrittenStopsNoLoad) {
+    BlockLog(QStringLiteral("StatusLog.txt"));
+    WriteListFile(kNews, "a@x.test\r\n");
+    EXPECT_TRUE(lists.Load(kNews));
+    EXPECT_EQ(Current(), Words("a@x.test"));
+    EXPECT_EQ(Errors(), (QStringList{QStringLiteral("70 in Main.cmbMList - Permission denied"),
+                                     QStringLiteral("70 in Main.cmbMList - Permission denied")}));
+}
+
+TEST_F(ListStoreTroubleTest, AStatusLogThatCannotBeWrittenLeavesASavedListSaved) {
+    OpenList(kNews, Words("a@x.test"));
+    Change();
+    BlockLog(QStringLiteral("StatusLog.txt"));
+    profile.Boxes.Answers = {BoxAnswer::Yes};
+    EXPECT_TRUE(lists.PromptSaveList());
+    EXPECT_TRUE(lists.ListSaved);
+    EXPECT_EQ(ReadListFile(kNews), FileBytes(Words("a@x.test new@x.test")));
+    EXPECT_EQ(Errors(), QStringList(QStringLiteral("70 in Main.PromptSaveList - Permission denied")));
+}
+
+TEST_F(ListStoreTroubleTest, AFileOfTheMostLinesIsLoadedWhole) {
+    WriteListFile(kNews, FileBytes(Addresses(kMost)));
+    EXPECT_TRUE(lists.Load(kNews));
+    EXPECT_EQ(Errors(), QStringList());
+    EXPECT_EQ(Current(), Addresses(kMost));
+    EXPECT_EQ(lists.lstEmailList(kAlphabetical).Count(), kMost);
+    EXPECT_TRUE(lists.WriteList(kNews));
+    EXPECT_EQ(ListFolder(), Words("news.vlo"));
+}
+
+TEST_F(ListStoreTroubleTest, OneLineTooManyIsReportedAndTheRestIsLoaded) {
+    WriteListFile(kNews, FileBytes(Addresses(kMost + 1)));
+    EXPECT_TRUE(lists.Load(kNews));
+    EXPECT_EQ(Errors(), QStringList(QStringLiteral("6 in Main.cmbMList - Overflow")));
+    EXPECT_EQ(Current(), Addresses(kMost));
+    QStringList sorted = Sorted();
+    std::sort(sorted.begin(), sorted.end());
+    QStringList expected = Addresses(kMost);
+    std::sort(expected.begin(), expected.end());
+    EXPECT_EQ(sorted, expected);
+    EXPECT_TRUE(lists.ListSaved);
+}
+
+TEST_F(ListStoreTroubleTest, TheFirstSaveOfATooLongListKeepsItsOldFile) {
+    const QByteArray old = FileBytes(Addresses(kMost + 1));
+    LoadTooLong(old);
+    EXPECT_TRUE(lists.WriteList(kNews));
+    EXPECT_EQ(TakeStatus(), QStringList(QStringLiteral("Kept the old file as [news.vlo.bak]")));
+    EXPECT_EQ(profile.Read(QStringLiteral("lists/news.vlo.bak")), old);
+    EXPECT_EQ(ReadListFile(kNews), FileBytes(Addresses(kMost)));
+    EXPECT_TRUE(lists.WriteList(kNews));
+    EXPECT_EQ(TakeStatus(), QStringList());
+    EXPECT_EQ(ListFolder(), Words("news.vlo news.vlo.bak"));
+}
+
+TEST_F(ListStoreTroubleTest, ASecondTooLongListDoesNotReplaceTheFirstOnesBackup) {
+    const QByteArray first = FileBytes(Addresses(kMost + 1, QStringLiteral("first")));
+    const QByteArray second = FileBytes(Addresses(kMost + 2, QStringLiteral("second")));
+    LoadTooLong(first);
+    EXPECT_TRUE(lists.WriteList(kNews));
+    LoadTooLong(second);
+    EXPECT_TRUE(lists.WriteList(kNews));
+    EXPECT_EQ(TakeStatus(), QStringList(QStringLiteral("Kept the old file as [news.vlo.bak2]")));
+    EXPECT_EQ(profile.Read(QStringLiteral("lists/news.vlo.bak")), first);
+    EXPECT_EQ(profile.Read(QStringLiteral("lists/news.vlo.bak2")), second);
+}
+
+TEST_F(ListStoreTroubleTest, ATooLongListThatIsLeftAloneKeepsNoBackup) {
+    LoadTooLong(FileBytes(Addresses(kMost + 1)));
+    OpenList(kOther, Words("o@x.test"));
+    EXPECT_TRUE(lists.WriteList(kOther));
+    EXPECT_EQ(ListFolder(), Words("news.vlo other.vlo"));
+}
+
+TEST_F(ListStoreTroubleTest, WithoutRoomForTheBackupATooLongListStaysAsItWas) {
+    const QByteArray old = FileBytes(Addresses(kMost + 1));
+    LoadTooLong(old);
+    lists.MarkUnsaved();
+    session.Prefs.LogStatus = 0;
+    {
+        const test::FileSizeLimit limit(static_cast<rlim_t>(old.size()) - 1);
+        EXPECT_FALSE(lists.WriteList(kNews));
+    }
+    EXPECT_EQ(ReadListFile(kNews), old);
+    EXPECT_EQ(ListFolder(), Words("news.vlo"));
+    EXPECT_FALSE(lists.ListSaved);
+    EXPECT_TRUE(lists.WriteList(kNews));
+    EXPECT_EQ(profile.Read(QStringLiteral("lists/news.vlo.bak")), old);
+}
+
+TEST_F(ListStoreTroubleTest, AStatusLogThatCannotBeWrittenStopsNoSaveOfATooLongList) {
+    LoadTooLong(FileBytes(Addresses(kMost + 1)));
+    BlockLog(QStringLiteral("StatusLog.txt"));
+    EXPECT_TRUE(lists.WriteList(kNews));
+    EXPECT_EQ(ReadListFile(kNews), FileBytes(Addresses(kMost)));
+    EXPECT_EQ(ListFolder(), Words("news.vlo news.vlo.bak"));
+    EXPECT_EQ(Errors().last(), QStringLiteral("70 in Main.WriteList - Permission denied"));
+}
+
+} // namespace
+} // namespace varlo
