@@ -2,7 +2,7 @@
 #pragma once
 
 #include "compose/ComposeHost.h"
-#include "compose/FakeSmtp.h"
+#include "support/FakeSmtp.h"
 #include "compose/MessageEdit.h"
 #include "compose/WindowHelpers.h"
 #include "compose/frmCompose.h"
