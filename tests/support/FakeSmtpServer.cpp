@@ -96,7 +96,8 @@ void FakeSmtpSession::TakeLine(const QByteArray &line) {
     } else if (verb == "DATA") {
         TakeData(line);
     } else if (verb == "RSET") {
-        mailOpen_ = mailOpen_ && !Answer(SmtpStep::Rset, line, "250 reset\r\n");
+        if (Answer(SmtpStep::Rset, line, "250 reset\r\n"))
+            mailOpen_ = false;
     } else if (verb == "QUIT") {
         if (Answer(SmtpStep::Quit, line, "221 bye\r\n"))
             Stop();
@@ -143,12 +144,14 @@ void FakeSmtpSession::TakeMessage(const QByteArray &data) {
     mail_.Data = QByteArray("\r\n" + data).replace("\r\n..", "\r\n.").mid(2);
     if (mail_.Recipients.isEmpty())
         return Say("554 no valid recipients\r\n");
-    if (!Answer(SmtpStep::Message, {}, "250 queued\r\n"))
+    if (!Answer(SmtpStep::Message, {}, {}))
         return;
     {
-        const QMutexLocker lock(&server_.mutex_);
+        const QMutexLocker lock(
+            &server_.mutex_); // before the answer, so that a client that has it finds the mail here
         server_.mails_ << mail_;
     }
+    Say("250 queued\r\n");
     if (++taken_ == Script().CloseEvery)
         Stop();
 }
