@@ -132,7 +132,8 @@ void Connection::TakeHandshakeLine(QByteArrayView line) {
 
 Failure Connection::HandshakeFailure(CURLcode code) const {
     const QString text = error_[0] ? QString::fromUtf8(error_) : QString::fromUtf8(curl_easy_strerror(code));
-    if (parser_.IsBroken())
+    const bool endless = text.startsWith(QLatin1String("Too large response")); // a line that has no end
+    if (parser_.IsBroken() || endless)
         return InvalidReplyFailure();
     switch (code) {
     case CURLE_COULDNT_RESOLVE_HOST:

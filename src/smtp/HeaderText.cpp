@@ -75,9 +75,9 @@ struct WordCoder {
     QByteArray (*Encode)(const QByteArray &bytes);
 };
 
-// Whichever of the two forms is shorter for this text.
+// The readable form, unless the other one is much shorter for this text.
 WordCoder CoderFor(const QByteArray &utf8) {
-    if (QForm(utf8).size() <= (utf8.size() + 2) / 3 * 4)
+    if (QForm(utf8).size() <= utf8.size() * 2)
         return {'Q', QForm};
     return {'B', [](const QByteArray &bytes) { return bytes.toBase64(); }};
 }

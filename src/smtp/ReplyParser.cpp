@@ -67,11 +67,10 @@ std::optional<QByteArrayView> ReplyParser::NextLine() {
 
 // The code of the last line counts: servers that vary it within one reply exist, and all readers do it so.
 std::optional<Reply> ReplyParser::TakeLine(QByteArrayView line) {
-    const bool more = line.size() > 3 && line[3] == '-';
-    if (!text_.isNull())
+    if (std::exchange(partial_, line.size() > 3 && line[3] == '-'))
         text_.append(' ');
-    text_.append(line.size() > 4 ? line.sliced(4) : QByteArrayView(""));
-    if (more) {
+    text_.append(line.sliced(std::min<qsizetype>(4, line.size())));
+    if (partial_) {
         if (text_.size() > kLongestReply)
             Break();
         return {};
@@ -90,6 +89,7 @@ void ReplyParser::Break() {
 void ReplyParser::Clear() {
     buffer_.resize(0); // keeps the memory for the next reply
     text_ = QByteArray();
+    partial_ = false;
     start_ = scanned_ = 0;
     broken_ = false;
 }

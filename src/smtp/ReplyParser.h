@@ -32,7 +32,7 @@ public:
     std::optional<Reply> Next();
     bool IsBroken() const { return broken_; }
     // Nothing is left over, not even a part of a line.
-    bool IsEmpty() const { return buffer_.isEmpty() && text_.isNull(); }
+    bool IsEmpty() const { return buffer_.isEmpty() && !partial_; }
     void Clear();
 
 private:
@@ -43,7 +43,8 @@ private:
     QByteArray buffer_;
     qsizetype start_ = 0;   // of the first line not taken yet
     qsizetype scanned_ = 0; // no line end lies between start_ and here
-    QByteArray text_;       // of the lines of a reply that is not complete; null when there are none
+    QByteArray text_;       // of the lines of a reply that is not complete
+    bool partial_ = false;  // there are such lines
     bool broken_ = false;
 };
 

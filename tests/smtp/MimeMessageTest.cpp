@@ -73,7 +73,7 @@ TEST_F(MimeMessageTest, LongAsciiLineIsQuotedPrintable) {
 
 TEST_F(MimeMessageTest, FilesAreParts) {
     QByteArray bytes;
-    for (int i = 0; i < 300'000; ++i)
+    for (quint32 i = 0; i < 300'000; ++i)
         bytes.append(static_cast<char>(i * 7919 >> 3));
     const std::vector<Attachment> files{Write(QStringLiteral("a.pdf"), "%PDF-1.4\n"),
                                         Write(QStringLiteral("empty.txt"), ""),

@@ -503,7 +503,8 @@ TEST(SMTPTest, EmptySubjectAndTextAreTaken) {
 
 TEST(SMTPTest, TextsOfAllTheWorldArriveAsTheyAre) {
     const QTemporaryDir folder;
-    const QString file = WriteTemporary(folder, QStringLiteral("\u540d\u524d \u00fc.bin"), "data");
+    const QString file =
+        WriteTemporary(folder, QStringLiteral("\u540d\u524d \u00fc.bin"), QByteArray(4, '\0'));
     const FakeSmtpServer server;
     Sender sender(server);
     const QString text = QStringLiteral("Gr\u00fc\u00dfe \u0394\u0395\u0396 \U0001F600=\r\n") +
@@ -519,7 +520,7 @@ TEST(SMTPTest, TextsOfAllTheWorldArriveAsTheyAre) {
     EXPECT_EQ(mail.Header("To"), QStringLiteral("Zo\u00eb \"Z\" L\u00f3pez <ann@example.com>"));
     EXPECT_EQ(mail.Text, text);
     EXPECT_EQ(mail.Files, (QList<ReceivedFile>{{QStringLiteral("\u540d\u524d \u00fc.bin"),
-                                                "application/octet-stream", "data"}}));
+                                                "application/octet-stream", QByteArray(4, '\0')}}));
 }
 
 TEST(SMTPTest, AttachmentsAreGoneAfterASend) {
