@@ -1,6 +1,7 @@
 #!/bin/sh
-# Compares the SMTP component with smtp-source on one machine: three rounds each, taking turns, against smtp-sink on
-# loopback, in a network namespace of its own. Needs root and Debian's postfix package.
+# Compares the SMTP component, and the whole program with window, engine and logs, with smtp-source on one machine:
+# three rounds each, taking turns, against smtp-sink on loopback, in a network namespace of its own. Needs root and
+# Debian's postfix package.
 #
 #   bench/send_to_sink.sh [BUILD_FOLDER] [COUNT]
 set -eu
@@ -26,13 +27,16 @@ peer_rate() {
     echo $((count * 1000000000 / (end - start)))
 }
 
-peers=
-ours=
+export QT_QPA_PLATFORM=offscreen
+rates=
 for round in 1 2 3; do
     peer=$(peer_rate)
-    our=$("$build/bench/smtp_wire_bench" "$port" "$count")
-    echo "round $round: smtp-source -d $peer/s, component $our/s"
-    peers="$peers $peer"
-    ours="$ours $our"
+    component=$("$build/bench/smtp_wire_bench" "$port" "$count")
+    program=$("$build/bench/window_send_bench" "$port" "$count" 2>/dev/null)
+    echo "round $round: smtp-source -d $peer/s, component $component/s, whole program $program/s"
+    rates="$rates $peer $component $program"
 done
-echo "$peers $ours" | awk '{ printf "ratio %.2f\n", ($4 + $5 + $6) / ($1 + $2 + $3) }'
+echo "$rates" | awk '{
+    for (i = 1; i <= NF; i += 3) { peer += $i; component += $(i + 1); program += $(i + 2) }
+    printf "to smtp-source -d: component %.2f, whole program %.2f\n", component / peer, program / peer
+}'

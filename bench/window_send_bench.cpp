@@ -1,0 +1,98 @@
+// Messages per second of the whole program: compose window, send engine, component, status log.
+//
+//   window_send_bench PORT COUNT [SIZE]    loads a list of COUNT addresses, sends each a message with a text
+//   of SIZE bytes (1024) to 127.0.0.1:PORT, "Log status messages" on
+//
+// Prints the rate alone on one line; send_to_sink.sh compares it with a peer's in the same run.
+
+#include "compose/ComposeHost.h"
+#include "compose/frmCompose.h"
+#include "core/Session.h"
+#include "core/TextFile.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QDir>
+#include <QElapsedTimer>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QTemporaryDir>
+
+#include <cstdio>
+
+namespace {
+
+using namespace varlo;
+
+// Nobody is there to answer: boxes go to the error output.
+class QuietDialogs : public Dialogs {
+public:
+    BoxAnswer MsgBox(const QString &text, BoxButtons, BoxIcon, const QString &) override {
+        std::fprintf(stderr, "%s\n", qPrintable(text));
+        return BoxAnswer::Ok;
+    }
+    QString InputBox(const QString &, const QString &, const QString &) override { return {}; }
+    QString OpenFileBox(const QString &, const QString &, const QString &) override { return {}; }
+    QString SaveFileBox(const QString &, const QString &, const QString &) override { return {}; }
+    QString FolderBox(const QString &, const QString &) override { return {}; }
+    bool OpenUrl(const QUrl &) override { return false; }
+    void SetHourglass(bool) override {}
+};
+
+class OneList : public ComposeHost {
+public:
+    QStringList ListNames() const override { return {QStringLiteral("News")}; }
+    QString CurrentListName() const override { return QStringLiteral("News"); }
+    QStringList SelectedAddresses() const override { return {}; }
+    void AddPending(const QString &) override { ++Failed; }
+
+    int Failed = 0;
+};
+
+void PrepareProfile(Session &session, int port, int count) {
+    session.ProfilePath = QDir(session.ProgramFolder).filePath(QStringLiteral("profiles/Bench"));
+    for (const char *folder : {"lists", "sent", "logs"})
+        QDir().mkpath(session.ProfileFile(QString::fromLatin1(folder)));
+    session.INI.SetFile(session.ProfileFile(QStringLiteral("prefs.ini")));
+    session.Prefs.SMTPServer = QStringLiteral("127.0.0.1");
+    session.Prefs.SMTPPort = static_cast<qint16>(port);
+    session.Prefs.SMTPFrom = QStringLiteral("The sender");
+    session.Prefs.SMTPEmail = QStringLiteral("sender@example.org");
+    QByteArray list;
+    for (int i = 0; i < count; ++i)
+        list += "member" + QByteArray::number(i) + "@example.org\r\n";
+    WriteFile(session.ProfileFile(QStringLiteral("lists"), QStringLiteral("News.vlo")), list);
+}
+
+void Compose(frmCompose &window, int size) {
+    const QString line = QStringLiteral("The quick brown fox jumps over the lazy dog, again and again.\n");
+    window.findChild<QLineEdit *>(QStringLiteral("txtSubject"))->setText(QStringLiteral("Benchmark"));
+    window.findChild<QPlainTextEdit *>(QStringLiteral("txtMessage"))
+        ->setPlainText(line.repeated(size / static_cast<int>(line.size()) + 1).left(size));
+}
+
+} // namespace
+
+int main(int argc, char **argv) {
+    QApplication application(argc, argv);
+    const QStringList arguments = QCoreApplication::arguments();
+    if (arguments.size() < 3) {
+        std::fprintf(stderr, "usage: window_send_bench PORT COUNT [SIZE]\n");
+        return 2;
+    }
+    const int count = arguments[2].toInt();
+    const QTemporaryDir folder;
+    QuietDialogs boxes;
+    Session session(folder.path(), boxes);
+    PrepareProfile(session, arguments[1].toInt(), count);
+    OneList host;
+    auto *window = new frmCompose(session, host); // deletes itself when it is closed
+    window->show();
+    Compose(*window, arguments.size() > 3 ? arguments[3].toInt() : 1024);
+    QCoreApplication::processEvents();
+    QElapsedTimer clock;
+    clock.start();
+    window->findChild<QAction *>(QStringLiteral("mnuMessageSend"))->trigger(); // returns after the summary
+    std::printf("%.0f\n", (count - host.Failed) * 1e9 / static_cast<double>(clock.nsecsElapsed()));
+    return host.Failed == 0 ? 0 : 1;
+}
