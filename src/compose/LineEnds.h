@@ -12,6 +12,9 @@ QString WithCrLf(const QString &documentText);
 // `documentText` with the clipboard's line feeds.
 QString WithLineFeeds(const QString &documentText);
 
+// `text`, whose lines end with CR LF, LF or CR, with the paragraph separators of a text widget's document.
+QString WithParagraphs(const QString &text);
+
 // The position in a text widget that shows `text`, where a line break counts as one character, for the
 // position `at` in `text`, where CR LF counts as two. A position between CR and LF means the one before the
 // line break.

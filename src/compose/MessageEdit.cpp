@@ -1,6 +1,7 @@
 #include "compose/MessageEdit.h"
 
 #include "compose/LineEnds.h"
+#include "compose/TextChange.h"
 #include "compose/WordBoundary.h"
 
 #include <QClipboard>
@@ -41,6 +42,15 @@ QString MessageEdit::Text() const {
 
 void MessageEdit::SetText(const QString &text) {
     setPlainText(text);
+}
+
+void MessageEdit::ChangeText(const QString &text) {
+    const TextChange change = ChangeBetween(document()->toRawText(), WithParagraphs(text));
+    QTextCursor cursor = textCursor();
+    cursor.setPosition(static_cast<int>(change.At));
+    cursor.setPosition(static_cast<int>(change.At + change.Length), QTextCursor::KeepAnchor);
+    cursor.insertText(change.Text);
+    setTextCursor(cursor);
 }
 
 void MessageEdit::SetCaret(qsizetype position) {

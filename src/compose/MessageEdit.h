@@ -16,6 +16,9 @@ public:
     QString Text() const;
     // Replaces the whole text and puts the caret at its start.
     void SetText(const QString &text);
+    // The same for undo and redo: only what differs is touched, so that a step through a large message is
+    // instant. The caret is where the change ends.
+    void ChangeText(const QString &text);
     void SetCaret(qsizetype position);
 
     // Inserts `text` at the caret; a selection is given up, its text stays.

@@ -2,9 +2,6 @@
 
 #include "core/RuntimeError.h"
 
-#include <algorithm>
-#include <iterator>
-
 namespace varlo {
 
 namespace {
@@ -22,7 +19,7 @@ void UndoHistory::Record(const QString &text) {
         return;
     redo_.clear();
     if (hasState_)
-        undo_.push_back(Difference(text, shown_));
+        undo_.push_back(ChangeBetween(text, shown_));
     if (undo_.size() > kNewest)
         undo_.pop_front();
     shown_ = text;
@@ -61,27 +58,11 @@ QString UndoHistory::Slot(int slot) const {
 
 qsizetype UndoHistory::StoredBytes() const {
     qsizetype characters = shown_.capacity();
-    for (const Step &step : undo_)
+    for (const TextChange &step : undo_)
         characters += step.Text.capacity();
-    for (const Step &step : redo_)
+    for (const TextChange &step : redo_)
         characters += step.Text.capacity();
     return characters * static_cast<qsizetype>(sizeof(QChar));
-}
-
-UndoHistory::Step UndoHistory::Difference(const QString &from, const QString &to) {
-    const auto [fromDiffers, toDiffers] = std::mismatch(from.cbegin(), from.cend(), to.cbegin(), to.cend());
-    const auto [fromRest, toRest] = std::mismatch(from.crbegin(), std::make_reverse_iterator(fromDiffers),
-                                                  to.crbegin(), std::make_reverse_iterator(toDiffers));
-    const qsizetype prefix = fromDiffers - from.cbegin();
-    const qsizetype suffix = fromRest - from.crbegin();
-    return {prefix, from.size() - prefix - suffix, to.sliced(prefix, to.size() - prefix - suffix)};
-}
-
-// Returns the step that leads back.
-UndoHistory::Step UndoHistory::Apply(const Step &step, QString &text) {
-    Step back{step.At, step.Text.size(), text.sliced(step.At, step.Length)};
-    text.replace(step.At, step.Length, step.Text);
-    return back;
 }
 
 qsizetype CaretAfterUndo(const QString &text, const QString &signature) {

@@ -1,6 +1,8 @@
 // The undo history of the message body: a hundred slots of text and the slot that is shown.
 #pragma once
 
+#include "compose/TextChange.h"
+
 #include <QString>
 
 #include <deque>
@@ -46,21 +48,10 @@ public:
     bool Suppress = false;
 
 private:
-    // Replacing `Length` characters at `At` by `Text` makes the neighbouring state out of its other
-    // neighbour.
-    struct Step {
-        qsizetype At = 0;
-        qsizetype Length = 0;
-        QString Text;
-    };
-
-    static Step Difference(const QString &from, const QString &to);
-    static Step Apply(const Step &step, QString &text);
-
     QString shown_;
-    bool hasState_ = false;  // slot 99 holds a state
-    std::deque<Step> undo_;  // towards older states; the nearest is last
-    std::vector<Step> redo_; // towards newer states; the nearest is last
+    bool hasState_ = false;        // slot 99 holds a state
+    std::deque<TextChange> undo_;  // each leads to the next older state; the nearest is last
+    std::vector<TextChange> redo_; // each leads to the next newer state; the nearest is last
 };
 
 // Where the caret goes after undo or redo: before the line break and signature that close the message, or to

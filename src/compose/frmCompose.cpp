@@ -264,7 +264,7 @@ void frmCompose::mnuEditRedo_Click() {
 
 void frmCompose::ShowUndoState() {
     history_.Suppress = true;
-    txtMessage->SetText(history_.Shown());
+    txtMessage->ChangeText(history_.Shown());
     history_.Suppress = false;
     txtMessage->SetCaret(CaretAfterUndo(history_.Shown(), signature_));
 }

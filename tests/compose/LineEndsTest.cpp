@@ -17,6 +17,12 @@ TEST(LineEnds, TheClipboardGetsLineFeeds) {
     EXPECT_EQ(WithLineFeeds(QStringLiteral("a\u2029b\u2028c")), "a\nb\nc");
 }
 
+TEST(LineEnds, EveryBreakOpensOneParagraph) {
+    EXPECT_EQ(WithParagraphs("a\r\nb\nc\rd\r\r\n\n"),
+              QStringLiteral("a\u2029b\u2029c\u2029d\u2029\u2029\u2029"));
+    EXPECT_EQ(WithParagraphs("\r"), QStringLiteral("\u2029"));
+}
+
 TEST(LineEnds, ABreakCountsOnceInADocument) {
     EXPECT_EQ(DocumentPosition("a\r\nb\r\nc", 0), 0);
     EXPECT_EQ(DocumentPosition("a\r\nb\r\nc", 3), 2);

@@ -60,6 +60,26 @@ TEST_F(MessageEditTest, TheCaretCountsWithCrLf) {
     EXPECT_EQ(edit.Text(), "ab\r\ncXd");
 }
 
+TEST_F(MessageEditTest, ChangingTheTextTouchesOnlyWhatDiffers) {
+    edit.SetText("one\r\ntwo\r\nthree");
+    QSignalSpy changes(edit.document(), &QTextDocument::contentsChange);
+    edit.ChangeText("one\r\n2\r\n\r\nthree");
+    EXPECT_EQ(edit.Text(), "one\r\n2\r\n\r\nthree");
+    ASSERT_GE(changes.size(), 1);
+    EXPECT_EQ(changes.first().at(0).toInt(), 4);
+    EXPECT_LE(changes.first().at(2).toInt(), 4);
+}
+
+TEST_F(MessageEditTest, ChangingToEveryOtherTextGivesExactlyIt) {
+    const QStringList texts{"", "a", "a\r\n", "\r\na", "a\r\n\r\na", "\r\n\r\n", "a\tb", "aa\r\na"};
+    for (const QString &from : texts)
+        for (const QString &to : texts) {
+            edit.SetText(from);
+            edit.ChangeText(to);
+            EXPECT_EQ(edit.Text(), to) << from.toStdString();
+        }
+}
+
 TEST_F(MessageEditTest, InsertingGivesTheSelectionUpAndKeepsItsText) {
     edit.SetText("abcd");
     Select(1, 3);
