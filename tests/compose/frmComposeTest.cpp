@@ -199,6 +199,18 @@ TEST_F(frmComposeTest, SavesTheDraftByteForByte) {
     Body()->SetText("Dear all,\r\n\r\nbye");
     Choose("mnuMessageSave");
     EXPECT_EQ(profile.Read("draft.txt"), "News\r\nDear all,\r\n\r\nbye\r\n");
+    EXPECT_EQ(Label("lblStatus"), "Draft saved");
+}
+
+TEST_F(frmComposeTest, ADraftThatCannotBeSavedSaysSoAndStaysInTheWindow) {
+    ASSERT_TRUE(QDir(profile.session.ProfilePath).mkpath("draft.txt/taken"));
+    Open();
+    Body()->SetText("Hello");
+    Choose("mnuMessageSave");
+    EXPECT_EQ(Body()->Text(), "Hello");
+    EXPECT_EQ(Label("lblStatus"), "Idle");
+    ASSERT_EQ(profile.Log("ErrorLog.txt").size(), 1);
+    EXPECT_TRUE(profile.Log("ErrorLog.txt")[0].contains(" in Compose.mnuMessageSave - "));
 }
 
 TEST_F(frmComposeTest, OpensTheDraftAndGivesTheFocusToTheBody) {
