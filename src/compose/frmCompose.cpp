@@ -56,19 +56,19 @@ void frmCompose::Form_Load() {
     // The attachments outlive the window; those of an earlier message are still set.
     ShowAttachments(QString());
     trap([this] { picAttachments->setToolTip(AttachmentSummary(AttachmentPaths(session_.Attachments))); });
-    ChooseCurrentList();
+    // Reading runs events; none of them should meet a window that is half made.
+    QMetaObject::invokeMethod(this, &frmCompose::ReadCurrentList, Qt::QueuedConnection);
 }
 
 void frmCompose::FillSources() {
     listNames_ = host_.ListNames();
     cmbTo->addItems(RecipientSourceTexts(listNames_, !host_.SelectedAddresses().isEmpty()));
+    cmbTo->setCurrentIndex(static_cast<int>(listNames_.indexOf(host_.CurrentListName())));
 }
 
-void frmCompose::ChooseCurrentList() {
-    const auto index = static_cast<int>(listNames_.indexOf(host_.CurrentListName()));
-    cmbTo->setCurrentIndex(index);
-    if (index >= 0)
-        cmbTo_Click(index);
+void frmCompose::ReadCurrentList() {
+    if (cmbTo->currentIndex() >= 0)
+        cmbTo_Click(cmbTo->currentIndex());
 }
 
 void frmCompose::cmbTo_Click(int index) {

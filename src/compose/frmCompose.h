@@ -69,7 +69,7 @@ private:
 
     std::shared_ptr<ComposeMail> NewMail();
     void FillSources();
-    void ChooseCurrentList();
+    void ReadCurrentList();
     QStringList PickLists();
     void ShowSources(const QString &names);
     void ShowUndoState();
