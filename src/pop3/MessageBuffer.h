@@ -12,7 +12,7 @@ namespace varlo {
 class MessageBuffer {
 public:
     // Above the largest message that the program is built for.
-    static constexpr qsizetype kLongestKept = 64 * 1024 * 1024;
+    static constexpr qsizetype kLongestKept = qsizetype(64) * 1024 * 1024;
 
     // Appends the chunk. True when the text now holds the end mark: LF, a point, CR LF.
     bool Append(const QByteArray &chunk);

@@ -111,7 +111,7 @@ QByteArray WinsockPOP::NextChunk() {
         return std::exchange(held_, {});
     if (held_.size() < kLongestLine)
         return {};
-    const QByteArray chunk = held_.first(kLongestLine);
+    QByteArray chunk = held_.first(kLongestLine);
     held_.remove(0, kLongestLine);
     return chunk;
 }

@@ -23,7 +23,7 @@ public:
     // The most that is held back of a line without an end, and the most that is taken in while a handler
     // runs, in bytes.
     static constexpr qsizetype kLongestLine = 4096;
-    static constexpr qsizetype kReadAhead = 64 * 1024;
+    static constexpr qsizetype kReadAhead = qsizetype(64) * 1024;
 
     // `awaitsLine` tells, at any time, whether what arrives next is a reply of one line. Bytes are then held
     // back until they end in a line feed, become kLongestLine or the server has closed the connection.
