@@ -51,6 +51,10 @@ void ListStore::SelectRows(int box, const QList<int> &rows) {
         selection.append(QItemSelectionRange(model.index(rows[i]), model.index(rows[last])));
         i = last + 1;
     }
+    // Telling what changed from one selection to the next costs their numbers of ranges multiplied: seconds,
+    // when every other row was found twice. From an empty one it costs nothing.
+    if (selection.size() > 1)
+        Selection(box).clearSelection();
     Selection(box).select(selection, QItemSelectionModel::ClearAndSelect);
 }
 

@@ -1,0 +1,344 @@
+#include "lists/ListEditing.h"
+
+#include "lists/ListsTest.h"
+
+#include <gtest/gtest.h>
+
+namespace varlo {
+namespace {
+
+using test::Addresses;
+using test::Words;
+using Transfer = ListEditing::Transfer;
+
+constexpr int kMost = EntryListModel::kMostEntries;
+
+class ListEditingTest : public test::ListsTest {
+protected:
+    void Open(const QStringList &entries) { OpenList(QStringLiteral("news"), entries); }
+    void ShowOrder(int order) { session.Prefs.ListSortBy = order; }
+    // Selects the entries of the visible Current box that stand in `entries`.
+    void Select(int box, const QStringList &entries) {
+        QList<int> rows;
+        for (int row = 0; row < lists.lstEmailList(box).Count(); ++row)
+            if (entries.contains(lists.lstEmailList(box).Entry(row)))
+                rows.append(row);
+        lists.SelectRows(box, rows);
+    }
+    void Edit(int box, std::initializer_list<const char *> answers) {
+        for (const char *answer : answers)
+            profile.Boxes.Inputs.push_back(QString::fromUtf8(answer));
+        editing.EditSelected(box);
+    }
+    QStringList AskedAbout() const {
+        QStringList asked;
+        for (const auto &box : profile.Boxes.Asked)
+            asked << box.Default;
+        return asked;
+    }
+    void ExpectBoth(const QStringList &chronological, const QStringList &alphabetical) const {
+        EXPECT_EQ(Current(), chronological);
+        EXPECT_EQ(Sorted(), alphabetical);
+    }
+};
+
+TEST_F(ListEditingTest, EditAsksWithTheEntryAsDefault) {
+    Open(Words("aa@x.test"));
+    lists.SelectRows(kChronological, {0});
+    Edit(kChronological, {"bb@x.test"});
+    EXPECT_EQ(profile.Boxes.Asked,
+              (std::vector<test::ScriptedDialogs::Input>{
+                  {QStringLiteral("Please enter the amended e-mail address:"),
+                   QStringLiteral("Edit e-mail address"), QStringLiteral("aa@x.test")}}));
+}
+
+TEST_F(ListEditingTest, EditReplacesTheEntryInBothViews) {
+    Open(Words("cc@x.test aa@x.test bb@x.test"));
+    ShowOrder(0);
+    lists.SelectRows(kChronological, {1});
+    Edit(kChronological, {"zz@x.test"});
+    ExpectBoth(Words("cc@x.test zz@x.test bb@x.test"), Words("bb@x.test cc@x.test zz@x.test"));
+    EXPECT_FALSE(lists.ListSaved);
+    EXPECT_EQ(lists.SelectedEntries(kChronological), Words("zz@x.test"));
+    ShowOrder(1);
+    lists.SelectRows(kAlphabetical, {2});
+    Edit(kAlphabetical, {"aa@x.test"});
+    ExpectBoth(Words("cc@x.test aa@x.test bb@x.test"), Words("aa@x.test bb@x.test cc@x.test"));
+    EXPECT_EQ(lists.SelectedEntries(kAlphabetical), Words("aa@x.test"));
+}
+
+TEST_F(ListEditingTest, EditAsksOnceForEachEntryThoughTheyMove) {
+    Open(Words("aa@x.test bb@x.test cc@x.test dd@x.test"));
+    lists.SelectRows(kAlphabetical, {0, 1, 2});
+    Edit(kAlphabetical, {"zz@x.test", "yy@x.test", "xx@x.test"});
+    EXPECT_EQ(AskedAbout(), Words("aa@x.test bb@x.test cc@x.test"));
+    ExpectBoth(Words("zz@x.test yy@x.test xx@x.test dd@x.test"),
+               Words("dd@x.test xx@x.test yy@x.test zz@x.test"));
+    EXPECT_EQ(lists.SelectedEntries(kAlphabetical), Words("xx@x.test yy@x.test zz@x.test"));
+}
+
+TEST_F(ListEditingTest, AnInvalidAnswerChangesNothingAndTheRoundGoesOn) {
+    Open(Words("aa@x.test bb@x.test"));
+    lists.SelectRows(kChronological, {0, 1});
+    Edit(kChronological, {"nobody", "cc@x.test"});
+    ExpectBoth(Words("aa@x.test cc@x.test"), Words("aa@x.test cc@x.test"));
+    EXPECT_EQ(profile.Boxes.Texts(), QStringList(QStringLiteral("The e-mail address [nobody] is invalid")));
+}
+
+TEST_F(ListEditingTest, AnAnswerThatIsOnTheListAlreadyChangesNothing) {
+    Open(Words("aa@x.test bb@x.test"));
+    lists.SelectRows(kChronological, {0, 1});
+    Edit(kChronological, {"BB@x.test", "bb@x.test"});
+    ExpectBoth(Words("aa@x.test bb@x.test"), Words("aa@x.test bb@x.test"));
+    EXPECT_EQ(TakeStatus(), (QStringList{QStringLiteral("Duplicate address [BB@x.test] ignored"),
+                                         QStringLiteral("Duplicate address [bb@x.test] ignored")}));
+    EXPECT_TRUE(lists.ListSaved);
+}
+
+TEST_F(ListEditingTest, CancelInTheMiddleOfFiftyEndsTheRound) {
+    const QStringList entries = Addresses(50, QStringLiteral("old"));
+    Open(entries);
+    editing.SelectAll(kChronological);
+    QStringList expected = entries;
+    for (int i = 0; i < 20; ++i) {
+        expected[i] = QStringLiteral("new%1@x.test").arg(i);
+        profile.Boxes.Inputs.push_back(expected[i]);
+    }
+    profile.Boxes.Inputs.push_back(QString());
+    editing.EditSelected(kChronological);
+    EXPECT_EQ(AskedAbout(), entries.first(21));
+    EXPECT_EQ(Current(), expected);
+    std::sort(expected.begin(), expected.end());
+    EXPECT_EQ(Sorted(), expected);
+}
+
+TEST_F(ListEditingTest, OfEqualEntriesTheFirstOfTheOtherViewIsReplaced) {
+    Open(Words("dd@x.test mm@x.test DD@x.test dd@x.test"));
+    ShowOrder(1);
+    lists.SelectRows(kAlphabetical, {2});
+    ASSERT_EQ(lists.SelectedEntries(kAlphabetical), Words("dd@x.test"));
+    Edit(kAlphabetical, {"new@x.test"});
+    ExpectBoth(Words("new@x.test mm@x.test DD@x.test dd@x.test"),
+               Words("DD@x.test dd@x.test mm@x.test new@x.test"));
+    ShowOrder(0);
+    lists.SelectRows(kChronological, {3});
+    Edit(kChronological, {"end@x.test"});
+    ExpectBoth(Words("new@x.test mm@x.test DD@x.test end@x.test"),
+               Words("DD@x.test end@x.test mm@x.test new@x.test"));
+}
+
+TEST_F(ListEditingTest, AnEntryOfOneViewOnlyIsEditedThereOnly) {
+    Open(Words("aa@x.test"));
+    lists.lstEmailList(kAlphabetical).Add(QStringLiteral("try@x.test"));
+    lists.SelectRows(kAlphabetical, {1});
+    Edit(kAlphabetical, {"tried@x.test"});
+    ExpectBoth(Words("aa@x.test"), Words("aa@x.test tried@x.test"));
+}
+
+TEST_F(ListEditingTest, APendingEntryKeepsItsSign) {
+    AddPending(Words("+aa@x.test -bb@x.test"));
+    editing.SelectAll(kPending);
+    Edit(kPending, {"cc@x.test", "dd@x.test"});
+    EXPECT_EQ(AskedAbout(), Words("aa@x.test bb@x.test"));
+    EXPECT_EQ(Pending(), Words("+cc@x.test -dd@x.test"));
+    EXPECT_TRUE(lists.ListSaved);
+}
+
+TEST_F(ListEditingTest, APendingEntryMayBecomeEqualToAnother) {
+    AddPending(Words("+aa@x.test +bb@x.test"));
+    lists.SelectRows(kPending, {1});
+    Edit(kPending, {"aa@x.test"});
+    EXPECT_EQ(Pending(), Words("+aa@x.test +aa@x.test"));
+}
+
+TEST_F(ListEditingTest, EditWithoutASelectionAsksNothing) {
+    Open(Words("aa@x.test"));
+    Edit(kChronological, {});
+    EXPECT_EQ(AskedAbout(), QStringList());
+    EXPECT_TRUE(lists.ListSaved);
+}
+
+TEST_F(ListEditingTest, DeleteTakesTheEntriesFromBothViewsAndNamesEach) {
+    Open(Words("cc@x.test aa@x.test bb@x.test dd@x.test"));
+    lists.SelectRows(kAlphabetical, {0, 2, 3});
+    editing.DeleteSelected(kAlphabetical);
+    ExpectBoth(Words("bb@x.test"), Words("bb@x.test"));
+    EXPECT_EQ(TakeStatus(),
+              (QStringList{QStringLiteral("Deleted [aa@x.test]"), QStringLiteral("Deleted [cc@x.test]"),
+                           QStringLiteral("Deleted [dd@x.test]")}));
+    EXPECT_FALSE(lists.ListSaved);
+    EXPECT_EQ(lists.SelectedCount(kAlphabetical), 0);
+}
+
+TEST_F(ListEditingTest, DeleteTakesAsManyEqualEntriesFromTheOtherView) {
+    Open(Words("dd@x.test DD@x.test dd@x.test aa@x.test dd@x.test"));
+    ShowOrder(0);
+    lists.SelectRows(kChronological, {2, 4});
+    editing.DeleteSelected(kChronological);
+    ExpectBoth(Words("dd@x.test DD@x.test aa@x.test"), Words("aa@x.test DD@x.test dd@x.test"));
+}
+
+TEST_F(ListEditingTest, DeleteOfAnEntryOfOneViewOnlyLeavesTheOther) {
+    Open(Words("aa@x.test"));
+    lists.lstEmailList(kAlphabetical).Add(QStringLiteral("try@x.test"));
+    lists.SelectRows(kAlphabetical, {1});
+    editing.DeleteSelected(kAlphabetical);
+    ExpectBoth(Words("aa@x.test"), Words("aa@x.test"));
+    EXPECT_FALSE(lists.ListSaved);
+}
+
+TEST_F(ListEditingTest, DeleteWithoutASelectionDoesNothing) {
+    Open(Words("aa@x.test"));
+    editing.DeleteSelected(kChronological);
+    EXPECT_EQ(Current(), Words("aa@x.test"));
+    EXPECT_EQ(TakeStatus(), QStringList());
+    EXPECT_TRUE(lists.ListSaved);
+}
+
+TEST_F(ListEditingTest, DeleteOfPendingEntriesLeavesTheListSaved) {
+    Open(Words("aa@x.test"));
+    AddPending(Words("+aa@x.test -bb@x.test +cc@x.test"));
+    lists.SelectRows(kPending, {0, 2});
+    editing.DeleteSelected(kPending);
+    EXPECT_EQ(Pending(), Words("-bb@x.test"));
+    EXPECT_EQ(TakeStatus(),
+              (QStringList{QStringLiteral("Deleted [+aa@x.test]"), QStringLiteral("Deleted [+cc@x.test]")}));
+    EXPECT_EQ(Current(), Words("aa@x.test"));
+    EXPECT_TRUE(lists.ListSaved);
+}
+
+TEST_F(ListEditingTest, TheMostEntriesAreDeletedAndNamedOneByOne) {
+    const QStringList entries = Addresses(kMost);
+    Open(entries);
+    ShowOrder(0);
+    editing.SelectAll(kChronological);
+    TakeStatus();
+    editing.DeleteSelected(kChronological);
+    ExpectBoth({}, {});
+    QStringList expected;
+    for (const QString &entry : entries)
+        expected << QStringLiteral("Deleted [") + entry + u']';
+    EXPECT_EQ(TakeStatus(), expected);
+    EXPECT_EQ(profile.Log(QStringLiteral("StatusLog.txt")).size(), kMost + 3); // loading, loaded, selected
+}
+
+TEST_F(ListEditingTest, AStatusLogThatCannotBeWrittenIsReportedOnceAndAllIsDeleted) {
+    Open(Words("aa@x.test bb@x.test"));
+    editing.SelectAll(kChronological);
+    BlockLog(QStringLiteral("StatusLog.txt"));
+    editing.DeleteSelected(kChronological);
+    ExpectBoth({}, {});
+    EXPECT_EQ(Errors(), QStringList(QStringLiteral("70 in Main.cmdListDelete - Permission denied")));
+    EXPECT_FALSE(lists.ListSaved);
+}
+
+TEST_F(ListEditingTest, SwapReversesTheSignsOfTheSelectedOnly) {
+    AddPending(Words("+aa@x.test -bb@x.test +cc@x.test unsigned@x.test"));
+    lists.SelectRows(kPending, {0, 1, 3});
+    editing.SwapSigns();
+    EXPECT_EQ(Pending(), Words("-aa@x.test +bb@x.test +cc@x.test unsigned@x.test"));
+    EXPECT_EQ(lists.SelectedRows(kPending), (QList<int>{0, 1, 3}));
+}
+
+TEST_F(ListEditingTest, SwappingTwiceRestoresTheEntries) {
+    QStringList entries;
+    for (int i = 0; i < kMost; ++i)
+        entries << (i % 3 == 0 ? u'-' : u'+') + QStringLiteral("a%1@x.test").arg(i / 2);
+    AddPending(entries);
+    editing.SelectAll(kPending);
+    editing.SwapSigns();
+    EXPECT_EQ(Pending().first(), QStringLiteral("+a0@x.test"));
+    EXPECT_NE(Pending(), entries);
+    editing.SwapSigns();
+    EXPECT_EQ(Pending(), entries);
+}
+
+TEST_F(ListEditingTest, CopyToPendingQueuesSubscriptionsWithoutATest) {
+    Open({QStringLiteral("bb@x.test"), QStringLiteral("nobody"), QString(), QStringLiteral("aa@x.test")});
+    AddPending(Words("+aa@x.test"));
+    editing.SelectAll(kAlphabetical);
+    TakeStatus();
+    editing.CurrentToPending(Transfer::Copy);
+    EXPECT_EQ(Pending(), Words("+aa@x.test + +aa@x.test +bb@x.test +nobody"));
+    EXPECT_EQ(lists.lstEmailList(kChronological).Count(), 4);
+    EXPECT_EQ(TakeStatus(), QStringList());
+    EXPECT_TRUE(lists.ListSaved);
+}
+
+TEST_F(ListEditingTest, MoveToPendingDeletesFromBothViews) {
+    Open(Words("cc@x.test aa@x.test bb@x.test"));
+    ShowOrder(0);
+    lists.SelectRows(kChronological, {0, 1});
+    editing.CurrentToPending(Transfer::Move);
+    EXPECT_EQ(Pending(), Words("+cc@x.test +aa@x.test"));
+    ExpectBoth(Words("bb@x.test"), Words("bb@x.test"));
+    EXPECT_EQ(TakeStatus(),
+              (QStringList{QStringLiteral("Deleted [cc@x.test]"), QStringLiteral("Deleted [aa@x.test]")}));
+    EXPECT_FALSE(lists.ListSaved);
+}
+
+TEST_F(ListEditingTest, CopyToCurrentAddsToTheVisibleViewOnlyWhateverTheSign) {
+    Open(Words("mm@x.test"));
+    AddPending(Words("-aa@x.test +zz@x.test +mm@x.test"));
+    editing.SelectAll(kPending);
+    ShowOrder(0);
+    editing.PendingToCurrent(Transfer::Copy);
+    ExpectBoth(Words("mm@x.test aa@x.test zz@x.test mm@x.test"), Words("mm@x.test"));
+    ShowOrder(1);
+    editing.PendingToCurrent(Transfer::Copy);
+    EXPECT_EQ(Sorted(), Words("aa@x.test mm@x.test mm@x.test zz@x.test"));
+    EXPECT_EQ(Pending(), Words("-aa@x.test +zz@x.test +mm@x.test"));
+    EXPECT_TRUE(lists.ListSaved);
+}
+
+// Wanted: in alphabetical order such an entry is a trial that no save writes.
+TEST_F(ListEditingTest, WhatWasCopiedToTheAlphabeticalViewIsNotSaved) {
+    Open(Words("mm@x.test"));
+    AddPending(Words("+aa@x.test"));
+    editing.SelectAll(kPending);
+    ShowOrder(1);
+    editing.PendingToCurrent(Transfer::Copy);
+    EXPECT_TRUE(lists.WriteList(QStringLiteral("news")));
+    EXPECT_EQ(ReadListFile(QStringLiteral("news")), QByteArray("mm@x.test\r\n"));
+}
+
+TEST_F(ListEditingTest, MoveToCurrentDeletesThePendingEntriesAndLeavesTheListSaved) {
+    Open(Words("mm@x.test"));
+    ShowOrder(0);
+    AddPending(Words("-aa@x.test +bb@x.test"));
+    lists.SelectRows(kPending, {0});
+    TakeStatus();
+    editing.PendingToCurrent(Transfer::Move);
+    EXPECT_EQ(Current(), Words("mm@x.test aa@x.test"));
+    EXPECT_EQ(Pending(), Words("+bb@x.test"));
+    EXPECT_EQ(TakeStatus(), QStringList(QStringLiteral("Deleted [-aa@x.test]")));
+    EXPECT_TRUE(lists.ListSaved);
+}
+
+TEST_F(ListEditingTest, AMoveThatDoesNotFitOnThePendingListDeletesNothing) {
+    Open(Words("aa@x.test bb@x.test cc@x.test"));
+    AddPending(Addresses(kMost - 2, QStringLiteral("+p")));
+    editing.SelectAll(kChronological);
+    ShowOrder(0);
+    editing.CurrentToPending(Transfer::Move);
+    EXPECT_EQ(Errors(), QStringList(QStringLiteral("6 in Main.mnuListsCurrentCopy - Overflow")));
+    EXPECT_EQ(Current(), Words("aa@x.test bb@x.test cc@x.test"));
+    EXPECT_EQ(Pending().last(2), Words("+aa@x.test +bb@x.test"));
+    EXPECT_TRUE(lists.ListSaved);
+}
+
+TEST_F(ListEditingTest, AMoveThatDoesNotFitOnTheCurrentListDeletesNothing) {
+    for (int order : {0, 1}) {
+        Open(Addresses(kMost - 1));
+        ShowOrder(order);
+        lists.lstEmailList(kPending).SetEntries(Words("+~1@x.test -~2@x.test"));
+        editing.SelectAll(kPending);
+        editing.PendingToCurrent(Transfer::Move);
+        EXPECT_EQ(Errors().last(), QStringLiteral("6 in Main.mnuListsPendingCopy - Overflow"));
+        EXPECT_EQ(Pending(), Words("+~1@x.test -~2@x.test"));
+        EXPECT_EQ(lists.lstEmailList(lists.VisibleBox()).Entries().last(), QStringLiteral("~1@x.test"));
+    }
+}
+
+} // namespace
+} // namespace varlo
