@@ -1,0 +1,256 @@
+#include "lists/PendingProcessing.h"
+
+#include "lists/ListsTest.h"
+
+#include <QSignalSpy>
+#include <QTimer>
+#include <gtest/gtest.h>
+
+namespace varlo {
+namespace {
+
+using test::Addresses;
+using test::FileBytes;
+using test::Words;
+
+constexpr int kMost = EntryListModel::kMostEntries;
+
+class PendingProcessingTest : public test::ListsTest {
+protected:
+    void Open(const QStringList &entries) { OpenList(QStringLiteral("news"), entries); }
+    void Process(const QStringList &entries) {
+        AddPending(entries);
+        processing.Run();
+    }
+    QStringList PendingLog() const { return profile.Log(QStringLiteral("PendingLog.txt")); }
+    void ExpectBoth(const QStringList &chronological, const QStringList &alphabetical) const {
+        EXPECT_EQ(Current(), chronological);
+        EXPECT_EQ(Sorted(), alphabetical);
+    }
+
+    PendingProcessing processing{session, lists};
+};
+
+TEST_F(PendingProcessingTest, AppliesTheRequestsInOrderAndClearsThePendingList) {
+    Open(Words("mm@x.test bb@x.test"));
+    Process(Words("+zz@x.test -BB@x.test +Aa@x.test"));
+    ExpectBoth(Words("mm@x.test zz@x.test Aa@x.test"), Words("Aa@x.test mm@x.test zz@x.test"));
+    EXPECT_EQ(Pending(), QStringList());
+    EXPECT_EQ(PendingLog(), Words("+zz@x.test -BB@x.test +Aa@x.test"));
+    EXPECT_FALSE(lists.ListSaved);
+}
+
+TEST_F(PendingProcessingTest, TellsEachStepAndASummary) {
+    Open(Words("bb@x.test"));
+    Process(Words("+aa@x.test +AA@x.test -bb@x.test +cc@x.test"));
+    EXPECT_EQ(TakeStatus(), (QStringList{QStringLiteral("Processing pending list"),
+                                         QStringLiteral("Processing pending list (1/4)"),
+                                         QStringLiteral("Processing pending list (2/4)"),
+                                         QStringLiteral("Duplicate address [AA@x.test] ignored"),
+                                         QStringLiteral("Processing pending list (3/4)"),
+                                         QStringLiteral("Processing pending list (4/4)"),
+                                         QStringLiteral("Pending list processing complete (+2, -1)")}));
+}
+
+TEST_F(PendingProcessingTest, ADuplicateInOtherLetterCaseIsIgnoredAndLogged) {
+    Open({});
+    Process(Words("+a@x.test +A@X.TEST"));
+    ExpectBoth(Words("a@x.test"), Words("a@x.test"));
+    EXPECT_EQ(TakeStatus().last(), QStringLiteral("Pending list processing complete (+1)"));
+    EXPECT_EQ(PendingLog(), Words("+a@x.test +A@X.TEST"));
+}
+
+TEST_F(PendingProcessingTest, RemovalOfAnAbsentAddressIsNoActivityAndLogged) {
+    Open(Words("aa@x.test"));
+    Process(Words("-b@x.test"));
+    ExpectBoth(Words("aa@x.test"), Words("aa@x.test"));
+    EXPECT_EQ(TakeStatus().last(), QStringLiteral("Pending list processing complete (no activity)"));
+    EXPECT_EQ(PendingLog(), Words("-b@x.test"));
+    EXPECT_EQ(Pending(), QStringList());
+    EXPECT_TRUE(lists.ListSaved);
+}
+
+TEST_F(PendingProcessingTest, AnAddressThatComesAndGoesIsCountedTwice) {
+    Open({});
+    Process(Words("+c@x.test -c@x.test"));
+    ExpectBoth({}, {});
+    EXPECT_EQ(TakeStatus().last(), QStringLiteral("Pending list processing complete (+1, -1)"));
+    EXPECT_FALSE(lists.ListSaved);
+}
+
+TEST_F(PendingProcessingTest, OnlyRemovalsAreSummedUpAlone) {
+    Open(Words("aa@x.test bb@x.test"));
+    Process(Words("-aa@x.test -bb@x.test"));
+    EXPECT_EQ(TakeStatus().last(), QStringLiteral("Pending list processing complete (-2)"));
+}
+
+TEST_F(PendingProcessingTest, TheCountersBeginAnewWithEachRun) {
+    Open({});
+    Process(Words("+aa@x.test +bb@x.test"));
+    Process(Words("+cc@x.test"));
+    EXPECT_EQ(TakeStatus().last(), QStringLiteral("Pending list processing complete (+1)"));
+}
+
+TEST_F(PendingProcessingTest, AnEmptyPendingListIsNoActivity) {
+    Open({});
+    processing.Run();
+    EXPECT_EQ(TakeStatus(), (QStringList{QStringLiteral("Processing pending list"),
+                                         QStringLiteral("Pending list processing complete (no activity)")}));
+    EXPECT_EQ(PendingLog(), QStringList());
+}
+
+TEST_F(PendingProcessingTest, AnEntryWithoutASignChangesNothingAndIsLogged) {
+    Open(Words("aa@x.test"));
+    Process({QStringLiteral("aa@x.test"), QStringLiteral("=bb@x.test"), QString()});
+    ExpectBoth(Words("aa@x.test"), Words("aa@x.test"));
+    EXPECT_EQ(PendingLog(),
+              (QStringList{QStringLiteral("aa@x.test"), QStringLiteral("=bb@x.test"), QString()}));
+    EXPECT_EQ(Pending(), QStringList());
+    EXPECT_EQ(TakeStatus().last(), QStringLiteral("Pending list processing complete (no activity)"));
+}
+
+TEST_F(PendingProcessingTest, OfEqualEntriesTheFirstOfEachViewIsRemoved) {
+    Open(Words("x@x.test mm@x.test X@x.test"));
+    Process(Words("-x@X.test"));
+    ExpectBoth(Words("mm@x.test X@x.test"), Words("mm@x.test x@x.test"));
+    EXPECT_EQ(TakeStatus().last(), QStringLiteral("Pending list processing complete (-1)"));
+}
+
+TEST_F(PendingProcessingTest, AnEntryOfTheAlphabeticalViewOnlyIsRemovedWithoutBeingCounted) {
+    Open(Words("aa@x.test"));
+    lists.lstEmailList(kAlphabetical).Add(QStringLiteral("try@x.test"));
+    Process(Words("-try@x.test"));
+    ExpectBoth(Words("aa@x.test"), Words("aa@x.test"));
+    EXPECT_EQ(TakeStatus().last(), QStringLiteral("Pending list processing complete (no activity)"));
+    EXPECT_TRUE(lists.ListSaved);
+}
+
+TEST_F(PendingProcessingTest, TheFileIsNotWritten) {
+    Open(Words("aa@x.test"));
+    Process(Words("+bb@x.test"));
+    EXPECT_EQ(ReadListFile(QStringLiteral("news")), FileBytes(Words("aa@x.test")));
+}
+
+TEST_F(PendingProcessingTest, TheRequestsApplyToTheListThatIsOpenThen) {
+    Open(Words("aa@x.test"));
+    AddPending(Words("+new@x.test"));
+    OpenList(QStringLiteral("other"), Words("oo@x.test"));
+    processing.Run();
+    EXPECT_EQ(Current(), Words("oo@x.test new@x.test"));
+}
+
+TEST_F(PendingProcessingTest, TellsThatItRunsAndLetsTheControlsFollow) {
+    Open({});
+    AddPending(Words("+aa@x.test"));
+    std::vector<bool> running;
+    QObject::connect(&processing, &PendingProcessing::RunningChanged, &lists, [&](bool on) {
+        EXPECT_EQ(processing.IsRunning(), on);
+        running.push_back(on);
+    });
+    QStringList pendingAtUpdate;
+    QObject::connect(&lists, &ListStore::ControlsOutdated, &processing, [&] { pendingAtUpdate = Pending(); });
+    processing.Run();
+    EXPECT_EQ(running, (std::vector<bool>{true, false}));
+    EXPECT_EQ(pendingAtUpdate, QStringList());
+    EXPECT_FALSE(processing.IsRunning());
+}
+
+TEST_F(PendingProcessingTest, WithoutAnOpenListNothingIsProcessedOrLost) {
+    Process(Words("+aa@x.test"));
+    const std::vector<test::ShownBox> expected{
+        {QStringLiteral("Varlo Pro"), QStringLiteral("Please create or choose a mailing list first."),
+         BoxButtons::Ok, BoxIcon::Exclamation}};
+    EXPECT_EQ(profile.Boxes.Shown, expected);
+    EXPECT_EQ(Pending(), Words("+aa@x.test"));
+    EXPECT_EQ(Current() + PendingLog() + TakeStatus(), QStringList());
+}
+
+// A mail check can end in the moment in which a load lets events run.
+TEST_F(PendingProcessingTest, WhileAListIsLoadedNothingIsProcessedOrLost) {
+    Open(Words("aa@x.test"));
+    WriteListFile(QStringLiteral("other"), FileBytes(Words("oo@x.test")));
+    AddPending(Words("+new@x.test"));
+    QTimer::singleShot(0, &processing, &PendingProcessing::Run);
+    lists.Load(QStringLiteral("other"));
+    EXPECT_EQ(Current(), Words("oo@x.test"));
+    EXPECT_EQ(Pending(), Words("+new@x.test"));
+    EXPECT_EQ(PendingLog(), QStringList());
+    EXPECT_TRUE(lists.ListSaved);
+}
+
+TEST_F(PendingProcessingTest, ALogThatCannotBeWrittenIsReportedAndAllRequestsStay) {
+    Open(Words("bb@x.test"));
+    BlockLog(QStringLiteral("PendingLog.txt"));
+    const QSignalSpy running(&processing, &PendingProcessing::RunningChanged);
+    Process(Words("+aa@x.test -bb@x.test"));
+    EXPECT_EQ(Errors(), QStringList(QStringLiteral("70 in Main.cmdCapturesAdd - Permission denied")));
+    EXPECT_EQ(Pending(), Words("+aa@x.test -bb@x.test"));
+    EXPECT_EQ(running.count(), 2);
+    EXPECT_FALSE(processing.IsRunning());
+}
+
+TEST_F(PendingProcessingTest, ARunThatFailedIsMadeUpForByTheNext) {
+    Open(Words("bb@x.test"));
+    BlockLog(QStringLiteral("PendingLog.txt"));
+    Process(Words("+aa@x.test -bb@x.test"));
+    ASSERT_TRUE(QDir(profile.Path(QStringLiteral("logs"))).rmdir(QStringLiteral("PendingLog.txt")));
+    processing.Run();
+    ExpectBoth(Words("aa@x.test"), Words("aa@x.test"));
+    EXPECT_EQ(PendingLog(), Words("+aa@x.test -bb@x.test"));
+    EXPECT_EQ(Pending(), QStringList());
+}
+
+TEST_F(PendingProcessingTest, AStatusLogThatCannotBeWrittenIsReportedAndAllRequestsStay) {
+    Open({});
+    BlockLog(QStringLiteral("StatusLog.txt"));
+    Process(Words("+aa@x.test"));
+    EXPECT_EQ(Errors(), QStringList(QStringLiteral("70 in Main.cmdCapturesAdd - Permission denied")));
+    EXPECT_EQ(Pending(), Words("+aa@x.test"));
+}
+
+TEST_F(PendingProcessingTest, AFullListIsReportedAndAllRequestsStay) {
+    const QStringList full = Addresses(kMost);
+    Open(full);
+    Process(Words("+more@x.test -a0@x.test"));
+    EXPECT_EQ(Errors(), QStringList(QStringLiteral("6 in Main.cmdCapturesAdd - Overflow")));
+    EXPECT_EQ(Pending(), Words("+more@x.test -a0@x.test"));
+    EXPECT_EQ(Current(), full);
+    EXPECT_EQ(lists.lstEmailList(kAlphabetical).Count(), kMost);
+    EXPECT_TRUE(lists.ListSaved);
+}
+
+TEST_F(PendingProcessingTest, AFullAlphabeticalViewLeavesBothViewsAlike) {
+    Open(Addresses(kMost - 1));
+    lists.lstEmailList(kAlphabetical).Add(QStringLiteral("try@x.test"));
+    Process(Words("+more@x.test"));
+    EXPECT_EQ(Errors(), QStringList(QStringLiteral("6 in Main.cmdCapturesAdd - Overflow")));
+    EXPECT_EQ(lists.lstEmailList(kChronological).Count(), kMost - 1);
+    EXPECT_EQ(Pending(), Words("+more@x.test"));
+}
+
+TEST_F(PendingProcessingTest, AFullListTakesOneForOneThatLeaves) {
+    Open(Addresses(kMost));
+    Process(Words("-a5@x.test +new@x.test"));
+    EXPECT_EQ(Errors(), QStringList());
+    EXPECT_EQ(Current().last(), QStringLiteral("new@x.test"));
+    EXPECT_EQ(lists.lstEmailList(kChronological).Count(), kMost);
+}
+
+TEST_F(PendingProcessingTest, TheMostRequestsAreProcessed) {
+    Open({});
+    session.Prefs.LogStatus = 0;
+    const QStringList requests = Addresses(kMost, QStringLiteral("+a"));
+    Process(requests);
+    EXPECT_EQ(TakeStatus().last(), QStringLiteral("Pending list processing complete (+32767)"));
+    EXPECT_EQ(Current(), Addresses(kMost));
+    EXPECT_EQ(PendingLog(), requests);
+    QStringList removals;
+    for (const QString &address : Addresses(kMost))
+        removals << u'-' + address;
+    Process(removals);
+    EXPECT_EQ(TakeStatus().last(), QStringLiteral("Pending list processing complete (-32767)"));
+    ExpectBoth({}, {});
+}
+
+} // namespace
+} // namespace varlo
