@@ -120,7 +120,12 @@ void Connection::TakeHandshakeLine(QByteArrayView line) {
         ehloBegun_ = false;
     } else if (line.startsWith("250")) {
         if (std::exchange(ehloBegun_, true)) // the first line is the server's name
-            extensions_ << line.sliced(4).toByteArray().simplified().split(' ').first().toUpper();
+            extensions_ << line.sliced(std::min<qsizetype>(4, line.size()))
+                               .toByteArray()
+                               .simplified()
+                               .split(' ')
+                               .first()
+                               .toUpper();
     }
     parser_.Add(line);
     while (auto reply = parser_.Next()) {

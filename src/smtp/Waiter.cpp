@@ -13,7 +13,7 @@ namespace OSSMTP {
 
 namespace {
 
-constexpr int kShortWait = 1; // ms; a server on the same machine or network answers within
+constexpr int kShortWait = 2; // ms; a server on the same machine or network answers within
 
 } // namespace
 
