@@ -94,6 +94,22 @@ TEST_F(ConnectionTest, EncryptionThatDoesNotWorkGoesOnInTheClear) {
     EXPECT_TRUE(connection_.Offers("PIPELINING"));
 }
 
+TEST_F(ConnectionTest, OfferedEncryptionIsTakenWhoeverSignedIt) {
+    SmtpScript script;
+    script.Encrypts = true;
+    script.Extensions = {"PIPELINING", "SMTPUTF8"};
+    script.EncryptedExtensions = {"SIZE"};
+    const FakeSmtpServer server(script);
+    ASSERT_EQ(NumberOf(Open(server)), 0);
+    EXPECT_TRUE(connection_.Offers("SIZE"));
+    EXPECT_FALSE(connection_.Offers("PIPELINING")) << "what was offered in the clear counts no more";
+    ASSERT_EQ(NumberOf(connection_.Write("RSET\r\n")), 0);
+    Reply reply;
+    ASSERT_EQ(NumberOf(connection_.Read(reply)), 0);
+    EXPECT_EQ(reply, (Reply{250, "reset"}));
+    EXPECT_TRUE(IsUsableFor(server));
+}
+
 TEST_F(ConnectionTest, ReplyDuringAMessageIsTheServersLastWord) {
     SmtpScript script;
     script.Extensions = {};

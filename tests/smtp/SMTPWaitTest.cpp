@@ -157,10 +157,7 @@ TEST(SMTPWaitTest, WhatIsSetDuringASendCountsForTheNext) {
     QTimer::singleShot(0, [&] { sender.Smtp.SetRecipient(QStringLiteral("bob@example.com")); });
     EXPECT_TRUE(sender.SendTo(kAnn));
     EXPECT_TRUE(sender.Smtp.Send());
-    QByteArrayList reached;
-    for (const SmtpMail &mail : server.Mails())
-        reached += mail.Recipients;
-    EXPECT_EQ(reached, QByteArrayList({"ann@example.com", "bob@example.com"}));
+    EXPECT_EQ(Reached(server), QByteArrayList({"ann@example.com", "bob@example.com"}));
 }
 
 TEST(SMTPWaitTest, HandlerOfTheErrorMaySendAgain) {

@@ -47,6 +47,23 @@ struct Sender {
     SmtpErrors Errors;
 };
 
+// Who got mail, in order.
+inline QByteArrayList Reached(const FakeSmtpServer &server) {
+    QByteArrayList all;
+    for (const SmtpMail &mail : server.Mails())
+        all += mail.Recipients;
+    return all;
+}
+
+// What the client said after EHLO.
+inline QByteArrayList ClientLines(const FakeSmtpServer &server) {
+    QByteArrayList lines;
+    for (const QByteArray &line : server.Dialogue())
+        if (line.startsWith("C: ") && !line.startsWith("C: EHLO"))
+            lines << line.mid(3);
+    return lines;
+}
+
 // Measures how long the event loop went without turning.
 class Heartbeat : public QObject {
 public:

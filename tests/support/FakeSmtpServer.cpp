@@ -1,10 +1,13 @@
 #include "support/FakeSmtpServer.h"
 
+#include "support/FakeCertificate.h"
 #include "support/Printers.h"
 
 #include <QDeadlineTimer>
+#include <QSslCertificate>
+#include <QSslKey>
+#include <QSslSocket>
 #include <QTcpServer>
-#include <QTcpSocket>
 #include <QTest>
 #include <gtest/gtest.h>
 
@@ -18,24 +21,36 @@ void PrintTo(const SmtpMail &mail, std::ostream *out) {
     PrintTo(mail.Data, out);
 }
 
+// Hands out sockets that can be encrypted later.
+class FakeSmtpListener : public QTcpServer {
+protected:
+    void incomingConnection(qintptr descriptor) override {
+        auto *socket = new QSslSocket(this);
+        socket->setSocketDescriptor(descriptor);
+        addPendingConnection(socket);
+    }
+};
+
 // One connection; a child of its socket.
 class FakeSmtpSession : public QObject {
 public:
-    FakeSmtpSession(FakeSmtpServer &server, QTcpSocket *socket, int number)
+    FakeSmtpSession(FakeSmtpServer &server, QSslSocket *socket, int number)
         : QObject(socket), server_(server), socket_(socket), number_(number) {
         socket->setSocketOption(QAbstractSocket::LowDelayOption, 1);
-        connect(socket, &QTcpSocket::readyRead, this, &FakeSmtpSession::Read);
-        connect(socket, &QTcpSocket::disconnected, socket, &QObject::deleteLater);
+        connect(socket, &QSslSocket::readyRead, this, &FakeSmtpSession::Read);
+        connect(socket, &QSslSocket::disconnected, socket, &QObject::deleteLater);
         Answer(SmtpStep::Greeting, {}, "220 fake ESMTP\r\n");
     }
 
 private:
     void Read();
     void TakeLine(const QByteArray &line);
+    void TakeStartTls(const QByteArray &line);
     void TakeMail(const QByteArray &line);
     void TakeRcpt(const QByteArray &line);
     void TakeData(const QByteArray &line);
     void TakeMessage(const QByteArray &data);
+    QByteArrayList Extensions() const;
     QByteArray EhloReply() const;
     // Does what the script says, or answers. True when the usual answer went out.
     bool Answer(SmtpStep step, const QByteArray &line, const QByteArray &usual);
@@ -50,7 +65,7 @@ private:
     }
 
     FakeSmtpServer &server_;
-    QTcpSocket *socket_;
+    QSslSocket *socket_;
     int number_;
     QByteArray input_;
     QByteArray held_;
@@ -75,7 +90,7 @@ void FakeSmtpSession::Read() {
         const QByteArray unit = empty ? QByteArray() : input_.left(end + 2);
         input_.remove(0, empty ? 3 : end + (inMessage_ ? 5 : 2));
         inMessage_ ? TakeMessage(unit) : TakeLine(unit.chopped(2));
-        if (!input_.isEmpty() && !Script().Extensions.contains("PIPELINING")) {
+        if (!input_.isEmpty() && !Extensions().contains("PIPELINING")) {
             const QMutexLocker lock(&server_.mutex_);
             server_.overrun_ = true;
         }
@@ -88,7 +103,7 @@ void FakeSmtpSession::TakeLine(const QByteArray &line) {
     if (verb == "EHLO" || verb == "HELO") {
         Answer(SmtpStep::Ehlo, line, verb == "EHLO" ? EhloReply() : QByteArray("250 fake.example\r\n"));
     } else if (verb == "STAR") {
-        Answer(SmtpStep::StartTls, line, "454 not now\r\n");
+        TakeStartTls(line);
     } else if (verb == "MAIL") {
         TakeMail(line);
     } else if (verb == "RCPT") {
@@ -106,11 +121,27 @@ void FakeSmtpSession::TakeLine(const QByteArray &line) {
     }
 }
 
+QByteArrayList FakeSmtpSession::Extensions() const {
+    const SmtpScript script = Script();
+    if (socket_->isEncrypted())
+        return script.EncryptedExtensions;
+    return script.Encrypts ? script.Extensions + QByteArrayList{"STARTTLS"} : script.Extensions;
+}
+
 QByteArray FakeSmtpSession::EhloReply() const {
     QByteArray reply = "250-fake.example\r\n";
-    for (const QByteArray &extension : Script().Extensions)
+    for (const QByteArray &extension : Extensions())
         reply += "250-" + extension + "\r\n";
     return reply + "250 HELP\r\n";
+}
+
+void FakeSmtpSession::TakeStartTls(const QByteArray &line) {
+    const bool encrypts = Script().Encrypts;
+    if (!Answer(SmtpStep::StartTls, line, encrypts ? "220 go ahead\r\n" : "454 not now\r\n") || !encrypts)
+        return;
+    socket_->setLocalCertificate(QSslCertificate(kFakeCertificate));
+    socket_->setPrivateKey(QSslKey(kFakeKey, QSsl::Ec));
+    socket_->startServerEncryption();
 }
 
 void FakeSmtpSession::TakeMail(const QByteArray &line) {
@@ -218,7 +249,7 @@ void FakeSmtpSession::Note(const QByteArray &line) {
 
 FakeSmtpServer::FakeSmtpServer(SmtpScript script) : script_(std::move(script)) {
     thread_.start();
-    listener_ = new QTcpServer;
+    listener_ = new FakeSmtpListener;
     listener_->moveToThread(&thread_);
     QMetaObject::invokeMethod(
         listener_,
@@ -238,7 +269,7 @@ FakeSmtpServer::~FakeSmtpServer() {
 }
 
 void FakeSmtpServer::Accept() {
-    while (QTcpSocket *socket = listener_->nextPendingConnection()) {
+    while (auto *socket = static_cast<QSslSocket *>(listener_->nextPendingConnection())) {
         int number = 0;
         {
             const QMutexLocker lock(&mutex_);

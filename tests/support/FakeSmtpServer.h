@@ -13,7 +13,7 @@
 #include <vector>
 
 class QTcpServer;
-class QTcpSocket;
+class QSslSocket;
 
 namespace varlo::test {
 
@@ -60,6 +60,8 @@ struct SmtpScript {
     bool TornReplies = false; // one byte at a time
     bool HoldUntilData =
         false; // the answers to MAIL and RCPT come with that to DATA: only a pipelining client goes on
+    bool Encrypts = false; // offers STARTTLS and means it; what is encrypted looks the same in the dialogue
+    QByteArrayList EncryptedExtensions{"PIPELINING"}; // offered from then on
     bool DataForNobody = false; // DATA is answered with 354 though no recipient was taken
 };
 
