@@ -68,6 +68,7 @@ private:
     QSslSocket *socket_;
     int number_;
     QByteArray input_;
+    qsizetype searched_ = 0; // no end of a message lies before
     QByteArray held_;
     SmtpMail mail_;
     bool mailOpen_ = false;
@@ -84,7 +85,9 @@ void FakeSmtpSession::Read() {
         if (inMessage_ && !std::exchange(messageBegun_, true) && !Answer(SmtpStep::MessageBegin, {}, {}))
             continue;
         const bool empty = inMessage_ && input_.startsWith(".\r\n");
-        const qsizetype end = inMessage_ && !empty ? input_.indexOf("\r\n.\r\n") : input_.indexOf("\r\n");
+        const QByteArray mark = inMessage_ && !empty ? "\r\n.\r\n" : "\r\n";
+        const qsizetype end = input_.indexOf(mark, searched_);
+        searched_ = end < 0 ? std::max<qsizetype>(0, input_.size() - mark.size()) : 0;
         if (end < 0)
             return;
         const QByteArray unit = empty ? QByteArray() : input_.left(end + 2);
