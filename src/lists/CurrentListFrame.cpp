@@ -136,25 +136,47 @@ QString CurrentListFrame::ChosenName() const {
     return cmbMList->currentText();
 }
 
+void CurrentListFrame::ChooseName(const QString &name) {
+    const int index = cmbMList->findText(name, Qt::MatchExactly | Qt::MatchCaseSensitive);
+    if (index < 0)
+        ShowOpenList();
+    else
+        ChooseList(index);
+}
+
+// The list that is open stays open, and the chooser says so: a save goes to the list that it names.
+void CurrentListFrame::ShowOpenList() {
+    const QSignalBlocker quiet(cmbMList);
+    cmbMList->setCurrentIndex(
+        cmbMList->findText(lists_.CurrentListName, Qt::MatchExactly | Qt::MatchCaseSensitive));
+    lists_.UpdateControls();
+}
+
 void CurrentListFrame::OnChosen(int index) {
     if (index < 0)
         return;
-    loadedByChange_ = true;
     cmbMList_Click();
+    loadedByChange_ = true;
     QTimer::singleShot(0, this, [this] { loadedByChange_ = false; });
 }
 
 void CurrentListFrame::cmbMList_Click() {
-    if (lists_.Load(cmbMList->currentText()))
-        return;
-    // The old list could not be saved, so it stays open, and the chooser says so.
-    const QSignalBlocker quiet(cmbMList);
-    cmbMList->setCurrentText(lists_.CurrentListName);
+    if (!lists_.Load(cmbMList->currentText()))
+        ShowOpenList();
+}
+
+// Says so when there is no list to work on.
+bool CurrentListFrame::HasList(const QString &name) {
+    if (name.isEmpty())
+        session_.Boxes.MsgBox(QStringLiteral("Please create or choose a mailing list first."), BoxButtons::Ok,
+                              BoxIcon::Exclamation);
+    return !name.isEmpty();
 }
 
 bool CurrentListFrame::Save() {
-    const QString name = ChosenName();
-    if (name.isEmpty() || !lists_.WriteList(name))
+    // The chooser names no list when the file of the open one has vanished; its entries are still here.
+    const QString name = ChosenName().isEmpty() ? lists_.CurrentListName : ChosenName();
+    if (!HasList(name) || !lists_.WriteList(name))
         return false;
     lists_.ListSaved = true;
     Trapped(session_, QStringLiteral("Main.cmdFileSave"),
@@ -169,7 +191,9 @@ void CurrentListFrame::cmdFileNew_Click() {
         return;
     RefreshListNames();
     lists_.UpdateControls();
-    ChooseList(cmbMList->findText(*name, Qt::MatchExactly | Qt::MatchCaseSensitive));
+    ChooseName(*name);
+    if (!ListNames().contains(*name))
+        return; // it could not be created, which has been reported
     Trapped(session_, QStringLiteral("Main.cmdFileNew"), [&] {
         StatusMessage(session_, QStringLiteral("Created mailing list [") + *name + QStringLiteral("]"));
     });
@@ -180,13 +204,13 @@ void CurrentListFrame::cmdFileRename_Click() {
     if (!name)
         return;
     RefreshListNames();
-    ChooseList(cmbMList->findText(*name, Qt::MatchExactly | Qt::MatchCaseSensitive));
+    ChooseName(*name);
     lists_.ListSaved = true;
 }
 
 void CurrentListFrame::cmdFileDelete_Click() {
     const QString name = ChosenName();
-    if (name.isEmpty() || !DeleteList(session_, name))
+    if (!HasList(name) || !DeleteList(session_, name))
         return;
     lists_.ListSaved = true; // before another list is loaded, which would ask about the changes that are gone
     RefreshListNames();

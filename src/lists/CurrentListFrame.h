@@ -49,6 +49,9 @@ private:
 
     void cmbMList_Click();
     void OnChosen(int index);
+    void ChooseName(const QString &name);
+    void ShowOpenList();
+    bool HasList(const QString &name);
     void cmdFileNew_Click();
     void cmdFileRename_Click();
     void cmdFileDelete_Click();

@@ -14,7 +14,6 @@
 #include <QGuiApplication>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QSignalBlocker>
 #include <QTimer>
 
 namespace varlo {
@@ -168,11 +167,10 @@ void PendingListFrame::cmdEmailAdd_Click(int index) {
 
 void PendingListFrame::txtAddEmail_Change() {
     const QString clean = CleanTypedAddress(txtAddEmail->text());
-    if (clean != txtAddEmail->text()) {
-        const QSignalBlocker quiet(txtAddEmail);
-        txtAddEmail->setText(clean);
-    }
-    lists_.UpdateControls();
+    if (clean != txtAddEmail->text())
+        txtAddEmail->setText(clean); // a change of its own, which comes here again
+    else
+        lists_.UpdateControls();
 }
 
 void PendingListFrame::cmdCapture_Click() {

@@ -1,6 +1,6 @@
 #include "lists/AddressRules.h"
 
-#include "lists/ListsTest.h"
+#include "lists/ListsFixture.h"
 
 #include <gtest/gtest.h>
 
@@ -11,7 +11,7 @@ namespace {
 
 using test::RandomBelow;
 
-class AddressRulesTest : public test::ListsTest {};
+class AddressRulesTest : public test::ListsFixture {};
 
 QStringList RefusedOf(const QStringList &addresses) {
     QStringList refused;

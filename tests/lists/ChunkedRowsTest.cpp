@@ -1,6 +1,6 @@
 #include "lists/ChunkedRows.h"
 
-#include "lists/ListsTest.h"
+#include "lists/ListsFixture.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #include "lists/ClipboardCapture.h"
 
-#include "lists/ListsTest.h"
+#include "lists/ListsFixture.h"
 
 #include <gtest/gtest.h>
 
@@ -9,7 +9,7 @@ namespace {
 
 using test::Words;
 
-class ClipboardCaptureTest : public test::ListsTest {
+class ClipboardCaptureTest : public test::ListsFixture {
 protected:
     // Copies a text in some other program and lets the timer tick; the caption.
     QString Copy(const QString &text) {

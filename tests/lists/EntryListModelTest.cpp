@@ -1,7 +1,7 @@
 #include "lists/EntryListModel.h"
 
 #include "core/RuntimeError.h"
-#include "lists/ListsTest.h"
+#include "lists/ListsFixture.h"
 
 #include <QAbstractItemModelTester>
 #include <QSignalSpy>

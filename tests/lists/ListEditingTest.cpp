@@ -1,6 +1,6 @@
 #include "lists/ListEditing.h"
 
-#include "lists/ListsTest.h"
+#include "lists/ListsFixture.h"
 
 #include <gtest/gtest.h>
 
@@ -13,7 +13,7 @@ using Transfer = ListEditing::Transfer;
 
 constexpr int kMost = EntryListModel::kMostEntries;
 
-class ListEditingTest : public test::ListsTest {
+class ListEditingTest : public test::ListsFixture {
 protected:
     void Open(const QStringList &entries) { OpenList(QStringLiteral("news"), entries); }
     void ShowOrder(int order) { session.Prefs.ListSortBy = order; }

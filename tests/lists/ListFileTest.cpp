@@ -1,7 +1,7 @@
 #include "lists/ListFile.h"
 
 #include "core/RuntimeError.h"
-#include "lists/ListsTest.h"
+#include "lists/ListsFixture.h"
 #include "support/FileSizeLimit.h"
 
 #include <QDir>
@@ -12,7 +12,7 @@ namespace {
 
 using test::Words;
 
-class ListFileTest : public test::ListsTest {
+class ListFileTest : public test::ListsFixture {
 protected:
     QStringList ReadBytes(const QByteArray &bytes) {
         WriteListFile(QStringLiteral("news"), bytes);

@@ -1,6 +1,6 @@
 #include "lists/ListManagement.h"
 
-#include "lists/ListsTest.h"
+#include "lists/ListsFixture.h"
 #include "support/FileSizeLimit.h"
 
 #include <QDir>
@@ -14,7 +14,7 @@ using test::Words;
 
 const QString kNews = QStringLiteral("news");
 
-class ListManagementTest : public test::ListsTest {
+class ListManagementTest : public test::ListsFixture {
 protected:
     void RemoveListsFolder() {
         ASSERT_TRUE(QDir(session.ProfileFile(QStringLiteral("lists"))).removeRecursively());

@@ -1,6 +1,6 @@
 // Searching, sort orders and selections: what the operator does to find entries.
 #include "lists/ListEditing.h"
-#include "lists/ListsTest.h"
+#include "lists/ListsFixture.h"
 
 #include <QSignalSpy>
 #include <gtest/gtest.h>
@@ -11,7 +11,7 @@ namespace {
 using test::Addresses;
 using test::Words;
 
-class ListSelectionTest : public test::ListsTest {
+class ListSelectionTest : public test::ListsFixture {
 protected:
     void Open(const QStringList &entries) { OpenList(QStringLiteral("news"), entries); }
     void ShowOrder(int order) { session.Prefs.ListSortBy = order; }

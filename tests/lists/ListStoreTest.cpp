@@ -2,7 +2,7 @@
 
 #include "core/RuntimeError.h"
 #include "lists/ListFile.h"
-#include "lists/ListsTest.h"
+#include "lists/ListsFixture.h"
 
 #include <QSignalSpy>
 #include <QTimer>
@@ -17,7 +17,7 @@ using test::Words;
 const QString kNews = QStringLiteral("news");
 const QString kOther = QStringLiteral("other");
 
-class ListStoreTest : public test::ListsTest {
+class ListStoreTest : public test::ListsFixture {
 protected:
     // A list "news" with a change that is not in its file yet, and a list "other".
     void OpenUnsaved() {

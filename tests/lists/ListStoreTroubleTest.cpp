@@ -1,6 +1,6 @@
 // Lists that cannot be read or written, and lists that are too long.
 #include "lists/ListFile.h"
-#include "lists/ListsTest.h"
+#include "lists/ListsFixture.h"
 #include "support/FileSizeLimit.h"
 
 #include <QDir>
@@ -17,7 +17,7 @@ constexpr int kMost = EntryListModel::kMostEntries;
 const QString kNews = QStringLiteral("news");
 const QString kOther = QStringLiteral("other");
 
-class ListStoreTroubleTest : public test::ListsTest {
+class ListStoreTroubleTest : public test::ListsFixture {
 protected:
     void Change() {
         lists.lstEmailList(kChronological).Add(QStringLiteral("new@x.test"));

@@ -1,6 +1,6 @@
 #include "lists/ManualAdd.h"
 
-#include "lists/ListsTest.h"
+#include "lists/ListsFixture.h"
 
 #include <gtest/gtest.h>
 
@@ -9,7 +9,7 @@ namespace {
 
 using test::Words;
 
-class ManualAddTest : public test::ListsTest {
+class ManualAddTest : public test::ListsFixture {
 protected:
     bool Add(const char *text, Request request = Request::Subscribe) {
         return AddTypedAddress(session, lists, QString::fromUtf8(text), request, process);

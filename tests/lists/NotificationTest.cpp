@@ -1,5 +1,5 @@
 // The mails that processing sends, and what happens while one is being sent.
-#include "lists/ListsTest.h"
+#include "lists/ListsFixture.h"
 #include "lists/PendingProcessing.h"
 #include "support/FakeSmtp.h"
 
@@ -12,7 +12,7 @@ namespace {
 using test::FakeSmtp;
 using test::Words;
 
-class NotificationTest : public test::ListsTest {
+class NotificationTest : public test::ListsFixture {
 protected:
     NotificationTest() {
         session.Prefs.Notify = 1;

@@ -1,6 +1,6 @@
 #include "lists/PendingProcessing.h"
 
-#include "lists/ListsTest.h"
+#include "lists/ListsFixture.h"
 
 #include <QSignalSpy>
 #include <QTimer>
@@ -15,7 +15,7 @@ using test::Words;
 
 constexpr int kMost = EntryListModel::kMostEntries;
 
-class PendingProcessingTest : public test::ListsTest {
+class PendingProcessingTest : public test::ListsFixture {
 protected:
     void Open(const QStringList &entries) { OpenList(QStringLiteral("news"), entries); }
     void Process(const QStringList &entries) {

@@ -1,4 +1,4 @@
-#include "lists/ListsTest.h"
+#include "lists/ListsFixture.h"
 
 #include <QDir>
 
@@ -27,38 +27,38 @@ QByteArray FileBytes(const QStringList &lines) {
     return bytes;
 }
 
-void ListsTest::WriteListFile(const QString &name, const QByteArray &bytes) const {
+void ListsFixture::WriteListFile(const QString &name, const QByteArray &bytes) const {
     profile.Write(QStringLiteral("lists/") + name + QStringLiteral(".vlo"), bytes);
 }
 
-QByteArray ListsTest::ReadListFile(const QString &name) const {
+QByteArray ListsFixture::ReadListFile(const QString &name) const {
     return profile.Read(QStringLiteral("lists/") + name + QStringLiteral(".vlo"));
 }
 
-QStringList ListsTest::ListFolder() const {
+QStringList ListsFixture::ListFolder() const {
     return QDir(session.ProfileFile(QStringLiteral("lists")))
         .entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot, QDir::Name);
 }
 
-void ListsTest::OpenList(const QString &name, const QStringList &entries) {
+void ListsFixture::OpenList(const QString &name, const QStringList &entries) {
     WriteListFile(name, FileBytes(entries));
     ASSERT_TRUE(lists.Load(name));
     ASSERT_EQ(Current(), entries);
     TakeStatus();
 }
 
-void ListsTest::AddPending(const QStringList &entries) {
+void ListsFixture::AddPending(const QStringList &entries) {
     lists.lstEmailList(kPending).AddAll(entries);
 }
 
-QStringList ListsTest::Errors() const {
+QStringList ListsFixture::Errors() const {
     QStringList errors;
     for (const QString &line : profile.Log(QStringLiteral("ErrorLog.txt")))
         errors << line.section(QStringLiteral(" Error "), 1);
     return errors;
 }
 
-void ListsTest::BlockLog(const QString &file) const {
+void ListsFixture::BlockLog(const QString &file) const {
     const QString path = session.ProfileFile(QStringLiteral("logs"), file);
     QFile::remove(path);
     ASSERT_TRUE(QDir().mkpath(path));

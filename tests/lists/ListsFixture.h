@@ -23,7 +23,7 @@ int RandomBelow(std::mt19937 &random, int limit);
 // The bytes of a list file with these lines.
 QByteArray FileBytes(const QStringList &lines);
 
-class ListsTest : public testing::Test {
+class ListsFixture : public testing::Test {
 protected:
     // Writes the file of the list `name`.
     void WriteListFile(const QString &name, const QByteArray &bytes) const;

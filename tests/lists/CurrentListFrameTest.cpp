@@ -1,0 +1,447 @@
+#include "lists/CurrentListFrame.h"
+
+#include "lists/FramesFixture.h"
+#include "support/FileSizeLimit.h"
+
+#include <QDir>
+#include <QLabel>
+#include <QSignalSpy>
+#include <QWheelEvent>
+#include <gtest/gtest.h>
+
+namespace varlo {
+namespace {
+
+using test::FileBytes;
+using test::Words;
+
+const QString kNews = QStringLiteral("news");
+const QString kOther = QStringLiteral("other");
+
+class CurrentListFrameTest : public test::FramesFixture {
+protected:
+    // "news" is open with a change that is not in its file, beside it "other".
+    void OpenUnsaved() {
+        OpenLists({{kNews, Words("aa@x.test bb@x.test")}, {kOther, Words("oo@x.test")}});
+        lists.SelectRows(lists.VisibleBox(), {0});
+        Click("cmdListDelete_0");
+        ASSERT_FALSE(lists.ListSaved);
+        TakeStatus();
+    }
+    void RemoveListsFolder() {
+        ASSERT_TRUE(QDir(session.ProfileFile(QStringLiteral("lists"))).removeRecursively());
+    }
+    void Answer(std::initializer_list<BoxAnswer> answers) { profile.Boxes.Answers = answers; }
+    void Input(const QString &text) { profile.Boxes.Inputs.push_back(text); }
+    // The open list, its chooser and its entries.
+    void ExpectOpen(const QString &name, const QStringList &entries) {
+        EXPECT_EQ(lists.CurrentListName, name);
+        EXPECT_EQ(Chosen(), name);
+        EXPECT_EQ(Current(), entries);
+    }
+};
+
+TEST_F(CurrentListFrameTest, ItsControlsHaveTheirNamesCaptionsAndToolTips) {
+    const std::vector<std::pair<const char *, std::pair<QString, QString>>> buttons{
+        {"cmdFileNew", {QStringLiteral("New"), QStringLiteral("Create new mailing list")}},
+        {"cmdFileRename", {QStringLiteral("Rename"), QStringLiteral("Rename current list")}},
+        {"cmdFileDelete", {QStringLiteral("Delete"), QStringLiteral("Delete current list")}},
+        {"cmdFileSave", {QStringLiteral("Save"), QStringLiteral("Save current list")}},
+        {"cmdListEdit_0", {QStringLiteral("Edit"), QStringLiteral("Edit selected items")}},
+        {"cmdListDelete_0", {QStringLiteral("Delete"), QStringLiteral("Delete selected items")}},
+        {"cmdListFind", {QStringLiteral("Search"), QStringLiteral("Search through list")}},
+        {"cmdListSort", {QStringLiteral("Sort"), QStringLiteral("Change sort order")}}};
+    for (const auto &[name, wording] : buttons)
+        EXPECT_EQ(Wording(name), wording) << name;
+    EXPECT_EQ(current.objectName(), QStringLiteral("fraCurrent"));
+    EXPECT_EQ(current.title(), QStringLiteral("Current List"));
+    EXPECT_EQ(Find<QLabel>("lblCurrentList")->text().remove(u'&'), QStringLiteral("Current List"));
+}
+
+TEST_F(CurrentListFrameTest, TheChooserOffersTheListsAndChoosesNone) {
+    WriteListFile(QStringLiteral("Beta"), {});
+    WriteListFile(QStringLiteral("<b>Über & uns"), {});
+    WriteListFile(QStringLiteral("alpha"), {});
+    current.RefreshListNames();
+    EXPECT_EQ(Names(), (QStringList{QStringLiteral("<b>Über & uns"), QStringLiteral("alpha"),
+                                    QStringLiteral("Beta")}));
+    EXPECT_EQ(current.ChosenIndex(), -1);
+    EXPECT_EQ(current.ChosenName(), QString());
+    EXPECT_EQ(TakeStatus(), QStringList());
+}
+
+TEST_F(CurrentListFrameTest, WithoutListsTheChooserIsEmptyAndDisabled) {
+    OpenLists({});
+    EXPECT_EQ(Names(), QStringList());
+    EXPECT_FALSE(IsEnabled("cmbMList"));
+    EXPECT_FALSE(IsEnabled("cmdFileRename"));
+    EXPECT_FALSE(IsEnabled("lstEmailList_1"));
+    EXPECT_TRUE(IsEnabled("cmdFileNew"));
+}
+
+TEST_F(CurrentListFrameTest, ChoosingAListLoadsItOnce) {
+    OpenLists({{kNews, Words("aa@x.test")}, {kOther, Words("oo@x.test")}});
+    Choose(kOther);
+    ExpectOpen(kOther, Words("oo@x.test"));
+    EXPECT_EQ(TakeStatus(),
+              (QStringList{QStringLiteral("Loading [other]..."), QStringLiteral("Loaded [other]")}));
+}
+
+TEST_F(CurrentListFrameTest, KeysAndTheWheelChooseAndLoadToo) {
+    OpenLists({{kNews, Words("aa@x.test")}, {kOther, Words("oo@x.test")}});
+    QTest::keyClick(Chooser(), Qt::Key_Down);
+    ExpectOpen(kOther, Words("oo@x.test"));
+    QWheelEvent up(QPointF(5, 5), Chooser()->mapToGlobal(QPointF(5, 5)), QPoint(), QPoint(0, 120),
+                   Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+    QApplication::sendEvent(Chooser(), &up);
+    ExpectOpen(kNews, Words("aa@x.test"));
+    EXPECT_EQ(TakeStatus().size(), 4);
+}
+
+TEST_F(CurrentListFrameTest, ChoosingTheOpenListLoadsItAgain) {
+    OpenLists({{kNews, Words("aa@x.test")}});
+    QCoreApplication::processEvents();
+    WriteListFile(kNews, FileBytes(Words("changed@x.test")));
+    Choose(kNews);
+    ExpectOpen(kNews, Words("changed@x.test"));
+    EXPECT_EQ(TakeStatus().size(), 2);
+    current.ChooseList(0);
+    EXPECT_EQ(TakeStatus().size(), 2);
+}
+
+TEST_F(CurrentListFrameTest, SwitchingKeepsThePendingList) {
+    OpenLists({{kNews, Words("aa@x.test")}, {kOther, Words("oo@x.test")}});
+    AddPending(Words("+pp@x.test -qq@x.test"));
+    Choose(kOther);
+    EXPECT_EQ(Pending(), Words("+pp@x.test -qq@x.test"));
+}
+
+TEST_F(CurrentListFrameTest, SwitchingAwayFromChangesAsks) {
+    OpenUnsaved();
+    Answer({BoxAnswer::Yes});
+    Choose(kOther);
+    ExpectOpen(kOther, Words("oo@x.test"));
+    EXPECT_EQ(ReadListFile(kNews), FileBytes(Words("bb@x.test")));
+}
+
+TEST_F(CurrentListFrameTest, AWantedSaveThatFailsKeepsTheOldListChosen) {
+    OpenUnsaved();
+    session.Prefs.LogStatus = 0;
+    Answer({BoxAnswer::Yes});
+    {
+        const test::FileSizeLimit limit(2);
+        Choose(kOther);
+    }
+    ExpectOpen(kNews, Words("bb@x.test"));
+    EXPECT_FALSE(lists.ListSaved);
+    QCoreApplication::processEvents();
+    Click("cmdFileSave");
+    EXPECT_EQ(ReadListFile(kNews), FileBytes(Words("bb@x.test")));
+    EXPECT_EQ(ReadListFile(kOther), FileBytes(Words("oo@x.test")));
+    EXPECT_EQ(profile.Boxes.Shown.size(), 2U); // the question and the error
+}
+
+TEST_F(CurrentListFrameTest, SaveWritesTheListAndTellsIt) {
+    OpenUnsaved();
+    Click("cmdFileSave");
+    EXPECT_EQ(ReadListFile(kNews), FileBytes(Words("bb@x.test")));
+    EXPECT_TRUE(lists.ListSaved);
+    EXPECT_EQ(TakeStatus(), QStringList(QStringLiteral("Saved [news]")));
+}
+
+TEST_F(CurrentListFrameTest, ASaveThatFailsAtEveryByteStaysUnsaved) {
+    OpenUnsaved();
+    session.Prefs.LogStatus = 0;
+    const auto size = static_cast<rlim_t>(FileBytes(Current()).size());
+    for (rlim_t bytes = 0; bytes < size; ++bytes) {
+        {
+            const test::FileSizeLimit limit(bytes);
+            EXPECT_FALSE(current.Save());
+        }
+        ASSERT_EQ(ReadListFile(kNews), FileBytes(Words("aa@x.test bb@x.test")))
+            << "after " << bytes << " bytes";
+    }
+    EXPECT_FALSE(lists.ListSaved);
+    EXPECT_EQ(TakeStatus(), QStringList());
+    EXPECT_EQ(ListFolder(), Words("news.vlo other.vlo"));
+}
+
+TEST_F(CurrentListFrameTest, SaveIntoAVanishedFolderIsReported) {
+    OpenUnsaved();
+    RemoveListsFolder();
+    Click("cmdFileSave");
+    EXPECT_EQ(Errors(), QStringList(QStringLiteral("76 in Main.WriteList - Path not found")));
+    EXPECT_FALSE(lists.ListSaved);
+    EXPECT_EQ(TakeStatus(), QStringList());
+}
+
+TEST_F(CurrentListFrameTest, ASavedListStaysSavedThoughTheStatusLogIsFull) {
+    OpenUnsaved();
+    BlockLog(QStringLiteral("StatusLog.txt"));
+    EXPECT_TRUE(current.Save());
+    EXPECT_TRUE(lists.ListSaved);
+    EXPECT_EQ(Errors(), QStringList(QStringLiteral("70 in Main.cmdFileSave - Permission denied")));
+}
+
+TEST_F(CurrentListFrameTest, WithoutAListSaveAndDeleteAskForOne) {
+    OpenLists({});
+    Click("cmdFileSave");
+    Click("cmdFileDelete");
+    const QString message = QStringLiteral("Please create or choose a mailing list first.");
+    EXPECT_EQ(profile.Boxes.Texts(), (QStringList{message, message}));
+    EXPECT_EQ(ListFolder(), QStringList());
+}
+
+TEST_F(CurrentListFrameTest, NewCreatesAnEmptyListAndOpensIt) {
+    OpenLists({{kNews, Words("aa@x.test")}});
+    Input(QStringLiteral("a/b"));
+    Click("cmdFileNew");
+    ExpectOpen(QStringLiteral("a b"), {});
+    EXPECT_EQ(Names(), (QStringList{QStringLiteral("a b"), kNews}));
+    EXPECT_EQ(TakeStatus(), (QStringList{QStringLiteral("Loading [a b]..."), QStringLiteral("Loaded [a b]"),
+                                         QStringLiteral("Created mailing list [a b]")}));
+    EXPECT_EQ(ReadListFile(kNews), FileBytes(Words("aa@x.test")));
+}
+
+TEST_F(CurrentListFrameTest, NewCancelledChangesNothing) {
+    OpenLists({{kNews, Words("aa@x.test")}});
+    Input(QString());
+    Click("cmdFileNew");
+    ExpectOpen(kNews, Words("aa@x.test"));
+    EXPECT_EQ(TakeStatus(), QStringList());
+}
+
+TEST_F(CurrentListFrameTest, NewAsksAboutTheListThatIsLeft) {
+    OpenUnsaved();
+    Input(QStringLiteral("third"));
+    Answer({BoxAnswer::Yes});
+    Click("cmdFileNew");
+    ExpectOpen(QStringLiteral("third"), {});
+    EXPECT_EQ(ReadListFile(kNews), FileBytes(Words("bb@x.test")));
+}
+
+TEST_F(CurrentListFrameTest, NewWhoseWantedSaveFailsKeepsTheOldListOpen) {
+    OpenUnsaved();
+    session.Prefs.LogStatus = 0;
+    Input(QStringLiteral("third"));
+    Answer({BoxAnswer::Yes});
+    {
+        const test::FileSizeLimit limit(2);
+        Click("cmdFileNew");
+    }
+    ExpectOpen(kNews, Words("bb@x.test"));
+    EXPECT_FALSE(lists.ListSaved);
+    EXPECT_EQ(Names(), Words("news other third"));
+}
+
+TEST_F(CurrentListFrameTest, NewWithTheNameOfTheOpenListEmptiesIt) {
+    OpenLists({{kNews, Words("aa@x.test")}});
+    Input(kNews);
+    Click("cmdFileNew");
+    ExpectOpen(kNews, {});
+    EXPECT_EQ(ReadListFile(kNews), QByteArray());
+    EXPECT_EQ(TakeStatus().last(), QStringLiteral("Created mailing list [news]"));
+}
+
+TEST_F(CurrentListFrameTest, ANewListThatCannotBeCreatedKeepsTheOpenOne) {
+    OpenUnsaved();
+    Input(QString(300, u'x'));
+    Click("cmdFileNew");
+    EXPECT_EQ(Errors().size(), 1);
+    ExpectOpen(kNews, Words("bb@x.test"));
+    EXPECT_FALSE(lists.ListSaved);
+    EXPECT_EQ(TakeStatus(), QStringList());
+}
+
+TEST_F(CurrentListFrameTest, NewInAVanishedFolderKeepsTheOpenListForALaterSave) {
+    OpenUnsaved();
+    RemoveListsFolder();
+    Input(QStringLiteral("third"));
+    Click("cmdFileNew");
+    EXPECT_EQ(Errors(), QStringList(QStringLiteral("76 in Main.cmdFileNew - Path not found")));
+    EXPECT_EQ(Current(), Words("bb@x.test"));
+    EXPECT_FALSE(lists.ListSaved);
+    ASSERT_TRUE(QDir().mkpath(session.ProfileFile(QStringLiteral("lists"))));
+    Click("cmdFileSave");
+    EXPECT_EQ(ReadListFile(kNews), FileBytes(Words("bb@x.test")));
+    EXPECT_TRUE(lists.ListSaved);
+}
+
+TEST_F(CurrentListFrameTest, RenameRenamesAndLoadsWithoutALineOfItsOwn) {
+    OpenLists({{kNews, Words("aa@x.test")}, {kOther, Words("oo@x.test")}});
+    AddPending(Words("+pp@x.test"));
+    Input(QStringLiteral("zz"));
+    Click("cmdFileRename");
+    ExpectOpen(QStringLiteral("zz"), Words("aa@x.test"));
+    EXPECT_EQ(Names(), Words("other zz"));
+    EXPECT_EQ(TakeStatus(), (QStringList{QStringLiteral("Loading [zz]..."), QStringLiteral("Loaded [zz]")}));
+    EXPECT_TRUE(lists.ListSaved);
+    EXPECT_EQ(Pending(), Words("+pp@x.test"));
+}
+
+TEST_F(CurrentListFrameTest, RenameToTheSameNameOnlyAsksAboutChanges) {
+    OpenUnsaved();
+    Answer({BoxAnswer::No});
+    Input(kNews);
+    Click("cmdFileRename");
+    ExpectOpen(kNews, Words("bb@x.test"));
+    EXPECT_FALSE(lists.ListSaved);
+    EXPECT_EQ(TakeStatus(), QStringList());
+}
+
+TEST_F(CurrentListFrameTest, RenameWithChangesThatAreNotWantedLoadsTheFile) {
+    OpenUnsaved();
+    Answer({BoxAnswer::No, BoxAnswer::No});
+    Input(QStringLiteral("zz"));
+    Click("cmdFileRename");
+    ExpectOpen(QStringLiteral("zz"), Words("aa@x.test bb@x.test"));
+    EXPECT_TRUE(lists.ListSaved);
+    EXPECT_EQ(ListFolder(), Words("other.vlo zz.vlo"));
+}
+
+TEST_F(CurrentListFrameTest, ARenameThatFailsLeavesTheNamesAsTheyWere) {
+    OpenLists({{kNews, Words("aa@x.test")}, {kOther, Words("oo@x.test")}});
+    WriteListFile(QStringLiteral("unseen"), {});
+    Input(kOther);
+    Click("cmdFileRename");
+    EXPECT_EQ(Errors(), QStringList(QStringLiteral("58 in Main.cmdFileRename - File already exists")));
+    ExpectOpen(kNews, Words("aa@x.test"));
+    EXPECT_EQ(Names(), Words("news other"));
+}
+
+TEST_F(CurrentListFrameTest, DeleteOpensTheFirstOfTheOthersWithoutASaveQuestion) {
+    OpenUnsaved();
+    AddPending(Words("+pp@x.test"));
+    Answer({BoxAnswer::Yes});
+    Click("cmdFileDelete");
+    ExpectOpen(kOther, Words("oo@x.test"));
+    EXPECT_EQ(Names(), Words("other"));
+    EXPECT_EQ(ListFolder(), Words("other.vlo"));
+    EXPECT_TRUE(lists.ListSaved);
+    EXPECT_EQ(profile.Boxes.Texts(),
+              QStringList(QStringLiteral("Are you sure you want to delete mailing list [news]?")));
+    EXPECT_EQ(TakeStatus(),
+              (QStringList{QStringLiteral("Loading [other]..."), QStringLiteral("Loaded [other]"),
+                           QStringLiteral("Deleted mailing list [news]")}));
+    EXPECT_EQ(Pending(), Words("+pp@x.test"));
+}
+
+TEST_F(CurrentListFrameTest, DeletingTheLastListLeavesTheAlphabeticalBoxAsItWas) {
+    OpenLists({{kNews, Words("bb@x.test aa@x.test")}});
+    Answer({BoxAnswer::Yes});
+    Click("cmdFileDelete");
+    EXPECT_EQ(Names(), QStringList());
+    EXPECT_EQ(Chosen(), QString());
+    EXPECT_EQ(lists.CurrentListName, QString());
+    EXPECT_EQ(Current(), QStringList());
+    EXPECT_EQ(Sorted(), Words("aa@x.test bb@x.test"));
+    EXPECT_TRUE(lists.ListSaved);
+    EXPECT_EQ(TakeStatus(), QStringList(QStringLiteral("Deleted mailing list [news]")));
+    for (const char *control :
+         {"cmbMList", "cmdFileRename", "lstEmailList_0", "lstEmailList_1", "cmdListFind"})
+        EXPECT_FALSE(IsEnabled(control)) << control;
+}
+
+TEST_F(CurrentListFrameTest, AfterTheLastListANewOneStartsEmpty) {
+    OpenLists({{kNews, Words("aa@x.test")}});
+    Answer({BoxAnswer::Yes});
+    Click("cmdFileDelete");
+    Input(QStringLiteral("fresh"));
+    Click("cmdFileNew");
+    ExpectOpen(QStringLiteral("fresh"), {});
+    EXPECT_EQ(Sorted(), QStringList());
+}
+
+TEST_F(CurrentListFrameTest, NoDeletesNothing) {
+    OpenUnsaved();
+    Answer({BoxAnswer::No});
+    Click("cmdFileDelete");
+    ExpectOpen(kNews, Words("bb@x.test"));
+    EXPECT_FALSE(lists.ListSaved);
+}
+
+TEST_F(CurrentListFrameTest, ADeleteThatFailsLeavesEverythingAsItWas) {
+    OpenUnsaved();
+    RemoveListsFolder();
+    Answer({BoxAnswer::Yes});
+    Click("cmdFileDelete");
+    EXPECT_EQ(Errors(), QStringList(QStringLiteral("53 in Main.cmdFileDelete - File not found")));
+    ExpectOpen(kNews, Words("bb@x.test"));
+    EXPECT_FALSE(lists.ListSaved);
+    EXPECT_EQ(Names(), Words("news other"));
+}
+
+TEST_F(CurrentListFrameTest, OnlyTheOrderInForceIsShown) {
+    OpenLists({{kNews, Words("aa@x.test")}});
+    for (int order : {0, 1, 0}) {
+        session.Prefs.ListSortBy = order;
+        current.ShowSortOrder();
+        EXPECT_EQ(View(0)->isVisible(), order == 0);
+        EXPECT_EQ(View(1)->isVisible(), order == 1);
+    }
+}
+
+TEST_F(CurrentListFrameTest, TheSortButtonOnlyAsksForItsMenuBelowIt) {
+    OpenLists({{kNews, Words("aa@x.test")}});
+    const QSignalSpy wanted(&current, &CurrentListFrame::SortMenuWanted);
+    Click("cmdListSort");
+    const auto *button = Find<QWidget>("cmdListSort");
+    ASSERT_EQ(wanted.count(), 1);
+    EXPECT_EQ(wanted[0][0].toPoint(), button->mapToGlobal(QPoint(0, button->height())));
+    EXPECT_EQ(TakeStatus(), QStringList());
+}
+
+TEST_F(CurrentListFrameTest, EditSearchAndDeleteWorkOnTheVisibleBox) {
+    OpenLists({{kNews, Words("bb@x.test aa@x.test")}});
+    session.Prefs.ListSortBy = 1;
+    current.ShowSortOrder();
+    Input(QStringLiteral("aa@"));
+    Click("cmdListFind");
+    EXPECT_EQ(lists.SelectedEntries(kAlphabetical), Words("aa@x.test"));
+    Input(QStringLiteral("zz@x.test"));
+    Click("cmdListEdit_0");
+    EXPECT_EQ(Current(), Words("bb@x.test zz@x.test"));
+    Click("cmdListDelete_0");
+    EXPECT_EQ(Current(), Words("bb@x.test"));
+    EXPECT_EQ(TakeStatus().last(), QStringLiteral("Deleted [zz@x.test]"));
+}
+
+TEST_F(CurrentListFrameTest, AClickInTheListTellsTheSelection) {
+    OpenLists({{kNews, Words("bb@x.test aa@x.test cc@x.test")}});
+    ClickRow(kAlphabetical, 0);
+    ClickRow(kAlphabetical, 2, Qt::ShiftModifier);
+    EXPECT_EQ(TakeStatus(),
+              (QStringList{QStringLiteral("Selected 1 address"), QStringLiteral("Selected 3 addresses")}));
+    EXPECT_TRUE(IsEnabled("cmdListDelete_0"));
+}
+
+TEST_F(CurrentListFrameTest, KeysEditDeleteSaveAndSearch) {
+    OpenLists({{kNews, Words("bb@x.test aa@x.test")}});
+    ClickRow(kAlphabetical, 0);
+    Input(QStringLiteral("zz@x.test"));
+    QTest::keyClick(View(kAlphabetical), Qt::Key_F2);
+    QTest::keyClick(View(kAlphabetical), Qt::Key_Delete);
+    EXPECT_EQ(Current(), Words("bb@x.test"));
+    QApplication::setActiveWindow(&host);
+    QTest::keySequence(&host, QKeySequence::Save);
+    EXPECT_EQ(ReadListFile(kNews), FileBytes(Words("bb@x.test")));
+    Input(QStringLiteral("bb"));
+    QTest::keySequence(&host, QKeySequence::Find);
+    EXPECT_EQ(lists.SelectedEntries(kAlphabetical), Words("bb@x.test"));
+}
+
+TEST_F(CurrentListFrameTest, TheRightButtonAsksForTheMenuOfTheVisibleBox) {
+    OpenLists({{kNews, Words("bb@x.test")}});
+    const QSignalSpy wanted(&current, &CurrentListFrame::ContextMenuWanted);
+    for (int box : {kChronological, kAlphabetical}) {
+        session.Prefs.ListSortBy = box;
+        current.ShowSortOrder();
+        QContextMenuEvent press(QContextMenuEvent::Mouse, QPoint(3, 3), QPoint(70, 80));
+        QApplication::sendEvent(View(box)->viewport(), &press);
+        EXPECT_EQ(wanted.last()[0].toPoint(), QPoint(70, 80));
+    }
+    EXPECT_EQ(wanted.count(), 2);
+}
+
+} // namespace
+} // namespace varlo

@@ -1,0 +1,55 @@
+// The two list frames and their menu in a window, joined as the main window joins them.
+#pragma once
+
+#include "lists/CurrentListFrame.h"
+#include "lists/ListsFixture.h"
+#include "lists/ListsMenu.h"
+#include "lists/PendingListFrame.h"
+#include "lists/PendingProcessing.h"
+
+#include <QAbstractButton>
+#include <QAbstractItemView>
+#include <QComboBox>
+#include <QLineEdit>
+#include <QWidget>
+#include <gtest/gtest.h>
+
+namespace varlo::test {
+
+class FramesFixture : public ListsFixture {
+protected:
+    FramesFixture();
+
+    // The list files exist and the chooser shows them; the first one is open when there is one.
+    void OpenLists(const std::vector<std::pair<QString, QStringList>> &files);
+    void UpdateControls();
+
+    template<typename Control> Control *Find(const char *name) {
+        auto *control = host.findChild<Control *>(QString::fromLatin1(name));
+        EXPECT_NE(control, nullptr) << name;
+        return control;
+    }
+    QComboBox *Chooser() { return Find<QComboBox>("cmbMList"); }
+    QLineEdit *AddressBox() { return Find<QLineEdit>("txtAddEmail"); }
+    QAbstractItemView *View(int box);
+    // A click of the left button; a disabled button ignores it.
+    void Click(const char *button);
+    void ClickRow(int box, int row, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
+    // Chooses a list as the operator does, from the chooser's pop-up.
+    void Choose(const QString &name);
+    void Type(const char *text);
+    // What the chooser offers, and what it shows.
+    QStringList Names();
+    QString Chosen() { return Chooser()->currentText(); }
+    bool IsEnabled(const char *name);
+    // The text of a button or menu without its mnemonic, and its tooltip.
+    std::pair<QString, QString> Wording(const char *button);
+
+    QWidget host;
+    PendingProcessing processing{session, lists};
+    CurrentListFrame current{session, lists, editing, &host};
+    PendingListFrame pending{session, lists, editing, processing, &host};
+    ListsMenu menu{session, lists, editing, &host};
+};
+
+} // namespace varlo::test
