@@ -2,11 +2,11 @@
 #pragma once
 
 #include "compose/ComposeHost.h"
-#include "support/FakeSmtp.h"
 #include "compose/MessageEdit.h"
 #include "compose/WindowHelpers.h"
 #include "compose/frmCompose.h"
 #include "core/StatusLabel.h"
+#include "support/FakeSmtp.h"
 #include "support/TestProfile.h"
 
 #include <QAction>
