@@ -3,19 +3,46 @@
 #include "smtp/SMTP.h"
 #include "smtp/Sender.h"
 
+#include <QFile>
 #include <QTcpServer>
+#include <QTcpSocket>
+#include <QTemporaryDir>
 #include <gtest/gtest.h>
+
+#include <functional>
+#include <memory>
 
 namespace varlo::test {
 
 namespace {
 
+constexpr qint64 kLively = 100; // ms in which a window has to answer
 const QString kAnn = QStringLiteral("ann@example.com");
 
 SmtpScript SilentAt(SmtpStep step, int times = 1) {
     SmtpScript script;
     script.Faults = {{step, SmtpFault::Silence, "", "", 0, times}};
     return script;
+}
+
+// The shortest of a few measurements of milliseconds: a busy machine may delay some of them, not all.
+qint64 Best(const std::function<qint64()> &measure) {
+    qint64 best = measure();
+    for (int i = 0; i < 4 && best >= kLively; ++i)
+        best = std::min(best, measure());
+    return best;
+}
+
+// How long a send went on after its abort.
+qint64 TimeToAbort(Sender &sender) {
+    QElapsedTimer clock;
+    QTimer::singleShot(50, [&] {
+        clock.start();
+        sender.Smtp.Abort();
+    });
+    EXPECT_FALSE(sender.SendTo(kAnn));
+    EXPECT_EQ(sender.Errors, SmtpErrors());
+    return clock.elapsed();
 }
 
 constexpr SmtpStep kSteps[] = {SmtpStep::Greeting, SmtpStep::Ehlo,         SmtpStep::Mail,   SmtpStep::Rcpt,
@@ -63,42 +90,80 @@ TEST(SMTPWaitTest, EachAnswerHasTheWholeTime) {
 
 TEST(SMTPWaitTest, WindowsStayAliveDuringSilence) {
     for (const SmtpStep step : kSteps) {
-        const FakeSmtpServer server(SilentAt(step));
-        Sender sender(server);
-        sender.Smtp.SetTimeout(300);
-        const Heartbeat heart;
-        EXPECT_FALSE(sender.SendTo(kAnn));
-        EXPECT_GT(heart.Beats, 10);
-        EXPECT_LT(heart.LongestGap, 100);
+        const auto longestGap = [step] {
+            const FakeSmtpServer server(SilentAt(step));
+            Sender sender(server);
+            sender.Smtp.SetTimeout(300);
+            const Heartbeat heart;
+            EXPECT_FALSE(sender.SendTo(kAnn));
+            EXPECT_GT(heart.Beats, 10);
+            return heart.LongestGap;
+        };
+        EXPECT_LT(Best(longestGap), kLively) << "step " << static_cast<int>(step);
     }
 }
 
 TEST(SMTPWaitTest, WindowsStayAliveDuringAFastRun) {
+    const auto longestGap = [] {
+        const FakeSmtpServer server;
+        Sender sender(server);
+        const Heartbeat heart;
+        QElapsedTimer clock;
+        clock.start();
+        while (clock.elapsed() < 400)
+            EXPECT_TRUE(sender.SendTo(kAnn));
+        EXPECT_GT(heart.Beats, 2);
+        return heart.LongestGap;
+    };
+    EXPECT_LT(Best(longestGap), kLively);
+}
+
+TEST(SMTPWaitTest, WindowsStayAliveWhileALargeFileIsReadAndSent) {
+    const QTemporaryDir folder;
+    QFile file(folder.filePath(QStringLiteral("large.bin")));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    ASSERT_TRUE(file.resize(50'000'000));
+    file.close();
+    const auto longestGap = [&file] {
+        const FakeSmtpServer server;
+        Sender sender(server);
+        sender.Smtp.AddAttachment(file.fileName(), file.fileName());
+        const Heartbeat heart;
+        EXPECT_TRUE(sender.SendTo(kAnn));
+        EXPECT_GT(heart.Beats, 2);
+        return heart.LongestGap;
+    };
+    EXPECT_LT(Best(longestGap), kLively);
+}
+
+TEST(SMTPWaitTest, AbortEndsTheReadingOfALargeFile) {
+    const QTemporaryDir folder;
+    QFile file(folder.filePath(QStringLiteral("endless.bin")));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    ASSERT_TRUE(file.resize(200'000'000));
     const FakeSmtpServer server;
     Sender sender(server);
-    const Heartbeat heart;
-    QElapsedTimer clock;
-    clock.start();
-    while (clock.elapsed() < 400)
-        ASSERT_TRUE(sender.SendTo(kAnn));
-    EXPECT_GT(heart.Beats, 2);
-    EXPECT_LT(heart.LongestGap, 100);
+    sender.Smtp.AddAttachment(file.fileName(), file.fileName());
+    QTimer::singleShot(0, [&] { sender.Smtp.Abort(); });
+    EXPECT_FALSE(sender.SendTo(kAnn));
+    EXPECT_EQ(sender.Errors, SmtpErrors());
+    EXPECT_EQ(server.Connections(), 0);
 }
 
 TEST(SMTPWaitTest, AbortEndsAnyWaitAtOnceWithoutAnEvent) {
     for (const SmtpStep step : kSteps) {
-        const FakeSmtpServer server(SilentAt(step));
+        const FakeSmtpServer server(SilentAt(step, -1));
         Sender sender(server);
-        QElapsedTimer clock;
-        QTimer::singleShot(50, [&] {
-            clock.start();
-            sender.Smtp.Abort();
-        });
-        EXPECT_FALSE(sender.SendTo(kAnn));
-        EXPECT_LT(clock.elapsed(), 100) << "step " << static_cast<int>(step);
-        EXPECT_EQ(sender.Errors, SmtpErrors());
-        EXPECT_TRUE(sender.SendTo(kAnn)) << "an abort ends one send only";
+        EXPECT_LT(Best([&sender] { return TimeToAbort(sender); }), kLively)
+            << "step " << static_cast<int>(step);
     }
+}
+
+TEST(SMTPWaitTest, AbortEndsOneSendOnly) {
+    const FakeSmtpServer server(SilentAt(SmtpStep::Data));
+    Sender sender(server);
+    TimeToAbort(sender);
+    EXPECT_TRUE(sender.SendTo(kAnn));
 }
 
 TEST(SMTPWaitTest, AbortEndsAConnectThatNobodyAnswers) {
@@ -113,14 +178,7 @@ TEST(SMTPWaitTest, AbortEndsAConnectThatNobodyAnswers) {
         fillers.back()->connectToHost(listener.serverAddress(), listener.serverPort());
     }
     Sender sender(listener.serverPort());
-    QElapsedTimer clock;
-    QTimer::singleShot(100, [&] {
-        clock.start();
-        sender.Smtp.Abort();
-    });
-    EXPECT_FALSE(sender.SendTo(kAnn));
-    EXPECT_LT(clock.elapsed(), 100);
-    EXPECT_EQ(sender.Errors, SmtpErrors());
+    EXPECT_LT(Best([&sender] { return TimeToAbort(sender); }), kLively);
 }
 
 TEST(SMTPWaitTest, AbortWhileNothingRunsDropsTheConnection) {
