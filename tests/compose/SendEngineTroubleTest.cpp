@@ -163,6 +163,15 @@ TEST_F(SendEngineTroubleTest, AfterAFailedSendAnotherCanBegin) {
     EXPECT_EQ(fake.Sent.size(), 3U);
 }
 
+TEST_F(SendEngineTroubleTest, ASecondSendKnowsNothingOfTheFailuresOfTheFirst) {
+    fake.OnSend = [this] { return fake.Fail(550, Text("no")); };
+    addPending = [](const QString &) { throw RuntimeError(Overflow); };
+    EXPECT_FALSE(Send());
+    fake.OnSend = [] { return true; };
+    EXPECT_TRUE(Send());
+    EXPECT_TRUE(profile.Boxes.Texts().last().endsWith(Text("- The message was sent to 3 recipients")));
+}
+
 // ---- Cancelling
 
 TEST_F(SendEngineTroubleTest, ACancelledSendStopsBeforeTheNextRecipientWithoutASummary) {
