@@ -1,0 +1,307 @@
+#include "lists/PendingListFrame.h"
+
+#include "lists/FramesFixture.h"
+
+#include <QCheckBox>
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QSignalSpy>
+#include <QTest>
+#include <QTimer>
+#include <gtest/gtest.h>
+
+namespace varlo {
+namespace {
+
+using test::Words;
+
+const QString kNews = QStringLiteral("news");
+
+class PendingListFrameTest : public test::FramesFixture {
+protected:
+    PendingListFrameTest() {
+        OpenLists({{kNews, Words("mm@x.test")}});
+        QObject::connect(&pending, &PendingListFrame::CaptionWanted, &host,
+                         [this](const QString &caption) { captions << caption; });
+        QGuiApplication::clipboard()->clear();
+    }
+
+    void Tick() {
+        QMetaObject::invokeMethod(Find<QTimer>("tmrCaptureEmail"), "timeout", Qt::DirectConnection);
+    }
+    void Copy(const QString &text) {
+        QGuiApplication::clipboard()->setText(text);
+        Tick();
+    }
+    static QString Clipboard() { return QGuiApplication::clipboard()->text(); }
+    QString Text() { return AddressBox()->text(); }
+
+    QStringList captions;
+};
+
+TEST_F(PendingListFrameTest, ItsControlsHaveTheirNamesCaptionsAndToolTips) {
+    const std::vector<std::pair<const char *, std::pair<QString, QString>>> buttons{
+        {"cmdEmailAdd_0", {QStringLiteral("Add"), QStringLiteral("Add to list")}},
+        {"cmdEmailAdd_1", {QStringLiteral("Remove"), QStringLiteral("Remove from list")}},
+        {"cmdEmailValidate", {QStringLiteral("Validate"), QStringLiteral("Validate address")}},
+        {"cmdCapture",
+         {QStringLiteral("Clipboard"), QStringLiteral("Capture new e-mail addresses from the clipboard")}},
+        {"cmdAutoAdd",
+         {QStringLiteral("E-mail Account"),
+          QStringLiteral("Automatic download of e-mail addresses from a POP3 account")}},
+        {"cmdCapturesAdd",
+         {QStringLiteral("<<< Process Pending List"),
+          QStringLiteral("Add to current list and clear pending")}},
+        {"cmdListEdit_1", {QStringLiteral("Edit"), QStringLiteral("Edit selected items")}},
+        {"cmdListDelete_1", {QStringLiteral("Delete"), QStringLiteral("Delete selected items")}},
+        {"cmdListSwap", {QStringLiteral("+/-"), QStringLiteral("Reverse +/- status of selected addresses")}},
+        {"chkInstantAdd",
+         {QStringLiteral("Bypass"), QStringLiteral("Check to automatically process the pending list")}}};
+    for (const auto &[name, wording] : buttons)
+        EXPECT_EQ(Wording(name), wording) << name;
+    EXPECT_EQ(pending.objectName(), QStringLiteral("Frame3"));
+    EXPECT_EQ(pending.title(), QStringLiteral("Pending List"));
+    EXPECT_EQ(AddressBox()->toolTip(), QStringLiteral("Enter e-mail addresses here"));
+    EXPECT_EQ(Find<QTimer>("tmrCaptureEmail")->interval(), 500);
+}
+
+TEST_F(PendingListFrameTest, AddAndRemoveQueueRequestsAndEmptyTheBox) {
+    Type("aa@x.test");
+    Click("cmdEmailAdd_0");
+    EXPECT_EQ(Text(), QString());
+    Type("bb@x.test");
+    Click("cmdEmailAdd_1");
+    EXPECT_EQ(Pending(), Words("+aa@x.test -bb@x.test"));
+    EXPECT_FALSE(IsEnabled("cmdEmailAdd_0"));
+    EXPECT_TRUE(IsEnabled("cmdCapturesAdd"));
+}
+
+TEST_F(PendingListFrameTest, EnterSubscribes) {
+    Type("aa@x.test");
+    QTest::keyClick(AddressBox(), Qt::Key_Return);
+    Type("bb@x.test");
+    QTest::keyClick(AddressBox(), Qt::Key_Enter);
+    EXPECT_EQ(Pending(), Words("+aa@x.test +bb@x.test"));
+    EXPECT_EQ(Text(), QString());
+}
+
+TEST_F(PendingListFrameTest, EnterInAnEmptyBoxDoesNothing) {
+    QTest::keyClick(AddressBox(), Qt::Key_Return);
+    EXPECT_EQ(Pending() + TakeStatus() + profile.Boxes.Texts(), QStringList());
+}
+
+TEST_F(PendingListFrameTest, AnInvalidAddressStaysForCorrection) {
+    Type("nobody");
+    Click("cmdEmailAdd_1");
+    EXPECT_EQ(Text(), QStringLiteral("nobody"));
+    EXPECT_EQ(TakeStatus(), QStringList(QStringLiteral("The e-mail address [nobody] is invalid")));
+    EXPECT_EQ(Pending(), QStringList());
+}
+
+TEST_F(PendingListFrameTest, ValidateOnlyTells) {
+    Type("aa@x.test");
+    Click("cmdEmailValidate");
+    EXPECT_EQ(profile.Boxes.Texts(),
+              QStringList(QStringLiteral("The e-mail address [aa@x.test] appears to be valid")));
+    EXPECT_EQ(Text(), QStringLiteral("aa@x.test"));
+    EXPECT_EQ(Pending(), QStringList());
+}
+
+TEST_F(PendingListFrameTest, TypedBlanksAndALinkPrefixVanish) {
+    Type(" aa@x. test ");
+    EXPECT_EQ(Text(), QStringLiteral("aa@x.test"));
+    AddressBox()->clear();
+    Type("mailto:a@b.com");
+    EXPECT_EQ(Text(), QStringLiteral("a@b.com"));
+}
+
+TEST_F(PendingListFrameTest, APastedLinkArrivesBare) {
+    for (const char *text : {"mailto:a@b.com", "  mailto:a@b.com  ", "mailto: a@b.com"}) {
+        AddressBox()->clear();
+        QGuiApplication::clipboard()->setText(QString::fromLatin1(text));
+        AddressBox()->paste();
+        EXPECT_EQ(Text(), QStringLiteral("a@b.com"));
+    }
+}
+
+TEST_F(PendingListFrameTest, AnUpperCaseLinkIsKeptAndRefused) {
+    Type("MAILTO:a@b.com");
+    EXPECT_EQ(Text(), QStringLiteral("MAILTO:a@b.com"));
+    Click("cmdEmailAdd_0");
+    EXPECT_EQ(profile.Boxes.Texts(),
+              QStringList(QStringLiteral("The e-mail address [MAILTO:a@b.com] is invalid")));
+}
+
+TEST_F(PendingListFrameTest, PastedLinesAreNoAddress) {
+    QGuiApplication::clipboard()->setText(QStringLiteral("aa@x.test\nbb@x.test"));
+    AddressBox()->paste();
+    Click("cmdEmailAdd_0");
+    EXPECT_EQ(Pending(), QStringList());
+    EXPECT_EQ(profile.Boxes.Shown.size(), 1U);
+}
+
+TEST_F(PendingListFrameTest, TheAddButtonsFollowTheText) {
+    const auto enabled = [this] {
+        return std::vector<bool>{IsEnabled("cmdEmailAdd_0"), IsEnabled("cmdEmailAdd_1"),
+                                 IsEnabled("cmdEmailValidate")};
+    };
+    EXPECT_EQ(enabled(), (std::vector<bool>{false, false, false}));
+    Type("a");
+    EXPECT_EQ(enabled(), (std::vector<bool>{true, true, true}));
+    QTest::keyClick(AddressBox(), Qt::Key_Backspace);
+    EXPECT_EQ(enabled(), (std::vector<bool>{false, false, false}));
+    Type(" ");
+    EXPECT_EQ(enabled(), (std::vector<bool>{false, false, false}));
+}
+
+TEST_F(PendingListFrameTest, BypassProcessesEachAddAtOnce) {
+    pending.SetBypass(true);
+    EXPECT_TRUE(Find<QCheckBox>("chkInstantAdd")->isChecked());
+    Type("aa@x.test");
+    Click("cmdEmailAdd_0");
+    EXPECT_EQ(Pending(), QStringList());
+    EXPECT_EQ(Current(), Words("mm@x.test aa@x.test"));
+    EXPECT_FALSE(lists.ListSaved);
+    Type("MM@x.test");
+    Click("cmdEmailAdd_1");
+    EXPECT_EQ(Current(), Words("aa@x.test"));
+    EXPECT_EQ(TakeStatus(), (QStringList{QStringLiteral("Added [aa@x.test] to the pending list"),
+                                         QStringLiteral("Processing pending list"),
+                                         QStringLiteral("Processing pending list (1/1)"),
+                                         QStringLiteral("Pending list processing complete (+1)"),
+                                         QStringLiteral("Added [MM@x.test] to the pending list"),
+                                         QStringLiteral("Processing pending list"),
+                                         QStringLiteral("Processing pending list (1/1)"),
+                                         QStringLiteral("Pending list processing complete (-1)")}));
+}
+
+TEST_F(PendingListFrameTest, AnInvalidAddressIsNotFollowedByProcessing) {
+    pending.SetBypass(true);
+    AddPending(Words("+aa@x.test"));
+    Type("nobody");
+    Click("cmdEmailAdd_0");
+    EXPECT_EQ(Pending(), Words("+aa@x.test"));
+}
+
+TEST_F(PendingListFrameTest, TheProcessButtonProcesses) {
+    AddPending(Words("+aa@x.test -mm@x.test"));
+    lists.UpdateControls();
+    Click("cmdCapturesAdd");
+    EXPECT_EQ(Current(), Words("aa@x.test"));
+    EXPECT_EQ(Pending(), QStringList());
+    EXPECT_FALSE(IsEnabled("cmdCapturesAdd"));
+}
+
+TEST_F(PendingListFrameTest, EditDeleteAndSwapWorkOnTheSelection) {
+    AddPending(Words("+aa@x.test -bb@x.test +cc@x.test"));
+    lists.UpdateControls();
+    ClickRow(kPending, 1);
+    profile.Boxes.Inputs = {QStringLiteral("zz@x.test")};
+    Click("cmdListEdit_1");
+    ClickRow(kPending, 0, Qt::ControlModifier);
+    Click("cmdListSwap");
+    EXPECT_EQ(Pending(), Words("-aa@x.test +zz@x.test +cc@x.test"));
+    Click("cmdListDelete_1");
+    EXPECT_EQ(Pending(), Words("+cc@x.test"));
+    EXPECT_FALSE(IsEnabled("cmdListDelete_1"));
+    EXPECT_TRUE(TakeStatus().contains(QStringLiteral("Selected 2 addresses")));
+}
+
+TEST_F(PendingListFrameTest, TheMailButtonAsksForAMailCheck) {
+    const QSignalSpy wanted(&pending, &PendingListFrame::MailCheckWanted);
+    Click("cmdAutoAdd");
+    EXPECT_EQ(wanted.count(), 1);
+}
+
+TEST_F(PendingListFrameTest, CaptureBeginsWithAnEmptyClipboard) {
+    QGuiApplication::clipboard()->setText(QStringLiteral("old@x.test"));
+    Click("cmdCapture");
+    EXPECT_EQ(Clipboard(), QString());
+    EXPECT_TRUE(pending.IsCapturing());
+    EXPECT_EQ(Wording("cmdCapture").first, QStringLiteral("End Capture"));
+    EXPECT_EQ(captions, QStringList(QStringLiteral("0 e-mail addresses captured")));
+    EXPECT_EQ(TakeStatus(), QStringList(QStringLiteral("E-mail address capture on")));
+    Tick();
+    EXPECT_EQ(Pending(), QStringList());
+}
+
+TEST_F(PendingListFrameTest, CaptureEndsWithAnEmptyClipboard) {
+    Click("cmdCapture");
+    QGuiApplication::clipboard()->setText(QStringLiteral("late@x.test"));
+    Click("cmdCapture");
+    EXPECT_EQ(Clipboard(), QString());
+    EXPECT_FALSE(pending.IsCapturing());
+    EXPECT_EQ(Wording("cmdCapture").first, QStringLiteral("Clipboard"));
+    EXPECT_EQ(captions.last(), QString());
+    EXPECT_EQ(TakeStatus().last(), QStringLiteral("E-mail address capture off"));
+    EXPECT_EQ(Pending(), QStringList());
+}
+
+TEST_F(PendingListFrameTest, TwoHundredCopiedTextsAreCaptured) {
+    Click("cmdCapture");
+    QStringList expected;
+    for (const QString &address : test::Addresses(200, QStringLiteral("user"))) {
+        Copy(address);
+        expected << u'+' + address;
+    }
+    EXPECT_EQ(Pending(), expected);
+    EXPECT_EQ(captions.size(), 201);
+    EXPECT_EQ(captions.last(), QStringLiteral("200 e-mail addresses captured"));
+    EXPECT_EQ(Clipboard(), QString());
+    EXPECT_TRUE(IsEnabled("cmdCapturesAdd"));
+    EXPECT_EQ(lists.Selection(kPending).currentIndex().row(), 199);
+}
+
+TEST_F(PendingListFrameTest, WhatIsNoAddressLeavesTheCaption) {
+    Click("cmdCapture");
+    Copy(QStringLiteral("a paragraph with ab@x.test in it"));
+    Copy(QStringLiteral("<b>ab@x.test</b>"));
+    EXPECT_EQ(captions.size(), 1);
+    EXPECT_EQ(Pending(), QStringList());
+}
+
+TEST_F(PendingListFrameTest, TheTimerItselfTakesACopiedText) {
+    Click("cmdCapture");
+    QGuiApplication::clipboard()->setText(QStringLiteral("mailto:ab@x.test"));
+    EXPECT_TRUE(QTest::qWaitFor([this] { return Pending() == Words("+ab@x.test"); }));
+    Click("cmdCapture");
+}
+
+TEST_F(PendingListFrameTest, WithBypassTheEndOfCaptureProcessesAll) {
+    pending.SetBypass(true);
+    Click("cmdCapture");
+    Copy(QStringLiteral("aa@x.test"));
+    Copy(QStringLiteral("bb@x.test"));
+    EXPECT_EQ(Pending(), Words("+aa@x.test +bb@x.test"));
+    Click("cmdCapture");
+    EXPECT_EQ(Pending(), QStringList());
+    EXPECT_EQ(Current(), Words("mm@x.test aa@x.test bb@x.test"));
+}
+
+TEST_F(PendingListFrameTest, TheRightButtonAsksForTheMenu) {
+    AddPending(Words("+aa@x.test"));
+    lists.UpdateControls();
+    const QSignalSpy wanted(&pending, &PendingListFrame::ContextMenuWanted);
+    QContextMenuEvent press(QContextMenuEvent::Mouse, QPoint(3, 3), QPoint(70, 80));
+    QApplication::sendEvent(View(kPending)->viewport(), &press);
+    ASSERT_EQ(wanted.count(), 1);
+    EXPECT_EQ(wanted[0][0].toPoint(), QPoint(70, 80));
+}
+
+TEST_F(PendingListFrameTest, TheRightButtonOnAnEmptyListDoesNothing) {
+    const QSignalSpy wanted(&pending, &PendingListFrame::ContextMenuWanted);
+    QTest::mouseClick(View(kPending)->viewport(), Qt::RightButton, Qt::NoModifier, QPoint(5, 5));
+    EXPECT_EQ(wanted.count(), 0);
+    EXPECT_EQ(Pending() + TakeStatus(), QStringList());
+}
+
+TEST_F(PendingListFrameTest, EachNewRequestIsScrolledIntoView) {
+    AddPending(test::Addresses(500, QStringLiteral("+a")));
+    Type("last@x.test");
+    Click("cmdEmailAdd_0");
+    const QRect row = View(kPending)->visualRect(lists.lstEmailList(kPending).index(500));
+    EXPECT_TRUE(View(kPending)->viewport()->rect().contains(row));
+}
+
+} // namespace
+} // namespace varlo
