@@ -3,6 +3,7 @@
 #include "compose/ComposeMail.h"
 #include "compose/MessageEdit.h"
 #include "compose/frmCompose.h"
+#include "core/Icons.h"
 #include "core/StatusLabel.h"
 
 #include <QComboBox>
@@ -78,7 +79,7 @@ void frmCompose::CreateFields() {
 void frmCompose::CreateIndicators() {
     picAttachments = Named(new QToolButton, QStringLiteral("picAttachments"));
     picAttachments->setAccessibleName(QStringLiteral("Attachments"));
-    picAttachments->setIcon(QIcon(QStringLiteral(":/icons/attach.svg")));
+    picAttachments->setIcon(Icon(u"attach"));
     picAttachments->setIconSize(QSize(20, 20));
     picAttachments->setAutoRaise(true);
     picAttachments->setFocusPolicy(Qt::TabFocus);
@@ -94,15 +95,19 @@ void frmCompose::CreateIndicators() {
 void frmCompose::CreateMessageMenu() {
     mnuMessage = AddMenu(this, QStringLiteral("mnuMessage"), QStringLiteral("M&essage"));
     AddEntry(mnuMessage, QStringLiteral("mnuMessageSend"), QStringLiteral("Send Message"), this,
-             &frmCompose::mnuMessageSend_Click, QKeySequence(Qt::CTRL | Qt::Key_Return));
+             &frmCompose::mnuMessageSend_Click, QKeySequence(Qt::CTRL | Qt::Key_Return))
+        ->setIcon(Icon(u"send"));
     AddLine(mnuMessage, QStringLiteral("mnuMessageLine1"));
     AddEntry(mnuMessage, QStringLiteral("mnuMessageOpen"), QStringLiteral("Open Draft"), this,
-             &frmCompose::mnuMessageOpen_Click, QKeySequence(Qt::CTRL | Qt::Key_O));
+             &frmCompose::mnuMessageOpen_Click, QKeySequence(Qt::CTRL | Qt::Key_O))
+        ->setIcon(Icon(u"draft-open"));
     AddEntry(mnuMessage, QStringLiteral("mnuMessageSave"), QStringLiteral("Save Draft"), this,
-             &frmCompose::mnuMessageSave_Click, QKeySequence(Qt::CTRL | Qt::Key_S));
+             &frmCompose::mnuMessageSave_Click, QKeySequence(Qt::CTRL | Qt::Key_S))
+        ->setIcon(Icon(u"draft-save"));
     AddLine(mnuMessage, QStringLiteral("mnuMessageLine2"));
     AddEntry(mnuMessage, QStringLiteral("mnuMessageAttach"), QStringLiteral("Attachments..."), this,
-             &frmCompose::mnuMessageAttach_Click, QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_A));
+             &frmCompose::mnuMessageAttach_Click, QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_A))
+        ->setIcon(Icon(u"attach"));
     AddLine(mnuMessage, QStringLiteral("mnuMessageLine3"));
     AddEntry(mnuMessage, QStringLiteral("mnuMessageClearAll"), QStringLiteral("Clear All"), this,
              &frmCompose::mnuMessageClearAll_Click);
@@ -131,7 +136,8 @@ void frmCompose::CreateEditMenu() {
 void frmCompose::CreateInsertMenu() {
     mnuInsert = AddMenu(this, QStringLiteral("mnuInsert"), QStringLiteral("&Insert"));
     AddEntry(mnuInsert, QStringLiteral("mnuInsSignature"), QStringLiteral("Signature"), this,
-             &frmCompose::mnuInsSignature_Click, QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S));
+             &frmCompose::mnuInsSignature_Click, QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S))
+        ->setIcon(Icon(u"signature"));
 }
 
 void frmCompose::LayOut() {

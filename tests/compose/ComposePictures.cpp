@@ -79,6 +79,7 @@ void TakeCompose(test::TestProfile &profile, Host &host) {
     TakePicture(window, QStringLiteral("compose-sending"));
     for (const char *name : {"mnuMessage", "mnuEdit", "mnuInsert"}) {
         Find<QMenu>(window, name)->setEnabled(true);
+        Find<QMenu>(window, name)->popup(QPoint());
         TakePicture(*Find<QMenu>(window, name), QString::fromLatin1(name));
         Find<QMenu>(window, name)->hide();
     }

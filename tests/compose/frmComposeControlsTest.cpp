@@ -4,6 +4,7 @@
 
 #include <QMenu>
 #include <QMenuBar>
+#include <QScopeGuard>
 
 namespace varlo {
 namespace {
@@ -79,9 +80,34 @@ TEST_F(frmComposeControlsTest, FitsASmallScreenAndKeepsItsShape) {
     EXPECT_EQ(window->minimumSizeHint(), least);
 }
 
-TEST_F(frmComposeControlsTest, TheIndicatorHasAPicture) {
+// How much the picture of a widget, once painted, differs from its background: 0 to 255.
+int Contrast(QWidget *widget) {
+    const QImage picture = widget->grab().toImage();
+    const int background = qGray(picture.pixel(0, 0));
+    int most = 0;
+    for (int y = 0; y < picture.height(); ++y)
+        for (int x = 0; x < picture.width(); ++x)
+            most = qMax(most, qAbs(qGray(picture.pixel(x, y)) - background));
+    return most;
+}
+
+TEST_F(frmComposeControlsTest, TheIndicatorIsSeenOnLightWindowsAndOnDarkOnes) {
+    const QPalette before = QApplication::palette();
+    const auto restore = qScopeGuard([&] { QApplication::setPalette(before); });
     Open();
-    EXPECT_FALSE(Indicator()->icon().pixmap(20).isNull());
+    Indicator()->show();
+    for (const QPalette &colours : {QPalette(QColor(240, 240, 240)), QPalette(QColor(50, 50, 50))}) {
+        QApplication::setPalette(colours);
+        QCoreApplication::processEvents();
+        EXPECT_GT(Contrast(Indicator()), 100) << colours.color(QPalette::Window).name().toStdString();
+    }
+}
+
+TEST_F(frmComposeControlsTest, MenuEntriesHaveTheirIcons) {
+    Open();
+    for (const char *name :
+         {"mnuMessageSend", "mnuMessageOpen", "mnuMessageSave", "mnuMessageAttach", "mnuInsSignature"})
+        EXPECT_FALSE(Find<QAction>(name)->icon().isNull()) << name;
 }
 
 TEST_F(frmComposeControlsTest, MarkupInTheStatusIsShownAsItStands) {
