@@ -15,7 +15,7 @@ constexpr qsizetype kLongestQuoted = 200; // name or parameter that is left as i
 
 QString OneLine(QString text) {
     for (QChar &c : text)
-        if ((c.unicode() < 0x20 && c != QLatin1Char('\t')) || c.unicode() == 0x7F)
+        if (c.unicode() < 0x20 || c.unicode() == 0x7F)
             c = QLatin1Char(' ');
     return text;
 }
@@ -28,7 +28,7 @@ bool HasLongRun(const QString &text) {
     const QChar blank = QLatin1Char(' ');
     qsizetype run = 0;
     for (qsizetype i = 0; i < text.size() && run <= kLongestRun; ++i)
-        run = text[i] == blank && text.mid(i + 1, 1) != blank ? 0 : run + 1;
+        run = text[i] == blank && i + 1 < text.size() && text[i + 1] != blank ? 0 : run + 1;
     return run > kLongestRun;
 }
 

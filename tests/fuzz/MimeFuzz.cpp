@@ -26,7 +26,7 @@ void CheckHeader(const QByteArray &header) {
         Require(start == 0 || line.startsWith(' '), "no value adds a header");
         Require(start == 0 || !line.trimmed().isEmpty(), "no line of blanks");
         for (const char c : line)
-            Require((c >= ' ' && c < 0x7F) || c == '\t', "only harmless characters");
+            Require(c >= ' ' && c < 0x7F, "only harmless characters");
         start = end + 2;
     }
 }

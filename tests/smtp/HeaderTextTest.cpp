@@ -38,6 +38,11 @@ TEST(HeaderTextTest, LineBreaksAndZerosBecomeBlanks) {
               "Subject: a  Bcc: b c d\r\n");
 }
 
+TEST(HeaderTextTest, TabsAmongBlanksMakeNoEmptyLine) {
+    const QString text = QStringLiteral("a") + QString(100, QLatin1Char(' ')) + QLatin1Char('\t');
+    EXPECT_EQ(ReadBack(Subject(text), 998), QStringLiteral("a") + QString(101, QLatin1Char(' ')));
+}
+
 TEST(HeaderTextTest, LongAsciiIsFoldedAtBlanks) {
     const QString text = QStringLiteral("seven words and more of them still ").repeated(10).trimmed();
     EXPECT_EQ(ReadBack(Subject(text)), text);
