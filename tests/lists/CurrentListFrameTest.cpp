@@ -1,7 +1,7 @@
 #include "lists/CurrentListFrame.h"
 
 #include "lists/FramesFixture.h"
-#include "support/FileSizeLimit.h"
+#include "support/FullDisk.h"
 
 #include <QDir>
 #include <QLabel>
@@ -129,7 +129,7 @@ TEST_F(CurrentListFrameTest, AWantedSaveThatFailsKeepsTheOldListChosen) {
     session.Prefs.LogStatus = 0;
     Answer({BoxAnswer::Yes});
     {
-        const test::FileSizeLimit limit(2);
+        const test::FullDisk disk(2);
         Choose(kOther);
     }
     ExpectOpen(kNews, Words("bb@x.test"));
@@ -155,7 +155,7 @@ TEST_F(CurrentListFrameTest, ASaveThatFailsAtEveryByteStaysUnsaved) {
     const auto size = static_cast<rlim_t>(FileBytes(Current()).size());
     for (rlim_t bytes = 0; bytes < size; ++bytes) {
         {
-            const test::FileSizeLimit limit(bytes);
+            const test::FullDisk disk(bytes);
             EXPECT_FALSE(current.Save());
         }
         ASSERT_EQ(ReadListFile(kNews), FileBytes(Words("aa@x.test bb@x.test")))
@@ -226,7 +226,7 @@ TEST_F(CurrentListFrameTest, NewWhoseWantedSaveFailsKeepsTheOldListOpen) {
     Input(QStringLiteral("third"));
     Answer({BoxAnswer::Yes});
     {
-        const test::FileSizeLimit limit(2);
+        const test::FullDisk disk(2);
         Click("cmdFileNew");
     }
     ExpectOpen(kNews, Words("bb@x.test"));

@@ -2,7 +2,7 @@
 
 #include "core/RuntimeError.h"
 #include "lists/ListsFixture.h"
-#include "support/FileSizeLimit.h"
+#include "support/FullDisk.h"
 
 #include <QDir>
 #include <gtest/gtest.h>
@@ -139,14 +139,14 @@ TEST_F(ListFileTest, AWriteThatFailsAtEveryByteLeavesTheOldFile) {
     for (rlim_t bytes = 0; bytes < size; ++bytes) {
         int error = 0;
         {
-            const test::FileSizeLimit limit(bytes);
+            const test::FullDisk disk(bytes);
             error = ErrorOf([&] { ListFile::Write(session, QStringLiteral("news"), entries); });
         }
         ASSERT_EQ(error, DiskFull) << "after " << bytes << " bytes";
         ASSERT_EQ(ReadListFile(QStringLiteral("news")), old) << "after " << bytes << " bytes";
         ASSERT_EQ(ListFolder(), Words("news.vlo")) << "after " << bytes << " bytes";
     }
-    const test::FileSizeLimit limit(size);
+    const test::FullDisk disk(size);
     EXPECT_EQ(ErrorOf([&] { ListFile::Write(session, QStringLiteral("news"), entries); }), 0);
 }
 

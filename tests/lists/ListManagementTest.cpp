@@ -1,7 +1,7 @@
 #include "lists/ListManagement.h"
 
 #include "lists/ListsFixture.h"
-#include "support/FileSizeLimit.h"
+#include "support/FullDisk.h"
 
 #include <QDir>
 #include <gtest/gtest.h>
@@ -149,7 +149,7 @@ TEST_F(ListManagementTest, AWantedSaveThatFailsStopsTheRename) {
     lists.MarkUnsaved();
     session.Prefs.LogStatus = 0;
     profile.Boxes.Answers = {BoxAnswer::Yes};
-    const test::FileSizeLimit limit(3);
+    const test::FullDisk disk(3);
     EXPECT_EQ(RenameList(session, lists, kNews), std::nullopt);
     EXPECT_EQ(ListFolder(), Words("news.vlo"));
     EXPECT_FALSE(lists.ListSaved);

@@ -1,7 +1,7 @@
 // Lists that cannot be read or written, and lists that are too long.
 #include "lists/ListFile.h"
 #include "lists/ListsFixture.h"
-#include "support/FileSizeLimit.h"
+#include "support/FullDisk.h"
 
 #include <QDir>
 #include <gtest/gtest.h>
@@ -90,7 +90,7 @@ TEST_F(ListStoreTroubleTest, ASaveThatFailsAtEveryByteLeavesTheOldList) {
     for (rlim_t bytes = 0; bytes < size; ++bytes) {
         profile.Boxes.Answers = {BoxAnswer::Yes};
         {
-            const test::FileSizeLimit limit(bytes);
+            const test::FullDisk disk(bytes);
             EXPECT_FALSE(lists.PromptSaveList());
         }
         ASSERT_EQ(ReadListFile(kNews), QByteArray("old@x.test\r\n")) << "after " << bytes << " bytes";
@@ -108,7 +108,7 @@ TEST_F(ListStoreTroubleTest, AWantedSaveThatFailsKeepsTheOldListOpen) {
     session.Prefs.LogStatus = 0;
     profile.Boxes.Answers = {BoxAnswer::Yes};
     {
-        const test::FileSizeLimit limit(5);
+        const test::FullDisk disk(5);
         EXPECT_FALSE(lists.Load(kOther));
     }
     ExpectUnsaved(Words("a@x.test new@x.test"));
@@ -195,7 +195,7 @@ TEST_F(ListStoreTroubleTest, WithoutRoomForTheBackupATooLongListStaysAsItWas) {
     lists.MarkUnsaved();
     session.Prefs.LogStatus = 0;
     {
-        const test::FileSizeLimit limit(static_cast<rlim_t>(old.size()) - 1);
+        const test::FullDisk disk(static_cast<rlim_t>(old.size()) - 1);
         EXPECT_FALSE(lists.WriteList(kNews));
     }
     EXPECT_EQ(ReadListFile(kNews), old);
