@@ -4,6 +4,7 @@
 
 #include <QAbstractButton>
 #include <QAbstractItemView>
+#include <QAbstractScrollArea>
 #include <QApplication>
 #include <QComboBox>
 #include <QContextMenuEvent>
@@ -64,7 +65,9 @@ void Replace(QWidget *widget, const QString &text) {
     QApplication::sendEvent(widget, &event);
 }
 
-void DropOn(QWidget *widget, const QList<QUrl> &files) {
+void DropOn(QWidget *target, const QList<QUrl> &files) {
+    const auto *area = qobject_cast<QAbstractScrollArea *>(target);
+    QWidget *widget = area ? area->viewport() : target; // where the pointer is, inside the frame
     QMimeData data;
     data.setUrls(files);
     const QPoint place = widget->rect().center();
