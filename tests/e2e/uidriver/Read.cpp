@@ -13,6 +13,7 @@
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPlainTextEdit>
+#include <QTextDocumentFragment>
 #include <QTextEdit>
 
 #include <algorithm>
@@ -34,6 +35,11 @@ QJsonValue Entry(const QAbstractItemModel &model, int row) {
     for (int column = 0; column < model.columnCount(); ++column)
         columns << model.index(row, column).data().toString();
     return columns;
+}
+
+// What a label shows of a text that may be markup.
+QString Shown(const QString &text) {
+    return Qt::mightBeRichText(text) ? QTextDocumentFragment::fromHtml(text).toPlainText() : text;
 }
 
 QJsonArray ButtonsOf(const QWidget *box) {
@@ -114,7 +120,7 @@ QJsonValue DescribeBox(QWidget *box) {
     if (const auto *message = qobject_cast<QMessageBox *>(box))
         seen.insert(QStringLiteral("text"), message->text());
     if (const auto *input = qobject_cast<QInputDialog *>(box))
-        seen.insert(QStringLiteral("text"), input->labelText());
+        seen.insert(QStringLiteral("text"), Shown(input->labelText()));
     const auto lines = box->findChildren<QLineEdit *>();
     if (lines.size() == 1)
         seen.insert(QStringLiteral("input"), lines.first()->text());
