@@ -4,6 +4,7 @@
 #include "support/Printers.h"
 
 #include <QDeadlineTimer>
+#include <QRandomGenerator>
 #include <QSslCertificate>
 #include <QSslKey>
 #include <QSslSocket>
@@ -250,6 +251,15 @@ void FakeSmtpSession::Note(const QByteArray &line) {
     server_.dialogue_ << line;
 }
 
+// The port of a setting is a 16-bit signed number; the ports that the system hands out are above that.
+static bool ListenOnAPortOfTheSettings(QTcpServer &listener) {
+    const int first = QRandomGenerator::global()->bounded(10000, 30000);
+    for (int port = first; port <= 32767; ++port)
+        if (listener.listen(QHostAddress::LocalHost, static_cast<quint16>(port)))
+            return true;
+    return false;
+}
+
 FakeSmtpServer::FakeSmtpServer(SmtpScript script) : script_(std::move(script)) {
     thread_.start();
     listener_ = new FakeSmtpListener;
@@ -257,7 +267,7 @@ FakeSmtpServer::FakeSmtpServer(SmtpScript script) : script_(std::move(script)) {
     QMetaObject::invokeMethod(
         listener_,
         [this] {
-            EXPECT_TRUE(listener_->listen(QHostAddress::LocalHost));
+            EXPECT_TRUE(ListenOnAPortOfTheSettings(*listener_));
             port_ = listener_->serverPort();
             QObject::connect(listener_, &QTcpServer::newConnection, listener_, [this] { Accept(); });
         },
