@@ -1,0 +1,125 @@
+// Notifications with the real component, against a server on loopback that follows a script.
+#include "core/RuntimeError.h"
+#include "lists/ListsFixture.h"
+#include "lists/PendingProcessing.h"
+#include "support/FakeSmtpServer.h"
+#include "support/WaitUntil.h"
+
+#include <QElapsedTimer>
+#include <QTimer>
+#include <gtest/gtest.h>
+
+namespace varlo {
+namespace {
+
+using test::FakeSmtpServer;
+using test::SmtpFault;
+using test::SmtpScript;
+using test::SmtpStep;
+using test::Words;
+
+class NotificationOverWireTest : public test::ListsFixture {
+protected:
+    void Start(SmtpScript script = {}) {
+        server = std::make_unique<FakeSmtpServer>(std::move(script));
+        session.Prefs.Notify = 1;
+        session.Prefs.SMTPServer = QStringLiteral("127.0.0.1");
+        session.Prefs.SMTPPort = To16Bit(server->Port());
+        session.Prefs.SMTPFrom = QStringLiteral("Jörg Editor");
+        session.Prefs.SMTPEmail = QStringLiteral("ann@x.test");
+        session.Prefs.SubSubject = QStringLiteral("Welcome");
+        session.Prefs.SubBody = QStringLiteral("Hello,\\n\\nyou are on the list.");
+        session.Prefs.UnsubSubject = QStringLiteral("Goodbye");
+        session.Prefs.UnsubBody = QStringLiteral("You are off the list.");
+        OpenList(QStringLiteral("news"), Words("bb@x.test"));
+    }
+    static SmtpScript Fault(SmtpStep at, SmtpFault::Deed what, const QByteArray &bytes,
+                            const QByteArray &holding) {
+        SmtpScript script;
+        script.Faults = {{.At = at, .What = what, .Bytes = bytes, .Holding = holding}};
+        return script;
+    }
+    void Process(const QStringList &entries) {
+        AddPending(entries);
+        processing.Run();
+    }
+    // Who got a mail, in order.
+    QStringList Received(qsizetype expected) {
+        EXPECT_TRUE(test::WaitUntil([&] { return server->Mails().size() >= expected; }));
+        QStringList received;
+        for (const test::SmtpMail &mail : server->Mails())
+            received << QString::fromUtf8(mail.Recipients.join(", "));
+        return received;
+    }
+
+    std::unique_ptr<FakeSmtpServer> server;
+    PendingProcessing processing{session, lists};
+};
+
+TEST_F(NotificationOverWireTest, EachChangeIsToldOverOneConnection) {
+    Start();
+    Process(Words("+aa@x.test -bb@x.test +AA@x.test"));
+    EXPECT_EQ(Received(2), Words("aa@x.test bb@x.test"));
+    EXPECT_EQ(server->Connections(), 1);
+    const QList<test::SmtpMail> mails = server->Mails();
+    EXPECT_EQ(mails[0].Sender, QByteArray("ann@x.test"));
+    EXPECT_TRUE(mails[0].Data.contains("\r\nSubject: Welcome\r\n"));
+    EXPECT_TRUE(mails[0].Data.contains("\r\n\r\nHello,\r\n\r\nyou are on the list."));
+    EXPECT_TRUE(mails[1].Data.contains("\r\nSubject: Goodbye\r\n"));
+    EXPECT_EQ(TakeStatus().last(), QStringLiteral("Pending list processing complete (+1, -1)"));
+}
+
+TEST_F(NotificationOverWireTest, ARecipientThatIsRefusedIsToldAndTheNextGetsItsMail) {
+    Start(Fault(SmtpStep::Rcpt, SmtpFault::Reply, "550 no such user\r\n", "aa@x.test"));
+    Process(Words("+aa@x.test +cc@x.test"));
+    EXPECT_EQ(Received(1), Words("cc@x.test"));
+    EXPECT_TRUE(TakeStatus().contains(QStringLiteral("SMTP error 550 - no such user")));
+    EXPECT_EQ(Current(), Words("bb@x.test aa@x.test cc@x.test"));
+    EXPECT_EQ(Pending(), QStringList());
+}
+
+TEST_F(NotificationOverWireTest, WithoutAServerTheRequestsAreProcessedAllTheSame) {
+    Start();
+    server.reset();
+    Process(Words("+aa@x.test"));
+    EXPECT_EQ(TakeStatus().filter(QStringLiteral("SMTP error 12029")).size(), 1);
+    EXPECT_EQ(Current(), Words("bb@x.test aa@x.test"));
+    EXPECT_EQ(Pending(), QStringList());
+}
+
+TEST_F(NotificationOverWireTest, WhileTheServerIsSilentRequestsArriveAndStayPending) {
+    Start(Fault(SmtpStep::Message, SmtpFault::ReplyThenSilence, {}, {}));
+    bool late = false;
+    QTimer watch;
+    QObject::connect(&watch, &QTimer::timeout, &lists, [&] {
+        if (!server->Dialogue().contains("C: (message)"))
+            return;
+        watch.stop();
+        late = true;
+        lists.AddPending(QStringLiteral("+late@x.test"));
+        processing.Run();
+        processing.Abort();
+    });
+    watch.start(5);
+    QElapsedTimer passed;
+    passed.start();
+    Process(Words("+aa@x.test"));
+    EXPECT_TRUE(late);
+    EXPECT_LT(passed.elapsed(), 30000) << "the wait for the server was not ended";
+    EXPECT_EQ(Pending(), Words("+late@x.test"));
+    EXPECT_EQ(TakeStatus().last(), QStringLiteral("Pending list processing complete (+1)"));
+}
+
+TEST_F(NotificationOverWireTest, ClosingDuringASilenceEndsTheRunAtOnce) {
+    Start(Fault(SmtpStep::Greeting, SmtpFault::Silence, {}, {}));
+    QTimer::singleShot(50, &lists, [&] {
+        session.AppExiting = true;
+        processing.Abort();
+    });
+    Process(Words("+aa@x.test +cc@x.test"));
+    EXPECT_EQ(Pending(), Words("+aa@x.test +cc@x.test"));
+    EXPECT_EQ(server->Mails(), QList<test::SmtpMail>());
+}
+
+} // namespace
+} // namespace varlo
