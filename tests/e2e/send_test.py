@@ -154,6 +154,30 @@ class OddServerTest(unittest.TestCase):
                 self.assertLess(time.monotonic() - began, 1)
                 self.assertEqual(ui.items("lstEmailList_2"), [])
 
+    def test_the_program_can_be_left_in_the_middle_of_a_send(self):
+        with ScriptedSmtp(silent_at("MAIL")), Application({"News": ["a@list.test", "b@list.test"]}, SMTP) as app:
+            with app.program() as ui:
+                compose(ui, "News", "text")
+                ui.trigger("mnuMessageSend")
+                ui.wait_text("lblStatus", "Sending message 1/2", window="frmCompose")
+                ui.close("frmMain")
+                self.assertEqual(ui.wait_end(), 0)
+
+    def test_the_program_can_be_left_while_a_notification_waits(self):
+        prefs = {**SMTP, "General": {"Notify": 1}}
+        with ScriptedSmtp(silent_at("MAIL")), Application({"News": []}, prefs) as app, app.program() as ui:
+            ui.wait_text("lblStatus", "Loaded [News]")
+            for address in ("a@list.test", "b@list.test"):
+                ui.set_text("txtAddEmail", address)
+                ui.click("cmdEmailAdd_0")
+            ui.click("cmdCapturesAdd")
+            ui.wait_text("lblStatus", "Processing pending list (1/2 - sending notification)")
+            ui.close("frmMain")
+            ui.answer("Yes", text="The changes to list [News] have not been saved, save now?")
+            ui.answer("Yes", text="There are unprocessed e-mail addresses on the pending list, exit anyway?")
+            self.assertEqual(ui.wait_end(), 0)
+            self.assertEqual(app.read_list("News"), ["a@list.test"])
+
 
 if __name__ == "__main__":
     isolation.run(unittest.main)
