@@ -36,7 +36,9 @@ frmMain::frmMain(Session &session, QWidget *parent)
     ConnectControls();
 }
 
-frmMain::~frmMain() = default;
+frmMain::~frmMain() {
+    delete compose_; // it reaches back to this window
+}
 
 void frmMain::CreateControls() {
     splitter_ = new QSplitter(this);

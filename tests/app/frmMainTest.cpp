@@ -1,8 +1,5 @@
-#include "app/frmMain.h"
-
-#include "app/frmConsole.h"
+#include "app/MainWindowFixture.h"
 #include "core/StatusLabel.h"
-#include "support/TestProfile.h"
 
 #include <QAction>
 #include <QApplication>
@@ -15,50 +12,8 @@
 #include <QtTest>
 #include <gtest/gtest.h>
 
-#include <memory>
-
 namespace varlo::test {
 namespace {
-
-class frmMainTest : public testing::Test {
-protected:
-    ~frmMainTest() override { Discard(); }
-
-    frmMain &Load() {
-        window_ = std::make_unique<frmMain>(profile.session);
-        window_->Form_Load();
-        return *window_;
-    }
-    // Ends a window that a test has left open, whatever it would ask.
-    void Discard() {
-        profile.session.AppExiting = true;
-        window_.reset();
-    }
-    template<typename Control> Control *Find(const char *name) const {
-        auto *control = window_->findChild<Control *>(QString::fromLatin1(name));
-        EXPECT_NE(control, nullptr) << name;
-        return control;
-    }
-    QStringList Rows(const char *view) const {
-        const QAbstractItemModel *model = Find<QListView>(view)->model();
-        QStringList rows;
-        for (int row = 0; row < model->rowCount(); ++row)
-            rows << model->index(row, 0).data().toString();
-        return rows;
-    }
-    void Click(const char *button) const { Find<QPushButton>(button)->click(); }
-    void TypeAddress(const QString &address) const {
-        Find<QLineEdit>("txtAddEmail")->setText(address);
-        Click("cmdEmailAdd_0");
-    }
-    QString Ini(const char *section, const char *key) {
-        profile.session.INI.SetSection(QString::fromLatin1(section));
-        return profile.session.INI.GetValue(QString::fromLatin1(key), QStringLiteral("(none)"));
-    }
-
-    TestProfile profile;
-    std::unique_ptr<frmMain> window_;
-};
 
 TEST_F(frmMainTest, OpensTheListLastUsed) {
     profile.Write(QStringLiteral("lists/alpha.vlo"), "a@x.test\r\n");

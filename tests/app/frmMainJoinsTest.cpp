@@ -1,0 +1,130 @@
+// What the main window joins: menus, compose window, mail check, clipboard capture.
+
+#include "app/MainWindowFixture.h"
+#include "core/Product.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QClipboard>
+#include <QComboBox>
+#include <QLineEdit>
+#include <QMenu>
+#include <QTimer>
+#include <QtTest>
+
+namespace varlo::test {
+namespace {
+
+class frmMainJoinsTest : public frmMainTest {
+protected:
+    frmMainJoinsTest() {
+        profile.Write(QStringLiteral("lists/news.vlo"), "b@x.test\r\na@x.test\r\n");
+        Load();
+    }
+    static QWidget *Window(const char *name) {
+        const QWidgetList windows = QApplication::topLevelWidgets();
+        const auto found = std::find_if(windows.begin(), windows.end(), [name](const QWidget *window) {
+            return window->objectName() == QString::fromLatin1(name) && window->isVisible();
+        });
+        return found == windows.end() ? nullptr : *found;
+    }
+    void Select(const char *view, int row) const {
+        auto *list = Find<QListView>(view);
+        list->selectionModel()->select(list->model()->index(row, 0), QItemSelectionModel::Select);
+    }
+};
+
+TEST_F(frmMainJoinsTest, EveryMenuEntryLeadsSomewhere) {
+    for (const char *name : {"mnuCompose", "mnuMainPreferences", "mnuMainConsole", "mnuMainOnTop",
+                             "mnuMainExit", "mnuHelpContents", "mnuHelpReadMe", "mnuHelpUpdate",
+                             "mnuHelpWebsite", "mnuHelpForums", "mnuHelpEmail", "mnuHelpAbout"}) {
+        EXPECT_TRUE(Find<QAction>(name)->isEnabled()) << name;
+        EXPECT_TRUE(Find<QAction>(name)->isVisible()) << name;
+    }
+    Find<QAction>("mnuHelpForums")->trigger();
+    ASSERT_EQ(profile.Boxes.Opened.size(), 1U);
+    EXPECT_EQ(profile.Boxes.Opened[0], QUrl(Product::kWebsite + QStringLiteral("/forums")));
+}
+
+TEST_F(frmMainJoinsTest, ComposingAsksForUnsavedChangesFirstAndAsksAgainAfterNo) {
+    TypeAddress(QStringLiteral("c@x.test"));
+    Click("cmdCapturesAdd");
+    for (int i = 0; i < 2; ++i) {
+        profile.Boxes.Answers = {BoxAnswer::No};
+        Find<QAction>("mnuCompose")->trigger();
+        EXPECT_TRUE(profile.Boxes.Answers.empty()) << "asked each time";
+    }
+    EXPECT_NE(Window("frmCompose"), nullptr);
+    profile.Boxes.Answers = {BoxAnswer::Yes};
+    Find<QAction>("mnuCompose")->trigger();
+    EXPECT_EQ(profile.Read(QStringLiteral("lists/news.vlo")),
+              QByteArray("b@x.test\r\na@x.test\r\nc@x.test\r\n"));
+    EXPECT_EQ(profile.StatusTexts.last(), QStringLiteral("Saved [news]"));
+}
+
+TEST_F(frmMainJoinsTest, TheComposeWindowOffersTheSelectionOfTheVisibleList) {
+    Select("lstEmailList_1", 0);
+    Find<QAction>("mnuCompose")->trigger();
+    auto *window = Window("frmCompose");
+    ASSERT_NE(window, nullptr);
+    auto *cmbTo = window->findChild<QComboBox *>(QStringLiteral("cmbTo"));
+    EXPECT_EQ(cmbTo->itemText(cmbTo->count() - 1), QStringLiteral("Current Selection"));
+    EXPECT_EQ(cmbTo->currentText(), QStringLiteral("news"));
+}
+
+TEST_F(frmMainJoinsTest, ThereIsOneComposeWindow) {
+    Find<QAction>("mnuCompose")->trigger();
+    QWidget *first = Window("frmCompose");
+    Find<QAction>("mnuCompose")->trigger();
+    EXPECT_EQ(Window("frmCompose"), first);
+    EXPECT_TRUE(window_->close());
+    EXPECT_EQ(Window("frmCompose"), nullptr) << "it goes with the main window";
+}
+
+TEST_F(frmMainJoinsTest, AMailCheckWithoutAnAccountOpensThePreferences) {
+    bool shown = false;
+    QTimer::singleShot(0, window_.get(), [&] {
+        QWidget *preferences = Window("frmOptions");
+        shown = preferences != nullptr;
+        if (preferences)
+            preferences->close();
+    });
+    Click("cmdAutoAdd");
+    EXPECT_TRUE(shown);
+    ASSERT_EQ(profile.Boxes.Shown.size(), 1U);
+    EXPECT_EQ(profile.Boxes.Shown[0].Icon, BoxIcon::Exclamation);
+}
+
+TEST_F(frmMainJoinsTest, CaptureShowsItsCountInTheCaption) {
+    Click("cmdCapture");
+    EXPECT_EQ(window_->windowTitle(), QStringLiteral("0 e-mail addresses captured"));
+    QGuiApplication::clipboard()->setText(QStringLiteral("mailto:new@x.test"));
+    QTRY_COMPARE(window_->windowTitle(), QStringLiteral("1 e-mail addresses captured"));
+    EXPECT_EQ(Rows("lstEmailList_2"), QStringList(QStringLiteral("+new@x.test")));
+    Click("cmdCapture");
+    EXPECT_EQ(window_->windowTitle(), QStringLiteral("Thornbeck Varlo Pro"));
+    EXPECT_EQ(QGuiApplication::clipboard()->text(), QString());
+}
+
+TEST_F(frmMainJoinsTest, TheSortMenuChangesTheVisibleList) {
+    Select("lstEmailList_1", 1);
+    Find<QAction>("mnuSortOrder_0")->trigger();
+    EXPECT_TRUE(Find<QListView>("lstEmailList_0")->isVisible());
+    EXPECT_FALSE(Find<QListView>("lstEmailList_1")->isVisible());
+    EXPECT_EQ(Find<QListView>("lstEmailList_0")->selectionModel()->selectedRows().value(0).row(), 0)
+        << "b@x.test is carried over";
+    EXPECT_EQ(profile.session.Prefs.ListSortBy, 0);
+}
+
+TEST_F(frmMainJoinsTest, TheRightButtonOpensTheListsMenu) {
+    auto *list = Find<QListView>("lstEmailList_1");
+    QMenu *menu = Find<QMenu>("mnuListsCurrent");
+    QContextMenuEvent press(QContextMenuEvent::Mouse, QPoint(5, 5),
+                            list->viewport()->mapToGlobal(QPoint(5, 5)));
+    QApplication::sendEvent(list->viewport(), &press);
+    EXPECT_TRUE(menu->isVisible());
+    menu->close();
+}
+
+} // namespace
+} // namespace varlo::test
