@@ -67,7 +67,7 @@ TEST_F(StatusLabelTest, TenThousandTextsArePaintedThirtyTimesASecondAtMost) {
     const EventCounter paints(&label_, QEvent::Paint);
     QElapsedTimer clock;
     clock.start();
-    for (int i = 0; i < 10'000 || clock.elapsed() < 300; ++i) {
+    for (int i = 0; i < 10'000 || (paints.Count < 5 && clock.elapsed() < 10'000); ++i) {
         label_.setText(QStringLiteral("Sending [%1]").arg(i));
         QCoreApplication::processEvents();
     }
