@@ -98,21 +98,24 @@ int EntryListModel::Add(const QString &entry) {
 
 void EntryListModel::AddAll(const QStringList &entries) {
     const QStringList fitting = entries.first(qMin<qsizetype>(entries.size(), kMostEntries - Count()));
-    if (IsAlphabetical() && fitting.size() > 1) {
-        Reset(MakeRows(Entries() + fitting));
-    } else if (!fitting.isEmpty()) {
-        const int first = PlaceOf(fitting.first());
-        beginInsertRows({}, first, first + static_cast<int>(fitting.size()) - 1);
-        int row = first;
-        for (const QString &entry : fitting) {
-            const Row added{entry, nextSerial_++};
-            Index(added);
-            rows_.Insert(row++, added);
-        }
-        endInsertRows();
-    }
+    if (IsAlphabetical())
+        for (const QString &entry : fitting)
+            InsertRow(PlaceOf(entry), entry);
+    else if (!fitting.isEmpty())
+        Append(fitting);
     if (fitting.size() < entries.size())
         throw RuntimeError(Overflow);
+}
+
+void EntryListModel::Append(const QStringList &entries) {
+    int row = Count();
+    beginInsertRows({}, row, row + static_cast<int>(entries.size()) - 1);
+    for (const QString &entry : entries) {
+        const Row added{entry, nextSerial_++};
+        Index(added);
+        rows_.Insert(row++, added);
+    }
+    endInsertRows();
 }
 
 int EntryListModel::Replace(int row, const QString &entry) {

@@ -66,6 +66,7 @@ private:
     void Reset(std::vector<Row> rows);
     void Index(const Row &row);
     void Unindex(int row);
+    void Append(const QStringList &entries);
     void InsertRow(int row, const QString &entry);
     void RemoveRow(int row);
 

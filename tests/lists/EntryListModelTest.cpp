@@ -4,6 +4,7 @@
 #include "lists/ListsFixture.h"
 
 #include <QAbstractItemModelTester>
+#include <QItemSelectionModel>
 #include <QSignalSpy>
 #include <gtest/gtest.h>
 
@@ -180,6 +181,20 @@ TEST(EntryListModelTest, AddAllMergesIntoTheAlphabet) {
     model.SetEntries(Words("b d"));
     model.AddAll(Words("e a C"));
     EXPECT_EQ(model.Entries(), Words("a b C d e"));
+}
+
+TEST(EntryListModelTest, AddAllKeepsASelection) {
+    for (Order order : {Order::Chronological, Order::Alphabetical}) {
+        EntryListModel model(order);
+        model.SetEntries(Words("b d"));
+        QItemSelectionModel selection(&model);
+        selection.select({model.index(0), model.index(1)}, QItemSelectionModel::Select);
+        model.AddAll(Words("c a"));
+        QStringList selected;
+        for (const QModelIndex &index : selection.selectedIndexes())
+            selected << index.data().toString();
+        EXPECT_EQ(selected, Words("b d"));
+    }
 }
 
 TEST(EntryListModelTest, BulkChangesAreOneChangeOfTheModel) {
