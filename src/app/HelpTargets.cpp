@@ -11,7 +11,14 @@ namespace varlo {
 
 namespace {
 
-QUrl BesideProgram(const Session &session, const QString &file) {
+// The first folder that holds `file`; the program folder when none does, for the report names the place that
+// the operator can mend.
+QUrl Document(const Session &session, const QString &file) {
+    for (const QString &folder : QStringList(session.ProgramFolder) + session.DocumentFolders) {
+        const QString path = QDir(folder).filePath(file);
+        if (PathExists(path))
+            return QUrl::fromLocalFile(path);
+    }
     return QUrl::fromLocalFile(QDir(session.ProgramFolder).filePath(file));
 }
 
@@ -77,12 +84,12 @@ QUrl HelpTargets::SupportMail(const ProductVersion &version) {
 }
 
 QUrl HelpTargets::ReadMe(const Session &session) {
-    return BesideProgram(session, QStringLiteral("Read Me.html"));
+    return Document(session, QStringLiteral("Read Me.html"));
 }
 
 QList<QUrl> HelpTargets::Contents(const Session &session, bool hasChmViewer) {
-    const QUrl compiled = BesideProgram(session, QStringLiteral("Varlo Pro.chm"));
-    const QUrl pages = BesideProgram(session, QStringLiteral("help/index.html"));
+    const QUrl compiled = Document(session, QStringLiteral("Varlo Pro.chm"));
+    const QUrl pages = Document(session, QStringLiteral("help/index.html"));
     if (IsMissingFile(pages))
         return {compiled};
     if (hasChmViewer && !IsMissingFile(compiled))

@@ -1,4 +1,4 @@
-// Where the Help menu and the About box lead: files beside the program, the maker's pages, a mail to the
+// Where the Help menu and the About box lead: the documents, the maker's pages, a mail to the
 // maker.
 #pragma once
 
@@ -28,6 +28,7 @@ QUrl Forums();
 QUrl UpdateCheck(const ProductVersion &version = {});
 // A new mail to the maker with product and version in its subject.
 QUrl SupportMail(const ProductVersion &version = {});
+// The documents: in the program folder or, failing that, in the first of the session's document folders.
 QUrl ReadMe(const Session &session);
 
 // The help, best form first: the compiled file where something here opens such files, then the same pages as

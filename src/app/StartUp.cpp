@@ -1,6 +1,7 @@
 #include "app/StartUp.h"
 
 #include "core/PreferenceKeys.h"
+#include "core/Product.h"
 #include "core/modPublic.h"
 
 #include <QDir>
@@ -29,6 +30,11 @@ QString FindProgramFolder(const QString &executableFolder) {
                                .filePath(kApplicationTitle);
     QDir().mkpath(folder); // when that fails, the first file that is written reports it
     return folder;
+}
+
+QStringList FindDocumentFolders(const QString &executableFolder) {
+    const QString shared = QStringLiteral("../share/") + Product::kExecutableName;
+    return {executableFolder, QDir::cleanPath(QDir(executableFolder).filePath(shared))};
 }
 
 void PrepareProfile(Session &session, ErrorTrap &trap) {

@@ -4,6 +4,8 @@
 #include "app/StartUp.h"
 #include "app/frmMain.h"
 #include "app/frmProfile.h"
+#include "core/Icons.h"
+#include "core/Product.h"
 #include "core/Reporting.h"
 #include "core/WidgetDialogs.h"
 
@@ -32,7 +34,9 @@ private:
 
 int Run(Application &application) {
     varlo::WidgetDialogs boxes;
-    varlo::Session session(varlo::FindProgramFolder(QCoreApplication::applicationDirPath()), boxes);
+    const QString executableFolder = QCoreApplication::applicationDirPath();
+    varlo::Session session(varlo::FindProgramFolder(executableFolder), boxes);
+    session.DocumentFolders = varlo::FindDocumentFolders(executableFolder);
     const varlo::SingleInstance instance(session.ProgramFolder);
     if (!instance.IsFirst()) {
         varlo::ShowAlreadyRunning(boxes);
@@ -55,6 +59,7 @@ int main(int argc, char **argv) {
     Application application(argc, argv);
     QApplication::setApplicationName(varlo::kApplicationTitle);
     QApplication::setApplicationDisplayName(QString());
-    QApplication::setDesktopFileName(QStringLiteral("varlo-pro"));
+    QApplication::setDesktopFileName(varlo::Product::kExecutableName);
+    QApplication::setWindowIcon(varlo::Icon(u"varlo-pro"));
     return Run(application);
 }

@@ -42,6 +42,7 @@ struct Session {
     QString ProfilesFolder() const;
 
     const QString ProgramFolder; // the folder that the data tree lies in; no closing separator
+    QStringList DocumentFolders; // where help and read-me lie when they are not in the program folder
     QString ProfilePath;         // the open profile's folder; empty until one is open
     clsINIFile INI;              // "global.ini" while a profile is chosen, then the profile's "prefs.ini"
     Preferences Prefs;

@@ -63,6 +63,26 @@ TEST_F(HelpTargetsTest, ReadMeLiesBesideTheProgram) {
     EXPECT_EQ(HelpTargets::ReadMe(session), Beside("Read Me.html"));
 }
 
+TEST_F(HelpTargetsTest, DocumentsOfAnInstalledCopyLieInItsDocumentFolders) {
+    const QUrl readMe = Make("shared/Read Me.html");
+    const QUrl pages = Make("shared/help/index.html");
+    const QUrl compiled = Make("shared/Varlo Pro.chm");
+    session.DocumentFolders = QStringList{Beside("nowhere").toLocalFile(), Beside("shared").toLocalFile()};
+    EXPECT_EQ(HelpTargets::ReadMe(session), readMe);
+    EXPECT_EQ(HelpTargets::Contents(session, true), (QList<QUrl>{compiled, pages}));
+}
+
+TEST_F(HelpTargetsTest, DocumentsInTheProgramFolderComeBeforeThoseOfTheInstallation) {
+    Make("shared/Read Me.html");
+    session.DocumentFolders = QStringList{Beside("shared").toLocalFile()};
+    EXPECT_EQ(HelpTargets::ReadMe(session), Make("Read Me.html"));
+}
+
+TEST_F(HelpTargetsTest, ADocumentThatIsNowhereIsMissedInTheProgramFolder) {
+    session.DocumentFolders = QStringList{Beside("shared").toLocalFile()};
+    EXPECT_EQ(HelpTargets::ReadMe(session), Beside("Read Me.html"));
+}
+
 TEST_F(HelpTargetsTest, CompiledHelpComesFirstWhereSomethingOpensIt) {
     const QUrl compiled = Make("Varlo Pro.chm");
     EXPECT_EQ(HelpTargets::Contents(session, true), QList<QUrl>{compiled}) << "no pages to fall back on";

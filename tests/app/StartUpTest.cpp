@@ -1,6 +1,7 @@
 #include "app/StartUp.h"
 
 #include "support/TestProfile.h"
+#include "support/WithoutRootRights.h"
 
 #include <QDir>
 #include <QFile>
@@ -25,6 +26,25 @@ TEST_F(StartUpTest, AnInstalledCopyKeepsItsDataInTheUsersDataFolder) {
     qunsetenv("XDG_DATA_HOME");
     EXPECT_EQ(folder, profile.Folder.filePath(QStringLiteral("Varlo Pro")));
     EXPECT_TRUE(QDir(folder).exists());
+}
+
+TEST_F(StartUpTest, ACopyInAReadOnlyPlaceKeepsItsDataInTheUsersDataFolder) {
+    const QString place = profile.Folder.filePath(QStringLiteral("place"));
+    const auto readOnly = QFile::ReadOwner | QFile::ExeOwner | QFile::ReadOther | QFile::ExeOther;
+    ASSERT_TRUE(QDir().mkpath(place));
+    ASSERT_TRUE(QFile::setPermissions(place, readOnly));
+    ASSERT_TRUE(
+        QFile::setPermissions(profile.Folder.path(), readOnly | QFile::WriteOwner | QFile::WriteOther));
+    const WithoutRootRights asUser; // root may write everywhere
+    qputenv("XDG_DATA_HOME", profile.Folder.path().toUtf8());
+    const QString folder = FindProgramFolder(place);
+    qunsetenv("XDG_DATA_HOME");
+    EXPECT_EQ(folder, profile.Folder.filePath(QStringLiteral("Varlo Pro")));
+}
+
+TEST_F(StartUpTest, DocumentsLieBesideTheExecutableOrInTheSharedDataFolder) {
+    EXPECT_EQ(FindDocumentFolders(QStringLiteral("/usr/bin")),
+              QStringList({QStringLiteral("/usr/bin"), QStringLiteral("/usr/share/varlo-pro")}));
 }
 
 TEST_F(StartUpTest, MissingFoldersOfTheProfileAreCreated) {
