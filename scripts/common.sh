@@ -18,7 +18,7 @@ build_packages=(
 test_packages=(
     python3 iproute2 postfix dovecot-pop3d
     xvfb xauth fonts-dejavu-core
-    desktop-file-utils appstream
+    desktop-file-utils appstream man-db dpkg-dev file
 )
 # The commands by which another distribution is judged, where packages have other names.
 needed_commands=(c++ cmake ninja)
