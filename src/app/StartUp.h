@@ -13,8 +13,8 @@ namespace varlo {
 // created.
 QString FindProgramFolder(const QString &executableFolder);
 
-// Where the read-only documents can lie, seen from the executable: beside it, and in the shared data folder of an
-// installation ("bin" and "share" side by side).
+// Where the read-only documents can lie, seen from the executable: beside it, and in the shared data folder
+// of an installation ("bin" and "share" side by side).
 QStringList FindDocumentFolders(const QString &executableFolder);
 
 // Points the settings at the open profile's "prefs.ini" and creates the folders that are missing. Every step
