@@ -21,6 +21,7 @@
 #include <QMenuBar>
 #include <QSplitter>
 #include <QStatusBar>
+#include <QVBoxLayout>
 
 namespace varlo {
 
@@ -83,6 +84,8 @@ void frmMain::CreateStatusBar() {
     lblCaption->setObjectName(QStringLiteral("lblCaption"));
     lblStatus = new StatusLabel(QStringLiteral("Idle"), this);
     lblStatus->setObjectName(QStringLiteral("lblStatus"));
+    // As tall as the labels beside it, so that their texts stand on one line.
+    lblStatus->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
     lblStatus->setCursor(Qt::PointingHandCursor);
     lblStatusCurrent = new QLabel(QStringLiteral("0 Current"), this);
     lblStatusCurrent->setObjectName(QStringLiteral("lblStatusCurrent"));
@@ -98,10 +101,13 @@ void frmMain::LayOutControls() {
     splitter_->addWidget(fraCurrent);
     splitter_->addWidget(Frame3);
     splitter_->setChildrenCollapsible(false);
-    splitter_->setContentsMargins(8, 6, 8, 2);
     splitter_->setStretchFactor(0, 1);
     splitter_->setStretchFactor(1, 1);
-    setCentralWidget(splitter_);
+    auto *content = new QWidget(this); // a splitter would forget margins of its own in its least size
+    auto *around = new QVBoxLayout(content);
+    around->setContentsMargins(8, 6, 8, 2);
+    around->addWidget(splitter_);
+    setCentralWidget(content);
     resize(760, 520);
 }
 

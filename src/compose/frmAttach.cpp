@@ -69,6 +69,7 @@ void frmAttach::LayOut() {
     all->addWidget(lstAttachments, 1);
     all->addLayout(fileButtons);
     all->addLayout(endButtons);
+    lstAttachments->setMinimumHeight(4 * lstAttachments->fontMetrics().lineSpacing());
     resize(520, 320);
     cmdAddFile->setFocus();
 }

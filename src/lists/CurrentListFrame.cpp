@@ -1,5 +1,6 @@
 #include "lists/CurrentListFrame.h"
 
+#include "core/Icons.h"
 #include "core/Reporting.h"
 #include "lists/EntryListView.h"
 #include "lists/ListEditing.h"
@@ -25,10 +26,12 @@ CurrentListFrame::CurrentListFrame(Session &session, ListStore &lists, ListEditi
     ConnectControls();
 }
 
-QPushButton *CurrentListFrame::MakeButton(const char *name, const QString &caption, const QString &toolTip) {
+QPushButton *CurrentListFrame::MakeButton(const char *name, const QString &caption, const QString &toolTip,
+                                          QStringView icon) {
     auto *button = new QPushButton(caption, this);
     button->setObjectName(QString::fromLatin1(name));
     button->setToolTip(toolTip);
+    button->setIcon(Icon(icon));
     button->setAutoDefault(false);
     return button;
 }
@@ -42,21 +45,26 @@ void CurrentListFrame::CreateControls() {
     cmbMList->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     cmbMList->setMinimumContentsLength(12);
     lblCurrentList->setBuddy(cmbMList);
-    cmdFileNew = MakeButton("cmdFileNew", QStringLiteral("&New"), QStringLiteral("Create new mailing list"));
-    cmdFileRename =
-        MakeButton("cmdFileRename", QStringLiteral("&Rename"), QStringLiteral("Rename current list"));
-    cmdFileDelete =
-        MakeButton("cmdFileDelete", QStringLiteral("&Delete"), QStringLiteral("Delete current list"));
-    cmdFileSave = MakeButton("cmdFileSave", QStringLiteral("&Save"), QStringLiteral("Save current list"));
+    cmdFileNew =
+        MakeButton("cmdFileNew", QStringLiteral("Ne&w"), QStringLiteral("Create new mailing list"), u"new");
+    cmdFileRename = MakeButton("cmdFileRename", QStringLiteral("Re&name"),
+                               QStringLiteral("Rename current list"), u"rename");
+    cmdFileDelete = MakeButton("cmdFileDelete", QStringLiteral("&Delete"),
+                               QStringLiteral("Delete current list"), u"delete");
+    cmdFileSave =
+        MakeButton("cmdFileSave", QStringLiteral("&Save"), QStringLiteral("Save current list"), u"save");
     chronological_ =
         new EntryListView(lists_, kChronological, QStringLiteral("Current list, chronological"), this);
     alphabetical_ =
         new EntryListView(lists_, kAlphabetical, QStringLiteral("Current list, alphabetical"), this);
-    cmdListEdit = MakeButton("cmdListEdit_0", QStringLiteral("Edi&t"), QStringLiteral("Edit selected items"));
-    cmdListDelete =
-        MakeButton("cmdListDelete_0", QStringLiteral("Delete"), QStringLiteral("Delete selected items"));
-    cmdListFind = MakeButton("cmdListFind", QStringLiteral("Searc&h"), QStringLiteral("Search through list"));
-    cmdListSort = MakeButton("cmdListSort", QStringLiteral("S&ort"), QStringLiteral("Change sort order"));
+    cmdListEdit =
+        MakeButton("cmdListEdit_0", QStringLiteral("Edi&t"), QStringLiteral("Edit selected items"), u"edit");
+    cmdListDelete = MakeButton("cmdListDelete_0", QStringLiteral("Delete"),
+                               QStringLiteral("Delete selected items"), u"delete");
+    cmdListFind = MakeButton("cmdListFind", QStringLiteral("Sea&rch"), QStringLiteral("Search through list"),
+                             u"search");
+    cmdListSort =
+        MakeButton("cmdListSort", QStringLiteral("S&ort"), QStringLiteral("Change sort order"), u"sort");
 }
 
 void CurrentListFrame::LayOutControls() {

@@ -1,5 +1,6 @@
 #include "lists/PendingListFrame.h"
 
+#include "core/Icons.h"
 #include "lists/AddressRules.h"
 #include "lists/EntryListView.h"
 #include "lists/ListEditing.h"
@@ -39,10 +40,12 @@ PendingListFrame::PendingListFrame(Session &session, ListStore &lists, ListEditi
     ConnectControls();
 }
 
-QPushButton *PendingListFrame::MakeButton(const char *name, const QString &caption, const QString &toolTip) {
+QPushButton *PendingListFrame::MakeButton(const char *name, const QString &caption, const QString &toolTip,
+                                          QStringView icon) {
     auto *button = new QPushButton(caption, this);
     button->setObjectName(QString::fromLatin1(name));
     button->setToolTip(toolTip);
+    button->setIcon(Icon(icon));
     button->setAutoDefault(false);
     return button;
 }
@@ -64,22 +67,25 @@ void PendingListFrame::CreateControls() {
 }
 
 void PendingListFrame::CreateButtons() {
-    cmdEmailAdd[0] = MakeButton("cmdEmailAdd_0", QStringLiteral("&Add"), QStringLiteral("Add to list"));
+    cmdEmailAdd[0] =
+        MakeButton("cmdEmailAdd_0", QStringLiteral("&Add"), QStringLiteral("Add to list"), u"add");
     cmdEmailAdd[1] =
-        MakeButton("cmdEmailAdd_1", QStringLiteral("Re&move"), QStringLiteral("Remove from list"));
-    cmdEmailValidate =
-        MakeButton("cmdEmailValidate", QStringLiteral("Va&lidate"), QStringLiteral("Validate address"));
+        MakeButton("cmdEmailAdd_1", QStringLiteral("Re&move"), QStringLiteral("Remove from list"), u"remove");
+    cmdEmailValidate = MakeButton("cmdEmailValidate", QStringLiteral("Val&idate"),
+                                  QStringLiteral("Validate address"), u"validate");
     cmdCapture = MakeButton("cmdCapture", QStringLiteral("Cli&pboard"),
-                            QStringLiteral("Capture new e-mail addresses from the clipboard"));
-    cmdAutoAdd = MakeButton("cmdAutoAdd", QStringLiteral("E-mail Acco&unt"),
-                            QStringLiteral("Automatic download of e-mail addresses from a POP3 account"));
+                            QStringLiteral("Capture new e-mail addresses from the clipboard"), u"clipboard");
+    cmdAutoAdd =
+        MakeButton("cmdAutoAdd", QStringLiteral("E-mail Acco&unt"),
+                   QStringLiteral("Automatic download of e-mail addresses from a POP3 account"), u"mailbox");
     cmdCapturesAdd = MakeButton("cmdCapturesAdd", QStringLiteral("<<< Process Pendin&g List"),
-                                QStringLiteral("Add to current list and clear pending"));
-    cmdListEdit = MakeButton("cmdListEdit_1", QStringLiteral("&Edit"), QStringLiteral("Edit selected items"));
-    cmdListDelete =
-        MakeButton("cmdListDelete_1", QStringLiteral("Delete"), QStringLiteral("Delete selected items"));
+                                QStringLiteral("Add to current list and clear pending"), u"");
+    cmdListEdit =
+        MakeButton("cmdListEdit_1", QStringLiteral("&Edit"), QStringLiteral("Edit selected items"), u"edit");
+    cmdListDelete = MakeButton("cmdListDelete_1", QStringLiteral("Delete"),
+                               QStringLiteral("Delete selected items"), u"delete");
     cmdListSwap = MakeButton("cmdListSwap", QStringLiteral("+/-"),
-                             QStringLiteral("Reverse +/- status of selected addresses"));
+                             QStringLiteral("Reverse +/- status of selected addresses"), u"swap");
     cmdListSwap->setAccessibleName(QStringLiteral("Reverse sign"));
 }
 

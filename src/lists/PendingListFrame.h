@@ -46,7 +46,9 @@ private:
     void CreateButtons();
     void LayOutControls();
     void ConnectControls();
-    QPushButton *MakeButton(const char *name, const QString &caption, const QString &toolTip);
+    // `icon` is empty for none: the caption of cmdCapturesAdd has arrows of its own.
+    QPushButton *MakeButton(const char *name, const QString &caption, const QString &toolTip,
+                            QStringView icon);
 
     void cmdEmailAdd_Click(int index);
     void txtAddEmail_Change();
