@@ -1,0 +1,218 @@
+// Every window can be worked without a mouse and read to somebody who does not see it.
+
+#include "app/EveryWindow.h"
+
+#include <QAbstractButton>
+#include <QAccessible>
+#include <QApplication>
+#include <QGroupBox>
+#include <QKeySequence>
+#include <QLabel>
+#include <QMenu>
+#include <QMenuBar>
+#include <QtTest>
+#include <gtest/gtest.h>
+
+namespace varlo::test {
+namespace {
+
+using testing::ValuesIn;
+
+bool TakesTab(const QWidget *control) {
+    return control->isVisible() && control->isEnabled() && (control->focusPolicy() & Qt::TabFocus) &&
+           !control->focusProxy();
+}
+
+class AccessibilityTest : public testing::TestWithParam<std::string> {
+protected:
+    AccessibilityTest() { window.Show(); }
+
+    QStringList Names(const QSet<QWidget *> &controls) const {
+        QStringList names;
+        for (const QWidget *control : controls)
+            names << control->objectName();
+        names.sort();
+        return names;
+    }
+    QSet<QWidget *> TabStops() const {
+        QSet<QWidget *> stops;
+        for (QWidget *control : window.Visible<QWidget>())
+            if (TakesTab(control))
+                stops << control;
+        return stops;
+    }
+    // The controls that get the focus when the key is pressed again and again.
+    QSet<QWidget *> Walk(QWidget *start, Qt::Key key, Qt::KeyboardModifiers modifiers) const {
+        QSet<QWidget *> reached;
+        start->setFocus();
+        for (QWidget *now = start; now && !reached.contains(now); now = window->focusWidget()) {
+            reached << now;
+            QTest::keyClick(now, key, modifiers);
+        }
+        return reached;
+    }
+
+    OpenWindow window{GetParam()};
+};
+
+// What a screen reader says of the control besides its contents.
+QString SpokenName(QWidget *control) {
+    QAccessibleInterface *spoken = QAccessible::queryAccessibleInterface(control);
+    if (!spoken)
+        return {};
+    // A drop-down list names its current entry; what it is for stands in its own name or in its label.
+    if (control->accessibleName().isEmpty())
+        for (const auto &[other, relation] : spoken->relations(QAccessible::Label))
+            return other->text(QAccessible::Name);
+    if (qobject_cast<QComboBox *>(control))
+        return control->accessibleName();
+    return spoken->text(QAccessible::Name);
+}
+
+TEST_P(AccessibilityTest, EveryControlThatTakesTheFocusHasAName) {
+    QStringList nameless;
+    for (QWidget *control : TabStops())
+        if (SpokenName(control).trimmed().isEmpty())
+            nameless << control->objectName() + u' ' +
+                            QString::fromLatin1(control->metaObject()->className());
+    EXPECT_EQ(nameless, QStringList());
+    EXPECT_FALSE(TabStops().isEmpty());
+}
+
+TEST_P(AccessibilityTest, TabReachesEveryControl) {
+    QWidget *start = window->focusWidget();
+    ASSERT_TRUE(start) << "the focus is somewhere when the window opens";
+    const QSet<QWidget *> forth = Walk(start, Qt::Key_Tab, Qt::NoModifier);
+    // Tab types a tab in the message; Shift+Tab leaves it.
+    const QSet<QWidget *> back = Walk(start, Qt::Key_Backtab, Qt::ShiftModifier);
+    EXPECT_EQ(Names(TabStops() - forth - back), QStringList());
+}
+
+// The letters that work with Alt, each with what it stands for.
+QMultiMap<QString, QString> Mnemonics(const OpenWindow &window) {
+    QMultiMap<QString, QString> found;
+    const auto note = [&found](const QString &text) {
+        const QKeySequence key = QKeySequence::mnemonic(text);
+        if (!key.isEmpty())
+            found.insert(key.toString(), text);
+    };
+    for (const QAbstractButton *button : window.Visible<QAbstractButton>())
+        note(button->text());
+    for (const QLabel *label : window.Visible<QLabel>())
+        if (label->buddy())
+            note(label->text());
+    for (const QGroupBox *frame : window.Visible<QGroupBox>())
+        note(frame->title());
+    for (const QMenuBar *bar : window.Visible<QMenuBar>())
+        for (const QAction *menu : bar->actions())
+            note(menu->text());
+    return found;
+}
+
+QStringList Twice(const QMultiMap<QString, QString> &mnemonics) {
+    QStringList twice;
+    for (const QString &key : mnemonics.uniqueKeys())
+        if (mnemonics.count(key) > 1)
+            twice << key + QStringLiteral(": ") +
+                         QStringList(mnemonics.values(key)).join(QStringLiteral(", "));
+    return twice;
+}
+
+TEST_P(AccessibilityTest, NoLetterStandsForTwoThings) {
+    QStringList expected;
+    if (GetParam() == "frmCompose") // wanted: the captions are given; Alt+E goes from one menu to the other
+        expected << QStringLiteral("Alt+E: &Edit, M&essage");
+    EXPECT_EQ(Twice(Mnemonics(window)), expected);
+}
+
+TEST_P(AccessibilityTest, NoLetterStandsForTwoEntriesOfAMenu) {
+    for (const QMenu *menu : window->findChildren<QMenu *>()) {
+        QMultiMap<QString, QString> letters;
+        for (const QAction *entry : menu->actions())
+            if (const QKeySequence key = QKeySequence::mnemonic(entry->text()); !key.isEmpty())
+                letters.insert(key.toString(), entry->text());
+        EXPECT_EQ(Twice(letters), QStringList()) << menu->objectName().toStdString();
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Windows, AccessibilityTest, ValuesIn(WindowNames()),
+                         [](const auto &look) { return look.param; });
+
+using ToolTips = QMap<QString, QString>;
+
+// The tooltips of a window; those of the status lines follow their text.
+ToolTips ToolTipsOf(const char *name) {
+    const OpenWindow window(name);
+    window.Show();
+    ToolTips tips;
+    for (const QWidget *control : window.Visible<QWidget>())
+        if (!control->toolTip().isEmpty() && !control->objectName().startsWith(QStringLiteral("lblStatus")))
+            tips[control->objectName()] = control->toolTip();
+    return tips;
+}
+
+ToolTips Table(std::initializer_list<std::pair<const char *, const char *>> rows) {
+    ToolTips tips;
+    for (const auto &[name, tip] : rows)
+        tips[QString::fromLatin1(name)] = QString::fromLatin1(tip);
+    return tips;
+}
+
+TEST(ToolTipsTest, OfTheMainWindow) {
+    EXPECT_EQ(ToolTipsOf("frmMain"),
+              Table({{"cmbMList", "The mailing list that is open"},
+                     {"cmdFileNew", "Create new mailing list"},
+                     {"cmdFileRename", "Rename current list"},
+                     {"cmdFileDelete", "Delete current list"},
+                     {"cmdFileSave", "Save current list"},
+                     {"cmdListEdit_0", "Edit selected items"},
+                     {"cmdListEdit_1", "Edit selected items"},
+                     {"cmdListDelete_0", "Delete selected items"},
+                     {"cmdListDelete_1", "Delete selected items"},
+                     {"cmdListFind", "Search through list"},
+                     {"cmdListSort", "Change sort order"},
+                     {"cmdListSwap", "Reverse +/- status of selected addresses"},
+                     {"txtAddEmail", "Enter e-mail addresses here"},
+                     {"cmdEmailAdd_0", "Add to list"},
+                     {"cmdEmailAdd_1", "Remove from list"},
+                     {"cmdEmailValidate", "Validate address"},
+                     {"cmdCapture", "Capture new e-mail addresses from the clipboard"},
+                     {"cmdAutoAdd", "Automatic download of e-mail addresses from a POP3 account"},
+                     {"cmdCapturesAdd", "Add to current list and clear pending"},
+                     {"chkInstantAdd", "Check to automatically process the pending list"}}));
+}
+
+TEST(ToolTipsTest, OfTheProfileManager) {
+    EXPECT_EQ(ToolTipsOf("frmProfile"),
+              Table({{"cmdProfileNew", "Create new profile"},
+                     {"cmdProfileRename", "Rename profile"},
+                     {"cmdProfileDelete", "Delete profile"},
+                     {"chkAutoStart", "Check this box to skip the profile manager at startup"}}));
+}
+
+TEST(ToolTipsTest, OfThePreferences) {
+    ToolTips all;
+    for (const char *page : {"frmOptions_0", "frmOptions_1", "frmOptions_2", "frmOptions_3", "frmOptions_4"})
+        all.insert(ToolTipsOf(page));
+    EXPECT_EQ(all, Table({{"chkNotify", "Check this box to notify subscribers/unsubscribers via e-mail"},
+                          {"chkLogStatus", "Log Varlo Pro events to text files"},
+                          {"chkLogEmails", "Save all sent messages to text files"},
+                          {"cmdLogGo", "Activate the selected maintenance function"},
+                          {"txtSMTPServer", "Your SMTP server"},
+                          {"txtSMTPPort", "Your SMTP server"},
+                          {"txtSMTPFrom", "Your name as it will appear on sent messages"},
+                          {"txtSMTPEmail", "Your e-mail address as it will appear on sent messages"},
+                          {"cmdWrapDefault", "Set default wrap column"},
+                          {"txtPOPServer", "Your POP3 server"},
+                          {"txtPOPPort", "Your SMTP server"},
+                          {"txtPOPUsername", "Your POP3 account username"},
+                          {"txtPOPPassword", "Your POP3 account password"},
+                          {"chkPOPDeleteAll",
+                           "Check this box to delete all non-mailing list related messages on the server"},
+                          {"chkSignatureOn", "Check this box to automatically add your signature to e-mails"},
+                          {"cmdOK", "Save and exit options"},
+                          {"cmdCancel", "Exit options without saving"}}));
+}
+
+} // namespace
+} // namespace varlo::test

@@ -1,0 +1,99 @@
+#include "app/EveryWindow.h"
+
+#include "app/frmAbout.h"
+#include "app/frmConsole.h"
+#include "app/frmMain.h"
+#include "app/frmProfile.h"
+#include "compose/frmAttach.h"
+#include "compose/frmCompRecip.h"
+#include "compose/frmCompose.h"
+#include "prefs/frmOptions.h"
+
+#include <QLineEdit>
+#include <QListView>
+#include <QListWidget>
+#include <QPushButton>
+#include <QtTest>
+#include <gtest/gtest.h>
+
+namespace varlo::test {
+
+OpenWindow::OpenWindow(const std::string &name) {
+    profile_.Write(QStringLiteral("lists/Members.vlo"), "jo@example.org\r\n");
+    profile_.Write(QStringLiteral("lists/News.vlo"), "ann@example.org\r\nbob@example.org\r\n");
+    profile_.Write(QStringLiteral("prefs.ini"), "[Main]\r\nListCurrent=1\r\n");
+    window_ = Make(name);
+}
+
+OpenWindow::~OpenWindow() {
+    profile_.session.AppExiting = true; // nothing is asked any more
+    window_.reset();
+}
+
+void OpenWindow::Show() const {
+    window_->show();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(window_.get()));
+}
+
+std::unique_ptr<QWidget> OpenWindow::Make(const std::string &name) {
+    if (name == "frmMain")
+        return MakeMain();
+    if (name == "frmProfile")
+        return std::make_unique<frmProfile>(profile_.session, QStringList());
+    if (name == "frmConsole")
+        return std::make_unique<frmConsole>(profile_.session);
+    if (name == "frmAbout")
+        return std::make_unique<frmAbout>(profile_.session);
+    if (name == "frmCompose")
+        return MakeCompose();
+    if (name == "frmCompRecip")
+        return std::make_unique<frmCompRecip>(host_.ListNames());
+    if (name == "frmAttach")
+        return MakeAttach();
+    return MakeOptions(name.back() - '0');
+}
+
+std::unique_ptr<QWidget> OpenWindow::MakeMain() {
+    auto window = std::make_unique<frmMain>(profile_.session);
+    window->Form_Load();
+    auto *typed = window->findChild<QLineEdit *>(QStringLiteral("txtAddEmail"));
+    typed->setText(QStringLiteral("new@example.org"));
+    window->findChild<QPushButton *>(QStringLiteral("cmdEmailAdd_0"))->click();
+    typed->setText(QStringLiteral("next@example.org"));
+    for (const char *list : {"lstEmailList_1", "lstEmailList_2"}) {
+        auto *view = window->findChild<QListView *>(QString::fromLatin1(list));
+        QTest::mouseClick(view->viewport(), Qt::LeftButton, {},
+                          view->visualRect(view->model()->index(0, 0)).center());
+    }
+    return window;
+}
+
+std::unique_ptr<QWidget> OpenWindow::MakeOptions(int page) {
+    auto window = std::make_unique<frmOptions>(profile_.session);
+    window->findChild<QListWidget *>(QStringLiteral("lstOptions"))->setCurrentRow(page);
+    return window;
+}
+
+std::unique_ptr<QWidget> OpenWindow::MakeCompose() {
+    auto window = std::make_unique<frmCompose>(profile_.session, host_);
+    window->findChild<QWidget *>(QStringLiteral("picAttachments"))->show();
+    window->findChild<QWidget *>(QStringLiteral("prgSending"))->show();
+    return window;
+}
+
+std::unique_ptr<QWidget> OpenWindow::MakeAttach() {
+    profile_.session.Attachments = QStringList{profile_.Path(QStringLiteral("prefs.ini"))};
+    auto window = std::make_unique<frmAttach>(profile_.session);
+    window->findChild<QListWidget *>(QStringLiteral("lstAttachments"))->setCurrentRow(0);
+    return window;
+}
+
+std::vector<std::string> WindowNames() {
+    std::vector<std::string> names{"frmMain",    "frmProfile",   "frmConsole", "frmAbout",
+                                   "frmCompose", "frmCompRecip", "frmAttach"};
+    for (int page = 0; page < 5; ++page)
+        names.push_back("frmOptions_" + std::to_string(page));
+    return names;
+}
+
+} // namespace varlo::test
