@@ -116,11 +116,9 @@ void Take(QWidget &window, const QString &path, int above) {
 } // namespace
 
 void UseDarkColours() {
-    QPalette dark;
-    dark.setColor(QPalette::Window, QColor(45, 45, 45));
+    QPalette dark(QColor(60, 60, 60), QColor(45, 45, 45)); // its edges and shadows come from these two
     dark.setColor(QPalette::Base, QColor(30, 30, 30));
     dark.setColor(QPalette::AlternateBase, QColor(38, 38, 38));
-    dark.setColor(QPalette::Button, QColor(60, 60, 60));
     for (QPalette::ColorRole role :
          {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::BrightText})
         dark.setColor(role, QColor(230, 230, 230));
