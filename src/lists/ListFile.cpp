@@ -21,13 +21,17 @@ QString Path(const Session &session, const QString &name) {
 }
 
 QStringList Names(const Session &session) {
-    QStringList names =
-        QDir(session.ProfileFile(kFolder))
-            .entryList({u'*' + kExtension}, QDir::Files | QDir::Hidden, QDir::Name | QDir::IgnoreCase);
+    QStringList names = QDir(session.ProfileFile(kFolder))
+                            .entryList({u'*' + kExtension}, QDir::Files | QDir::Hidden, QDir::Unsorted);
     for (QString &name : names)
         name.chop(kExtension.size());
     // Where the file system tells letter case apart, "NEWS.VLO" is not the file of a list "NEWS".
     names.removeIf([&](const QString &name) { return !PathExists(Path(session, name)); });
+    // A list is remembered by its position: names that differ in letter case only need an order, too.
+    std::sort(names.begin(), names.end(), [](const QString &a, const QString &b) {
+        const int order = a.compare(b, Qt::CaseInsensitive);
+        return order == 0 ? a < b : order < 0;
+    });
     return names;
 }
 

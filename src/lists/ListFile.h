@@ -8,7 +8,7 @@ namespace varlo::ListFile {
 // The file of the list `name`.
 QString Path(const Session &session, const QString &name);
 
-// The names of all lists, sorted without regard to letter case.
+// The names of all lists, sorted without regard to letter case, ties by code point.
 QStringList Names(const Session &session);
 
 // The lines as they stand, empty ones included. Throws RuntimeError (53, 70, 57).

@@ -43,6 +43,15 @@ TEST_F(ListFileTest, NamesAreSortedWithoutRegardToCaseAndShowNoExtension) {
                            QStringLiteral("Über uns")}));
 }
 
+// A list is remembered by its position.
+TEST_F(ListFileTest, NamesThatDifferInCaseOrBeginAlikeHaveOneOrder) {
+    for (const char *name : {"news", "NEWS", "News", "news-old", "news 2", "neWs"})
+        WriteListFile(QString::fromLatin1(name), {});
+    EXPECT_EQ(ListFile::Names(session),
+              (QStringList{QStringLiteral("NEWS"), QStringLiteral("News"), QStringLiteral("neWs"),
+                           QStringLiteral("news"), QStringLiteral("news 2"), QStringLiteral("news-old")}));
+}
+
 TEST_F(ListFileTest, OnlyListFilesAreNamed) {
     for (const char *file :
          {"lists/news.vlo", "lists/news.vlo.bak", "lists/news.txt", "lists/vlo", "lists/.later.vlo"})

@@ -94,15 +94,18 @@ QString NaiveLists::AnswerText(const QString &text) {
 }
 
 QString NaiveLists::RandomAddress() {
-    static const QStringList kAddresses =
-        Words("aa@x.test AA@x.test bb@x.test Bb@x.test cc@x.test dd@x.test jörg@x.test JÖRG@x.test zz@x.test "
-              "ee@x.test ff@x.test nobody a@b..c <b>@x.test");
-    return kAddresses[RandomBelow(random_, static_cast<int>(kAddresses.size()))];
+    static const QStringList kOthers = Words("jörg@x.test JÖRG@x.test nobody a@b..c <b>@x.test");
+    if (RandomBelow(random_, 5) == 0)
+        return kOthers[RandomBelow(random_, static_cast<int>(kOthers.size()))];
+    const QChar first(u'a' + RandomBelow(random_, 26));
+    return (RandomBelow(random_, 2) == 0 ? first : first.toUpper()) + QStringLiteral("b@x.test");
 }
 
 QString NaiveLists::RandomName() {
-    static const QStringList kNames{QStringLiteral("news"), QStringLiteral("Über uns"), QStringLiteral("a b"),
-                                    QStringLiteral("other"), QString()};
+    static const QStringList kNames{
+        QStringLiteral("news"),  QStringLiteral("Über uns"), QStringLiteral("a b"),
+        QStringLiteral("other"), QStringLiteral("News"),     QStringLiteral(" x "),
+        QStringLiteral("(b)"),   QStringLiteral("z"),        QString()};
     return kNames[RandomBelow(random_, static_cast<int>(kNames.size()))];
 }
 

@@ -163,8 +163,6 @@ QString PropertyTest::ChangeFiles() {
         Press("cmdFileRename");
         return QStringLiteral("rename");
     case 4:
-        if (!Chance(3))
-            return QStringLiteral("nothing");
         naive.Remove();
         Press("cmdFileDelete");
         return QStringLiteral("remove");
@@ -197,13 +195,13 @@ QString PropertyTest::Step() {
 
 // Lists that have grown long are emptied, so that entries meet each other often.
 void PropertyTest::KeepSmall() {
-    if (naive.Pending.Entries.size() > 40) {
+    if (naive.Pending.Entries.size() > 25) {
         naive.Pending.SelectAll();
         naive.Delete(true);
         editing.SelectAll(kPending);
         editing.DeleteSelected(kPending);
     }
-    if (naive.Visible().Entries.size() > 40) {
+    if (naive.Visible().Entries.size() > 25) {
         naive.Visible().SelectAll();
         naive.Delete(false);
         editing.SelectAll(lists.VisibleBox());
