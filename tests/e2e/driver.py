@@ -177,6 +177,10 @@ class Program:
         """A picture of a window or control."""
         self.ask("grab", name=name, window=window, file=str(file))
 
+    def grab_box(self, file):
+        """A picture of the open box."""
+        self.ask("grab", file=str(file))
+
     # Doing
 
     def click(self, name, button=None, double=None, window=None):

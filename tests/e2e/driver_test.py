@@ -160,6 +160,16 @@ class DriverTest(unittest.TestCase):
             with self.assertRaises(Refused):
                 self.ui.grab("frmSample", pathlib.Path(folder) / "none" / "sample.png")
 
+    def test_takes_pictures_of_boxes(self):
+        with tempfile.TemporaryDirectory() as folder:
+            picture = pathlib.Path(folder) / "box.png"
+            with self.assertRaises(Refused):
+                self.ui.grab_box(picture)
+            self.ui.click("cmdInput")
+            self.ui.grab_box(picture)
+            self.assertEqual(picture.read_bytes()[:8], b"\x89PNG\r\n\x1a\n")
+            self.ui.answer("Cancel")
+
     def test_sees_the_end(self):
         self.ui.close("frmSample")
         self.assertEqual(self.ui.wait_end(), 0)

@@ -22,9 +22,11 @@ QWidget *Named(const QJsonObject &command) {
     return FindWidget(Text(command, "name"), Text(command, "window"));
 }
 
+// Without a name: the open box.
 QJsonValue Grab(const QJsonObject &command) {
     const QString file = Text(command, "file");
-    if (!Named(command)->grab().save(file))
+    QWidget *widget = command.contains(QLatin1String("name")) ? Named(command) : ModalBox();
+    if (!widget->grab().save(file))
         throw Refusal{QStringLiteral("no picture could be written to ") + file};
     return true;
 }
