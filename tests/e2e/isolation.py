@@ -7,6 +7,7 @@ when ctest kills it for taking too long.
 
 import os
 import shutil
+import signal
 import subprocess
 import sys
 import traceback
@@ -28,7 +29,8 @@ def _namespaces():
     return ["unshare", "--net", "--pid", "--fork", "--kill-child", "--mount-proc"]
 
 
-def _why_not():
+def why_not():
+    """What is missing for the namespaces; None when nothing is."""
     if not sys.platform.startswith("linux"):
         return "network namespaces are a thing of Linux"
     if os.geteuid() != 0:
@@ -47,6 +49,7 @@ def _as_init(test):
     child = os.fork()
     if child == 0:
         os._exit(_outcome(test))
+    signal.signal(signal.SIGINT, signal.SIG_IGN)  # Ctrl+C is for the child, which then ends in order
     while True:
         pid, status = os.wait()
         if pid == child:
@@ -76,7 +79,7 @@ def run(test):
     if os.environ.get(INSIDE):
         subprocess.run(["ip", "link", "set", "lo", "up"], check=True)
         _as_init(test)
-    reason = _why_not()
+    reason = why_not()
     if reason:
         skip(reason)
     os.environ[INSIDE] = "1"
