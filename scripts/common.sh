@@ -20,6 +20,9 @@ test_packages=(
     xvfb xauth fonts-dejavu-core
     desktop-file-utils appstream man-db dpkg-dev file
 )
+# shellcheck disable=SC2034
+# Needed to show the demonstration besides.
+demo_packages=(python3 iproute2 postfix dovecot-pop3d fonts-dejavu-core)
 # The commands by which another distribution is judged, where packages have other names.
 needed_commands=(c++ cmake ninja)
 
