@@ -1,0 +1,63 @@
+#!/usr/bin/env python3
+"""Compares the start of the program, with the longest list there can be, with that of a bare Qt window that holds an
+empty list box: seconds from the start of the process until the window is painted and the event loop has nothing to do,
+and the memory resident then. Both are watched by the same small library, taking turns. Needs no root.
+
+    bench/start_up.py [ROUNDS] [PLATFORM]    the platform is "offscreen"; "xcb" needs a display: xvfb-run -a
+"""
+
+import os
+import pathlib
+import subprocess
+import sys
+import tempfile
+import time
+
+from whole_program import BUILD, report
+
+from application import Application
+from mailhost import wait_until
+
+ENTRIES = 32767
+MEGABYTE = 1 << 20
+
+
+def start(command, platform, cwd):
+    """Milliseconds until it stands ready, peak and resident megabytes then."""
+    with tempfile.NamedTemporaryFile(prefix="varlo-shown-") as told:
+        path = pathlib.Path(told.name)
+        environment = {**os.environ, "QT_QPA_PLATFORM": platform, "LD_PRELOAD": str(BUILD / "bench/libshown_probe.so"),
+                       "SHOWN_PROBE": told.name}
+        begun = time.monotonic_ns()
+        process = subprocess.Popen([command], env=environment, cwd=cwd, stderr=subprocess.DEVNULL)
+        try:
+            wait_until(lambda: path.read_text().endswith("\n"), 60, f"window of {command}")
+        finally:
+            process.kill()
+            process.wait()
+        shown, peak, resident = map(int, path.read_text().split())
+    return (shown - begun) / 1e6, peak * 1024 / MEGABYTE, resident * 1024 / MEGABYTE
+
+
+def start_program(app, platform):
+    figures = start(app.folder / "varlo-pro", platform, app.folder)
+    assert app.status_log()[-1] == "Loaded [News]", app.status_log()[-1]
+    return figures
+
+
+def main():
+    rounds = int(sys.argv[1]) if len(sys.argv) > 1 else 9
+    platform = sys.argv[2] if len(sys.argv) > 2 else "offscreen"
+    seen = []
+    with Application({"News": [f"subscriber{i}@example.org" for i in range(ENTRIES)]}) as app:
+        for _ in range(rounds + 1):
+            seen.append([*start_program(app, platform), *start(BUILD / "bench/bare_window", platform, app.folder)])
+    seen.pop(0)  # the first one read the libraries from the disk
+    names = [f"{who} {what}" for who in ("program", "bare") for what in ("ms", "peak MB", "resident MB")]
+    ours, our_peak, ours_resident, bare, bare_peak, bare_resident = report(names, seen, digits=1)
+    print(f"program to bare window ({platform}): time {ours / bare:.2f}, peak memory {our_peak / bare_peak:.2f}, "
+          f"resident memory {ours_resident / bare_resident:.2f}")
+
+
+if __name__ == "__main__":
+    main()
