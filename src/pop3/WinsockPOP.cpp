@@ -50,8 +50,10 @@ void WinsockPOP::Connect(const QString &host, quint16 port) {
 }
 
 void WinsockPOP::SendData(const QByteArray &data) {
-    if (socket_.state() == QAbstractSocket::ConnectedState)
-        socket_.write(data); // what goes wrong later arrives as Error
+    if (socket_.state() != QAbstractSocket::ConnectedState)
+        return;
+    socket_.write(data); // what goes wrong later arrives as Error
+    socket_.flush();     // the server works while the caller writes its log
 }
 
 void WinsockPOP::Close() {
