@@ -34,6 +34,8 @@ def show(program, folder):
         sys.exit((guide if has_display() else drive)(Place(program, folder)))
     except isolation.Skip as missing:
         fail(f"The demonstration cannot run here: {missing}")
+    except KeyboardInterrupt:
+        fail("The demonstration was stopped.")
 
 
 def main(program, folder):

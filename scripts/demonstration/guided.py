@@ -57,15 +57,18 @@ def _refill(world, turns):
 
 
 def _watch(place, world, program):
+    """Until the program ends; its exit code."""
     turns = itertools.count(1)
     try:
         while program.poll() is None:
             _tell_arrivals(place, world)
             _refill(world, turns)
             time.sleep(PAUSE)
-    except KeyboardInterrupt:  # Ctrl+C is the program's end, too
+    except KeyboardInterrupt:  # Ctrl+C is the program's end, too, and a good one
         program.terminate()
-    return program.wait()
+        program.wait()
+        return 0
+    return program.returncode
 
 
 def _tell_end(place, world):
@@ -89,5 +92,6 @@ def guide(place):
         _tell_end(place, world)
     place.hand_over()
     if code != 0:
-        print(f"The program ended with the code {code}.")
+        print(f"The program ended with the code {code}. If it found no display: with DISPLAY and WAYLAND_DISPLAY empty "
+              "the demonstration runs by itself.")
     return 0 if code == 0 else 1
