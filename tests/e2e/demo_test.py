@@ -3,6 +3,8 @@
 import os
 import pathlib
 import re
+import signal
+import socket
 import struct
 import subprocess
 import sys
@@ -13,7 +15,7 @@ import zlib
 import isolation
 import picture
 from application import executable
-from mailhost import need
+from mailhost import need, wait_until
 
 TOP = pathlib.Path(__file__).resolve().parents[2]
 DEMONSTRATION = TOP / "scripts" / "demonstration" / "demonstration.py"
@@ -23,11 +25,80 @@ PICTURES = ["01-started.png", "02-requests-fetched.png", "03-console.png", "04-r
 NOT_PASSED_ON = (isolation.INSIDE, "DISPLAY", "WAYLAND_DISPLAY", "VARLO_DEMO_OPERATOR")
 
 
+def start(folder, **environment):
+    """Starts the demonstration, which makes namespaces of its own."""
+    kept = {name: value for name, value in os.environ.items() if name not in NOT_PASSED_ON}
+    return subprocess.Popen([sys.executable, str(DEMONSTRATION), str(executable()), str(folder)],
+                            env={**kept, **environment}, stdout=subprocess.PIPE, stderr=subprocess.PIPE,
+                            start_new_session=True, text=True, encoding="utf-8")
+
+
 def demonstrate(folder):
-    """Runs the demonstration, which makes namespaces of its own; its outcome."""
-    environment = {name: value for name, value in os.environ.items() if name not in NOT_PASSED_ON}
-    return subprocess.run([sys.executable, str(DEMONSTRATION), str(executable()), str(folder)], env=environment,
-                          capture_output=True, text=True, encoding="utf-8", check=False)
+    """Runs the demonstration without a display; its outcome."""
+    process = start(folder)
+    output, errors = process.communicate()
+    return subprocess.CompletedProcess(process.args, process.returncode, output, errors)
+
+
+def running(program):
+    """The folder below /proc of the process that runs this file; None when there is none."""
+    for process in pathlib.Path("/proc").glob("[0-9]*"):
+        try:
+            if (process / "exe").resolve(strict=True) == program:
+                return process
+        except OSError:
+            pass  # it ended meanwhile
+    return None
+
+
+class GuidedTest(unittest.TestCase):
+    def test_with_a_display_the_ordinary_program_runs_until_it_is_stopped(self):
+        signal.signal(signal.SIGINT, signal.default_int_handler)  # a background job ignores it
+        with tempfile.TemporaryDirectory() as temporary:
+            folder = pathlib.Path(temporary).resolve() / "demo"
+            with start(folder, DISPLAY=":0", QT_QPA_PLATFORM="offscreen") as process:
+                found = wait_until(lambda: running(folder / "program" / "varlo-pro"), 60, "running program")
+                log = folder / "program/profiles/Garden club/logs/StatusLog.txt"
+                wait_until(lambda: log.exists() and "Loaded [Newsletter]" in log.read_text(), 60, "opened list")
+                self.assertNotIn(b"LD_PRELOAD", (found / "environ").read_bytes())
+                os.killpg(process.pid, signal.SIGINT)  # Ctrl+C
+                output, errors = process.communicate(timeout=60)
+            self.assertEqual((process.returncode, "Traceback" in errors), (0, False), output + errors)
+        self.assertIn("9 letters lie in the mailbox requests@garden.example", output)
+        self.assertIn("The demonstration has ended. Messages that arrived: 0", output)
+
+
+class DisplayTest(unittest.TestCase):
+    BRING_IN = ("import sys; sys.path.insert(0, sys.argv[1]); import display; "
+                "print(display.bring_in(sys.argv[2]), flush=True); sys.stdin.read()")
+
+    def bring_in(self, name):
+        """A process that brings in the display of that name and ends with its input; what it says is the DISPLAY."""
+        return subprocess.Popen([sys.executable, "-c", self.BRING_IN, str(DEMONSTRATION.parent), name],
+                                stdin=subprocess.PIPE, stdout=subprocess.PIPE, text=True)
+
+    def test_a_display_of_this_machine_stays_as_it_is(self):
+        for name in (":0", ":10.1", "unix:0", "/tmp/launch/display:0"):
+            with self.bring_in(name) as process:
+                self.assertEqual(process.communicate()[0].strip(), name)
+
+    def test_a_display_on_the_network_is_reached_through_the_file_system(self):
+        with socket.create_server(("127.0.0.1", 0)) as server:
+            number = server.getsockname()[1] - 6000
+            path = pathlib.Path(f"/tmp/.X11-unix/X{number}")
+            with self.bring_in(f"127.0.0.1:{number}.2") as process:
+                self.assertEqual(process.stdout.readline().strip(), f":{number}.2")
+                with socket.socket(socket.AF_UNIX) as client:
+                    client.connect(str(path))
+                    display, _ = server.accept()
+                    with display:
+                        client.sendall(b"a request")
+                        self.assertEqual(display.recv(100), b"a request")
+                        display.sendall(b"a reply")
+                        self.assertEqual(client.recv(100), b"a reply")
+                    self.assertEqual(client.recv(100), b"", "the display's end is passed on")
+                process.stdin.close()
+            wait_until(lambda: not path.exists(), 20, "end of the socket with the demonstration")
 
 
 class DemonstrationTest(unittest.TestCase):
