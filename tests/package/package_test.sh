@@ -54,14 +54,15 @@ check_tree() {
     diff -r "$build/help" "$prefix/share/varlo-pro/help" || fail "the pages of the help are not those that were built"
     cmp "$prefix/share/varlo-pro/Read Me.html" "$build/Read Me.html" || fail "the read-me page is not the one that was built"
     [ -x "$prefix/bin/varlo-pro" ] || fail "the program cannot be executed"
-    # shellcheck disable=SC2016
     find "$prefix" -perm /022 ! -type l | grep . && fail "others may write to these"
     return 0
 }
 
 the_package() {
     local packages=("$deb_folder"/varlo-pro_*.deb)
-    [ ${#packages[@]} -eq 1 ] && [ -f "${packages[0]}" ] || fail "there is not one package in $deb_folder"
+    if [ ${#packages[@]} -ne 1 ] || [ ! -f "${packages[0]}" ]; then
+        fail "there is not one package in $deb_folder"
+    fi
     echo "${packages[0]}"
 }
 
@@ -103,7 +104,7 @@ user_environment() {
     local home=$1
     environment=(env -i PATH=/usr/bin:/bin LC_ALL=C.UTF-8 QT_QPA_PLATFORM=offscreen HOME="$home"
         XDG_DATA_HOME="$home/data" XDG_CACHE_HOME="$home/cache" XDG_CONFIG_HOME="$home/config" XDG_RUNTIME_DIR="$home/run")
-    mkdir -p -m 700 "$home/run"
+    mkdir -p "$home/run" && chmod 700 "$home/run"
 }
 
 empty_dpkg_root() {
@@ -176,6 +177,7 @@ installed_program_writes_to_the_users_folder_only() {
     unshare --mount mount -t overlay overlay -o "lowerdir=$root/usr:/usr" /usr 2>"$work/mount" ||
         skip "no overlay file system can be mounted here: $(cat "$work/mount")"
     # Root could write to its folder if the file system let it: the program must decide by the place.
+    # shellcheck disable=SC2016  # the inner shell has these arguments
     start_in_home "$home" unshare --mount sh -c \
         'mount -t overlay overlay -o "lowerdir=$0/usr:/usr" /usr && exec "$@"' "$root" "${environment[@]}" /usr/bin/varlo-pro
     [ "$(fingerprint "$root")" = "$before" ] || fail "the installed tree has changed"
