@@ -13,7 +13,7 @@ fail() {
     exit 1
 }
 skip() {
-    echo "SKIPPED: $*"
+    echo "SKIPPED: $*" >&2
     exit 77
 }
 need() {
@@ -59,6 +59,7 @@ check_tree() {
 }
 
 the_package() {
+    [ -d "$deb_folder" ] || skip "no package was made"
     local packages=("$deb_folder"/varlo-pro_*.deb)
     if [ ${#packages[@]} -ne 1 ] || [ ! -f "${packages[0]}" ]; then
         fail "there is not one package in $deb_folder"
@@ -148,7 +149,7 @@ package_is_made() {
 
 package_holds_every_file() {
     local package depends field
-    package=$(the_package) || exit
+    package=$(the_package) || exit "$?"
     dpkg-deb --contents "$package" | awk '$2 != "root/root" { print; wrong = 1 } END { exit wrong }' || fail "these do not belong to root"
     dpkg-deb -x "$package" "$work" || fail "the package cannot be unpacked"
     check_tree "$work/usr"
@@ -168,9 +169,10 @@ package_holds_every_file() {
 installed_program_writes_to_the_users_folder_only() {
     need_root
     need unshare mount dpkg
-    local root=$work/root home=$work/home before environment
+    local root=$work/root home=$work/home package before environment
+    package=$(the_package) || exit "$?"
     empty_dpkg_root "$root"
-    dpkg_in "$root" -i "$(the_package)"
+    dpkg_in "$root" -i "$package"
     before=$(fingerprint "$root")
     mkdir -p "$home"
     user_environment "$home"
@@ -184,8 +186,9 @@ installed_program_writes_to_the_users_folder_only() {
 }
 
 unpacked_program_needs_no_root() {
-    local root=$work/root home=$work/home before environment as_user=()
-    dpkg-deb -x "$(the_package)" "$root" || fail "the package cannot be unpacked"
+    local root=$work/root home=$work/home package before environment as_user=()
+    package=$(the_package) || exit "$?"
+    dpkg-deb -x "$package" "$root" || fail "the package cannot be unpacked"
     mkdir -p "$home"
     user_environment "$home"
     if [ "$(id -u)" -eq 0 ]; then
@@ -205,9 +208,10 @@ unpacked_program_needs_no_root() {
 removal_leaves_nothing() {
     need_root
     need dpkg
-    local root=$work/root left
+    local root=$work/root package left
+    package=$(the_package) || exit "$?"
     empty_dpkg_root "$root"
-    dpkg_in "$root" -i "$(the_package)"
+    dpkg_in "$root" -i "$package"
     check_tree "$root/usr"
     dpkg_in "$root" --purge varlo-pro
     left=$(cd "$root" && find . -mindepth 1 ! -path './var*')
