@@ -32,6 +32,8 @@ public:
     int Count() const { return rows_.Size(); }
     QString Entry(int row) const { return rows_.At(row).Text; }
     QStringList Entries() const;
+    // What tells a row from all others, as long as it is on the list, whatever comes and goes before it.
+    quint32 Serial(int row) const { return rows_.At(row).Serial; }
 
     // Replaces all entries. Throws RuntimeError 6 after the first 32,767 of a longer list have been taken.
     void SetEntries(const QStringList &entries);

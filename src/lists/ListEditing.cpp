@@ -3,6 +3,7 @@
 #include "core/Reporting.h"
 #include "lists/AddressRules.h"
 #include "lists/ListStore.h"
+#include "lists/SelectionPause.h"
 
 #include <QCoreApplication>
 
@@ -201,6 +202,7 @@ void ListEditing::PendingToCurrent(Transfer transfer) {
         QStringList entries = lists_.SelectedEntries(kPending);
         for (QString &entry : entries)
             entry.remove(0, 1);
+        const SelectionPause pause(lists_, lists_.VisibleBox());
         lists_.lstEmailList(lists_.VisibleBox()).AddAll(entries);
     });
     if (copied && transfer == Transfer::Move)

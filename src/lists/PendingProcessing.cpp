@@ -5,6 +5,7 @@
 #include "core/WordWrap.h"
 #include "lists/AddressRules.h"
 #include "lists/ListStore.h"
+#include "lists/SelectionPause.h"
 #include "smtp/SMTP.h"
 
 #include <QCoreApplication>
@@ -48,6 +49,8 @@ void PendingProcessing::Run() {
         Q_EMIT RunningChanged(false);
         lists_.UpdateControls();
     });
+    const SelectionPause chronological(lists_, kChronological);
+    const SelectionPause alphabetical(lists_, kAlphabetical);
     Trapped(session_, QStringLiteral("Main.cmdCapturesAdd"), [this] { ProcessAll(); });
 }
 
