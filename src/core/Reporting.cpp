@@ -7,6 +7,8 @@
 #include <QDir>
 #include <QLocale>
 
+#include <utility>
+
 namespace varlo {
 
 namespace {
@@ -26,7 +28,13 @@ QString TimeFormatWithSeconds(const QLocale &locale) {
 QString TimeText(const Session &session) {
     static const QLocale locale = QLocale::system();
     static const QString format = TimeFormatWithSeconds(locale);
-    return locale.toString(session.Now().time(), format);
+    static int shownSecond = -1;
+    static QString text; // a mail check logs some ten thousand lines a second
+    const QTime now = session.Now().time();
+    const int second = now.msecsSinceStartOfDay() / 1000;
+    if (std::exchange(shownSecond, second) != second)
+        text = locale.toString(now, format);
+    return text;
 }
 
 QString DateTimeText(const Session &session) {
@@ -34,10 +42,15 @@ QString DateTimeText(const Session &session) {
 }
 
 void WriteLog(const Session &session, const QString &file, const QString &line) {
-    if (!session.ProfilePath.isEmpty() && PathExists(session.ProfilePath))
-        AppendLine(session.ProfileFile(QStringLiteral("logs"), file), line);
-    else
-        AppendLine(QDir(session.ProfilesFolder()).filePath(file), line);
+    if (!session.ProfilePath.isEmpty()) {
+        try {
+            return AppendLine(session.ProfileFile(QStringLiteral("logs"), file), line);
+        } catch (const RuntimeError &) {
+            if (PathExists(session.ProfilePath))
+                throw;
+        }
+    }
+    AppendLine(QDir(session.ProfilesFolder()).filePath(file), line); // no profile is open, or it is gone
 }
 
 void ShowError(Session &session, const QString &label, const RuntimeError &error) noexcept {

@@ -2,7 +2,21 @@
 
 #include <QDir>
 
+#include <utility>
+
 namespace varlo {
+
+// The system looks for the file of its time zone whenever it is asked for the local time, and every line of a
+// log has one. Clocks are put forward and back at full seconds, so asking once in each is enough.
+QDateTime LocalTime() {
+    static qint64 askedAt = -1;
+    static int offset = 0;
+    const QDateTime utc = QDateTime::currentDateTimeUtc();
+    const qint64 second = utc.toSecsSinceEpoch();
+    if (std::exchange(askedAt, second) != second)
+        offset = utc.toLocalTime().offsetFromUtc();
+    return utc.toOffsetFromUtc(offset);
+}
 
 QString Session::ProfileFile(const QString &folder, const QString &name) const {
     const QString path = QDir(ProfilePath).filePath(folder);

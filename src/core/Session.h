@@ -30,6 +30,9 @@ struct Preferences {
     int ListSortBy = 1;
 };
 
+// The time of day as the operator's clock shows it. User-interface thread only.
+QDateTime LocalTime();
+
 // One object, made by main() and handed on by reference. User-interface thread only.
 struct Session {
     Session(QString programFolder, Dialogs &boxes) : ProgramFolder(std::move(programFolder)), Boxes(boxes) {}
@@ -50,7 +53,7 @@ struct Session {
     Dialogs &Boxes;
     bool AppExiting = false;            // the main window is unloading
     QStringList Attachments{QString()}; // full paths; a single empty element means none
-    std::function<QDateTime()> Now = [] { return QDateTime::currentDateTime(); };
+    std::function<QDateTime()> Now = LocalTime;
 };
 
 } // namespace varlo
