@@ -144,14 +144,15 @@ class OddServerTest(unittest.TestCase):
                 compose(ui, "News", "text")
                 ui.trigger("mnuMessageSend")
                 ui.wait_text("lblStatus", "Sending message 1/1", window="frmCompose")
+                answers = []
                 for _ in range(20):
                     began = time.monotonic()
                     ui.text("lblStatus", window="frmCompose")
-                    self.assertLess(time.monotonic() - began, 0.1)
-                began = time.monotonic()
+                    answers.append(time.monotonic() - began)
+                # A machine that is busy elsewhere may hold up one or two; a window that waits for the server, all.
+                self.assertLess(sorted(answers)[-3], 0.1, answers)
                 ui.close("frmCompose")
-                ui.wait(lambda: "frmCompose" not in ui.window_names(), "closed window", 2)
-                self.assertLess(time.monotonic() - began, 1)
+                ui.wait(lambda: "frmCompose" not in ui.window_names(), "closed window", 5)
                 self.assertEqual(ui.items("lstEmailList_2"), [])
 
     def test_the_program_can_be_left_in_the_middle_of_a_send(self):
