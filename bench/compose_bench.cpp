@@ -6,13 +6,18 @@
 //   WrapEmptyLines    1 MB of CR LF
 //   FindDuplicates    1,000,000 addresses            | FillSet       puts as many into a QSet
 //   FindMixedCase     the same in mixed letter case  | FillLowered   lowers them and puts them into a QSet
+//   FindRepeats       500,000 addresses, each twice | FillSet
 //   LoadRecipients    1,000,000 addresses, 40 lists  | ReadFiles     reads the bytes of the 40 files
-//   SendToAll/0       10,000 recipients, a component that sends nothing, no status log
-//   SendToAll/1       the same with the status log    | AppendLines   appends 10,000 lines to a file
+//   SendToAll/10000/0    10,000 recipients, a component that sends nothing, no status log
+//   SendToAll/10000/1    the same with the status log  | AppendLines   appends 10,000 lines to a file
+//   SendToAll/1000000/0  1,000,000 recipients of whom nobody is there twice | FillSet
+//   RecordUndo        100 states of 1 MB, a character changed in each | CopyStates    keeps a copy of each;
+//                     the counter "copies" is how many whole texts the stored bytes would hold
 
 #include "compose/DuplicateCheck.h"
 #include "compose/Recipients.h"
 #include "compose/SendEngine.h"
+#include "compose/UndoHistory.h"
 #include "core/TextFile.h"
 #include "core/WordWrap.h"
 #include "smtp/SMTP.h"
@@ -135,6 +140,20 @@ void FindDuplicates(benchmark::State &state) {
     Find(state, "subscriber");
 }
 
+void FindRepeats(benchmark::State &state) {
+    QStringList addresses = Addresses(kAddresses / 2, "subscriber");
+    addresses += addresses;
+    for (auto _ : state) {
+        DuplicateCheck check;
+        check.Reserve(addresses.size());
+        for (const QString &address : addresses)
+            benchmark::DoNotOptimize(check.IsNew(address));
+        if (check.Count() != kAddresses / 2)
+            state.SkipWithError("repeats were missed");
+    }
+    state.SetItemsProcessed(state.iterations() * kAddresses);
+}
+
 void FillSet(benchmark::State &state) {
     Fill(state, "subscriber", [](const QString &address) { return address; });
 }
@@ -189,17 +208,17 @@ void ReadFiles(benchmark::State &state) {
 
 void SendToAll(benchmark::State &state) {
     Bench bench;
-    bench.Shared.Prefs.LogStatus = static_cast<int>(state.range(0));
+    bench.Shared.Prefs.LogStatus = static_cast<int>(state.range(1));
     OSSMTP::SMTP smtp;
     SendEngine engine(bench.Shared, smtp, [](const QString &) {});
     ComposedMessage message;
     message.Subject = QStringLiteral("News");
     message.Text = QStringLiteral("Hello.");
-    message.Recipients = Addresses(kRecipients, "subscriber");
+    message.Recipients = Addresses(static_cast<int>(state.range(0)), "subscriber");
     for (auto _ : state)
         if (!engine.Send(message))
             state.SkipWithError("the send failed");
-    state.SetItemsProcessed(state.iterations() * kRecipients);
+    state.SetItemsProcessed(state.iterations() * state.range(0));
 }
 
 void AppendLines(benchmark::State &state) {
@@ -211,6 +230,36 @@ void AppendLines(benchmark::State &state) {
     state.SetItemsProcessed(state.iterations() * kRecipients);
 }
 
+// ---- Undo
+
+// The states of a text of 1 MB that is typed into at a hundred places.
+template<typename Keep> void Type(Keep keep) {
+    QString text = Prose();
+    for (int i = 0; i < UndoHistory::kSlots; ++i) {
+        text[i * (kMegabyte / UndoHistory::kSlots)] = u'#';
+        keep(text);
+    }
+}
+
+void RecordUndo(benchmark::State &state) {
+    qsizetype stored = 0;
+    for (auto _ : state) {
+        UndoHistory history;
+        Type([&](const QString &text) { history.Record(text); });
+        stored = history.StoredBytes();
+    }
+    state.counters["copies"] =
+        static_cast<double>(stored) / static_cast<double>(Prose().size() * qsizetype(sizeof(QChar)));
+}
+
+void CopyStates(benchmark::State &state) {
+    for (auto _ : state) {
+        QStringList states;
+        Type([&](const QString &text) { states << QString(text.constData(), text.size()); });
+        benchmark::DoNotOptimize(states.size());
+    }
+}
+
 BENCHMARK(WrapProse)->Unit(benchmark::kMicrosecond);
 BENCHMARK(WrapLongWord)->Unit(benchmark::kMicrosecond);
 BENCHMARK(WrapBlanks)->Unit(benchmark::kMicrosecond);
@@ -218,12 +267,19 @@ BENCHMARK(WrapEmptyLines)->Unit(benchmark::kMicrosecond);
 BENCHMARK(ScanText)->Unit(benchmark::kMicrosecond);
 BENCHMARK(FindDuplicates)->Unit(benchmark::kMillisecond);
 BENCHMARK(FillSet)->Unit(benchmark::kMillisecond);
+BENCHMARK(FindRepeats)->Unit(benchmark::kMillisecond);
 BENCHMARK(FindMixedCase)->Unit(benchmark::kMillisecond);
 BENCHMARK(FillLowered)->Unit(benchmark::kMillisecond);
 BENCHMARK(LoadRecipients)->Unit(benchmark::kMillisecond);
 BENCHMARK(ReadFiles)->Unit(benchmark::kMillisecond);
-BENCHMARK(SendToAll)->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond);
+BENCHMARK(SendToAll)
+    ->Args({kRecipients, 0})
+    ->Args({kRecipients, 1})
+    ->Args({kAddresses, 0})
+    ->Unit(benchmark::kMillisecond);
 BENCHMARK(AppendLines)->Unit(benchmark::kMillisecond);
+BENCHMARK(RecordUndo)->Unit(benchmark::kMillisecond);
+BENCHMARK(CopyStates)->Unit(benchmark::kMillisecond);
 
 } // namespace
 } // namespace varlo

@@ -1,7 +1,8 @@
 #!/usr/bin/env python3
 """Compares the start of the program, with the longest list there can be, with that of a bare Qt window that holds an
-empty list box: seconds from the start of the process until the window is painted and the event loop has nothing to do,
-and the memory resident then. Both are watched by the same small library, taking turns. Needs no root.
+empty list box, and of the same window with one menu: a window without any text spares itself the fonts. Figures are
+the time from the start of the process until the window is painted and the event loop has nothing to do, and the memory
+resident then. All are watched by the same small library, taking turns. Needs no root.
 
     bench/start_up.py [ROUNDS] [PLATFORM]    the platform is "offscreen"; "xcb" needs a display: xvfb-run -a
 """
@@ -29,7 +30,7 @@ def start(command, platform, cwd):
         environment = {**os.environ, "QT_QPA_PLATFORM": platform, "LD_PRELOAD": str(BUILD / "bench/libshown_probe.so"),
                        "SHOWN_PROBE": told.name}
         begun = time.monotonic_ns()
-        process = subprocess.Popen([command], env=environment, cwd=cwd, stderr=subprocess.DEVNULL)
+        process = subprocess.Popen(command, env=environment, cwd=cwd, stderr=subprocess.DEVNULL)
         try:
             wait_until(lambda: path.read_text().endswith("\n"), 60, f"window of {command}")
         finally:
@@ -40,7 +41,7 @@ def start(command, platform, cwd):
 
 
 def start_program(app, platform):
-    figures = start(app.folder / "varlo-pro", platform, app.folder)
+    figures = start([app.folder / "varlo-pro"], platform, app.folder)
     assert app.status_log()[-1] == "Loaded [News]", app.status_log()[-1]
     return figures
 
@@ -49,14 +50,18 @@ def main():
     rounds = int(sys.argv[1]) if len(sys.argv) > 1 else 9
     platform = sys.argv[2] if len(sys.argv) > 2 else "offscreen"
     seen = []
+    window = BUILD / "bench/bare_window"
     with Application({"News": [f"subscriber{i}@example.org" for i in range(ENTRIES)]}) as app:
         for _ in range(rounds + 1):
-            seen.append([*start_program(app, platform), *start(BUILD / "bench/bare_window", platform, app.folder)])
+            seen.append([*start_program(app, platform), *start([window], platform, app.folder),
+                         *start([window, "&Varlo"], platform, app.folder)])
     seen.pop(0)  # the first one read the libraries from the disk
-    names = [f"{who} {what}" for who in ("program", "bare") for what in ("ms", "peak MB", "resident MB")]
-    ours, our_peak, ours_resident, bare, bare_peak, bare_resident = report(names, seen, digits=1)
-    print(f"program to bare window ({platform}): time {ours / bare:.2f}, peak memory {our_peak / bare_peak:.2f}, "
-          f"resident memory {ours_resident / bare_resident:.2f}")
+    names = [f"{who} {what}" for who in ("program", "bare", "with text") for what in ("ms", "peak MB", "resident MB")]
+    medians = report(names, seen, digits=1)
+    ours = medians[:3]
+    for who, theirs in (("a bare window", medians[3:6]), ("a window with a text", medians[6:])):
+        time_, peak, resident = (mine / other for mine, other in zip(ours, theirs))
+        print(f"program to {who} ({platform}): time {time_:.2f}, peak memory {peak:.2f}, resident memory {resident:.2f}")
 
 
 if __name__ == "__main__":
