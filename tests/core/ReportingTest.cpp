@@ -48,6 +48,19 @@ TEST_F(ReportingTest, TimeHasSecondsAndNoDate) {
         << DateTimeText(session_).toStdString();
 }
 
+TEST_F(ReportingTest, TimeFollowsTheClockFromSecondToSecond) {
+    const auto at = [&](const QTime &time) {
+        session_.Now = [time] { return QDateTime(QDate(2026, 11, 21), time); };
+        return TimeText(session_);
+    };
+    const QString noon = at(QTime(12, 0, 0));
+    EXPECT_EQ(at(QTime(12, 0, 0, 999)), noon);
+    const QString later = at(QTime(12, 0, 1));
+    EXPECT_NE(later, noon);
+    EXPECT_TRUE(later.contains(QStringLiteral("01"))) << later.toStdString();
+    EXPECT_EQ(at(QTime(12, 0, 0)), noon);
+}
+
 TEST_F(ReportingTest, LogLinesAreAppended) {
     WriteLog(session_, QStringLiteral("PendingLog.txt"), QStringLiteral("one"));
     WriteLog(session_, QStringLiteral("PendingLog.txt"), QStringLiteral("caf\u00E9"));

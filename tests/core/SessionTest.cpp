@@ -1,34 +1,34 @@
 #include "core/Session.h"
 
-#include "support/ScriptedDialogs.h"
-
+#include <QThread>
 #include <gtest/gtest.h>
 
 namespace varlo::test {
 namespace {
 
-TEST(Session, PathsLieBelowTheProgramFolder) {
-    ScriptedDialogs boxes;
-    Session session(QStringLiteral("/opt/varlo"), boxes);
-    EXPECT_EQ(session.ProfilesFolder(), QStringLiteral("/opt/varlo/profiles"));
-    session.ProfilePath = QStringLiteral("/opt/varlo/profiles/Work");
-    EXPECT_EQ(session.ProfileFile(QStringLiteral("draft.txt")),
-              QStringLiteral("/opt/varlo/profiles/Work/draft.txt"));
-    EXPECT_EQ(session.ProfileFile(QStringLiteral("lists"), QStringLiteral("a b.vlo")),
-              QStringLiteral("/opt/varlo/profiles/Work/lists/a b.vlo"));
+// What the operator's clock shows; a text, because it must not matter how the time zone is kept.
+QString Shown(const QDateTime &time) {
+    return time.toString(QStringLiteral("yyyy-MM-dd hh:mm:ss"));
 }
 
-TEST(Session, BeginsWithTheDefaultsAndWithoutAProfile) {
-    ScriptedDialogs boxes;
-    const Session session(QStringLiteral("/opt/varlo"), boxes);
-    EXPECT_EQ(session.ProfilePath, QString());
-    EXPECT_FALSE(session.AppExiting);
-    EXPECT_EQ(session.Attachments, QStringList{QString()});
-    EXPECT_EQ(session.Prefs.LogStatus, 1);
-    EXPECT_EQ(session.Prefs.ListSortBy, 1);
-    EXPECT_EQ(session.Prefs.SMTPPort, 25);
-    EXPECT_EQ(session.Prefs.SMTPWrap, 72);
-    EXPECT_LE(qAbs(session.Now().secsTo(QDateTime::currentDateTime())), 60);
+TEST(LocalTime, IsTheTimeOfTheOperatorsClock) {
+    const QDateTime before = QDateTime::currentDateTime();
+    const QDateTime now = LocalTime();
+    const QDateTime after = QDateTime::currentDateTime();
+    EXPECT_LE(before, now);
+    EXPECT_LE(now, after);
+    EXPECT_LE(Shown(before), Shown(now));
+    EXPECT_LE(Shown(now), Shown(after));
+}
+
+TEST(LocalTime, FollowsAChangeOfTheTimeZoneWithinASecond) {
+    const QByteArray zone = qgetenv("TZ");
+    qputenv("TZ", "VRL-5:30");
+    const QDateTime changed = QDateTime::currentDateTimeUtc();
+    while (LocalTime().toSecsSinceEpoch() == changed.toSecsSinceEpoch())
+        QThread::msleep(5);
+    EXPECT_EQ(LocalTime().offsetFromUtc(), (5 * 60 + 30) * 60);
+    zone.isNull() ? qunsetenv("TZ") : qputenv("TZ", zone);
 }
 
 } // namespace
