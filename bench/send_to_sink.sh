@@ -36,7 +36,12 @@ for round in 1 2 3; do
     echo "round $round: smtp-source -d $peer/s, component $component/s, whole program $program/s"
     rates="$rates $peer $component $program"
 done
-echo "$rates" | awk '{
-    for (i = 1; i <= NF; i += 3) { peer += $i; component += $(i + 1); program += $(i + 2) }
-    printf "to smtp-source -d: component %.2f, whole program %.2f\n", component / peer, program / peer
+# The median of every third rate, from the given one on.
+median() { echo "$rates" | tr ' ' '\n' | sed '/^$/d' | awk -v first="$1" 'NR % 3 == first % 3' | sort -n | sed -n 2p; }
+peer=$(median 1)
+component=$(median 2)
+program=$(median 3)
+echo "median: smtp-source -d $peer/s, component $component/s, whole program $program/s"
+echo "$peer $component $program" | awk '{
+    printf "to smtp-source -d: component %.2f, whole program %.2f\n", $2 / $1, $3 / $1
 }'
