@@ -1,5 +1,8 @@
 #include "pop3/WinsockPOP.h"
 
+#include "core/SocketPoll.h"
+
+#include <QDeadlineTimer>
 #include <QMetaObject>
 #include <QNetworkProxy>
 #include <QPointer>
@@ -11,6 +14,8 @@ namespace varlo {
 namespace {
 
 constexpr int kConnectionReset = 10054;
+constexpr int kShortWait = 2;       // ms; a server on the same machine or network answers within
+constexpr int kLongestSilence = 30; // ms that windows may go without events
 
 // The numbers that operators know from other programs on their system.
 int NumberOf(QAbstractSocket::SocketError error) {
@@ -80,6 +85,8 @@ void WinsockPOP::NoteError(QAbstractSocket::SocketError error) {
 // Never from within a call of the socket: it may be this object's own Connect, and the socket must be free to
 // be closed.
 void WinsockPOP::DeliverSoon() {
+    if (delivering_)
+        return; // it looks again before it ends
     QMetaObject::invokeMethod(this, &WinsockPOP::Deliver, Qt::QueuedConnection);
 }
 
@@ -88,10 +95,22 @@ void WinsockPOP::Deliver() {
         return;
     delivering_ = true;
     const QPointer<WinsockPOP> alive(this); // a handler's event loop may close the window that owns this
+    const QDeadlineTimer loopIsDue(kLongestSilence);
     while (alive && DeliverNext()) {
+        if (alive && !loopIsDue.hasExpired())
+            WaitAMoment();
     }
     if (alive)
         delivering_ = false;
+}
+
+// The handler has probably sent a command. A turn of the event loop costs more than the answer of a near
+// server takes, and a check is made of thousands of such answers.
+void WinsockPOP::WaitAMoment() {
+    const bool nothingToHandOn = held_.isEmpty() && socket_.bytesAvailable() == 0;
+    if (nothingToHandOn && socket_.state() == QAbstractSocket::ConnectedState &&
+        PollSocket(socket_.socketDescriptor(), false, kShortWait))
+        socket_.waitForReadyRead(0); // reads what is there; to wait here would report a time-out as an error
 }
 
 bool WinsockPOP::DeliverNext() {

@@ -55,6 +55,7 @@ private:
     void NoteError(QAbstractSocket::SocketError error);
     void DeliverSoon();
     void Deliver();
+    void WaitAMoment();
     bool DeliverNext();
     QByteArray NextChunk();
 

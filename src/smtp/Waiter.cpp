@@ -1,6 +1,6 @@
 #include "smtp/Waiter.h"
 
-#include "smtp/SocketPoll.h"
+#include "core/SocketPoll.h"
 
 #include <QCoreApplication>
 #include <QEventLoop>
@@ -64,7 +64,7 @@ Waiter::Result Waiter::Wait() {
 }
 
 Waiter::Result Waiter::WaitForSocket(qintptr socket, bool orWritable) {
-    if (!aborted_ && !IsLoopDue() && PollSocket(socket, orWritable, kShortWait))
+    if (!aborted_ && !IsLoopDue() && varlo::PollSocket(socket, orWritable, kShortWait))
         return Result::Woken;
     QSocketNotifier readable(socket, QSocketNotifier::Read);
     connect(&readable, &QSocketNotifier::activated, this, &Waiter::Wake);

@@ -8,7 +8,9 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <future>
 #include <memory>
+#include <thread>
 
 namespace varlo {
 
@@ -65,7 +67,53 @@ protected:
     std::function<void()> OnChunk;
 };
 
+// A server that answers at once, line for line, until the connection ends; a thread of its own lets it answer
+// while the client's event loop stands still, as a real server's process does.
+class QuickServer {
+public:
+    QuickServer() {
+        thread_ = std::thread([this] { Serve(); });
+    }
+    ~QuickServer() { thread_.join(); }
+    quint16 Port() { return port_.get_future().get(); }
+
+private:
+    void Serve() {
+        QTcpServer server;
+        server.listen(QHostAddress::LocalHost);
+        port_.set_value(server.serverPort());
+        if (!server.waitForNewConnection(30000))
+            return;
+        const std::unique_ptr<QTcpSocket> client(server.nextPendingConnection());
+        do {
+            client->write("+OK\r\n");
+            client->waitForBytesWritten();
+        } while (client->waitForReadyRead(30000) && !client->readAll().isEmpty());
+    }
+
+    std::promise<quint16> port_;
+    std::thread thread_;
+};
+
 } // namespace
+
+TEST_F(WinsockPOPTest, EventsRunWhileAServerAnswersWithoutAPause) {
+    QuickServer quick;
+    int turns = 0;
+    QTimer ticker;
+    QObject::connect(&ticker, &QTimer::timeout, [&] { ++turns; });
+    ticker.start(0);
+    const QDeadlineTimer tooLong(10000);
+    OnChunk = [&] {
+        if (!tooLong.hasExpired())
+            socket->SendData("NOOP\r\n");
+    };
+    socket->Connect(kLoopback, quick.Port());
+    EXPECT_TRUE(Until([&] { return Chunks.size() > 100 && turns > 10; }));
+    EXPECT_FALSE(tooLong.hasExpired());
+    EXPECT_EQ(Errors, QList<int>()) << "a wait for the next answer that ends without it is no failure";
+    socket->Close();
+}
 
 TEST_F(WinsockPOPTest, GreetingInThreePiecesIsOneChunk) {
     ConnectToGreeting({"+OK", " rea", "dy\r\n"});

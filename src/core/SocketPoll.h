@@ -1,11 +1,11 @@
-// The one system call of this room: waiting a moment for a socket, without the event loop.
+// Waiting a moment for a socket, without the event loop: for servers that answer sooner than the loop turns.
 #pragma once
 
 #include <QtGlobal>
 
-namespace OSSMTP {
+namespace varlo {
 
 // True when `socket` becomes readable (or, when asked, writable), or fails, within `milliseconds`.
 bool PollSocket(qintptr socket, bool orWritable, int milliseconds);
 
-} // namespace OSSMTP
+} // namespace varlo

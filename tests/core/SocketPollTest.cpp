@@ -1,10 +1,10 @@
-#include "smtp/SocketPoll.h"
+#include "core/SocketPoll.h"
 
 #include <QTcpServer>
 #include <QTcpSocket>
 #include <gtest/gtest.h>
 
-namespace OSSMTP {
+namespace varlo {
 
 TEST(SocketPollTest, TellsWhenASocketCanBeUsed) {
     QTcpServer server;
@@ -22,4 +22,4 @@ TEST(SocketPollTest, TellsWhenASocketCanBeUsed) {
     EXPECT_TRUE(PollSocket(socket, false, 5000));
 }
 
-} // namespace OSSMTP
+} // namespace varlo

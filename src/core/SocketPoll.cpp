@@ -1,4 +1,4 @@
-#include "smtp/SocketPoll.h"
+#include "core/SocketPoll.h"
 
 #ifdef Q_OS_WIN
 #include <winsock2.h>
@@ -6,7 +6,7 @@
 #include <poll.h>
 #endif
 
-namespace OSSMTP {
+namespace varlo {
 
 bool PollSocket(qintptr socket, bool orWritable, int milliseconds) {
     const auto events = static_cast<short>(orWritable ? POLLIN | POLLOUT : POLLIN);
@@ -19,4 +19,4 @@ bool PollSocket(qintptr socket, bool orWritable, int milliseconds) {
 #endif
 }
 
-} // namespace OSSMTP
+} // namespace varlo
