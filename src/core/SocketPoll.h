@@ -5,7 +5,8 @@
 
 namespace varlo {
 
-// True when `socket` becomes readable (or, when asked, writable), or fails, within `milliseconds`.
+// True when `socket` becomes readable (or, when asked, writable), or fails, within `milliseconds`. A wait
+// keeps its processor busy for its first moment, so this is for answers that are due, not for silence.
 bool PollSocket(qintptr socket, bool orWritable, int milliseconds);
 
 } // namespace varlo
