@@ -84,8 +84,7 @@ QStringList Recipients::ListsOf(const RecipientChoice &choice, RecipientSource s
 }
 
 void Recipients::ReadList(const QString &name) {
-    addresses_ += SplitLines(
-        DecodeText(ReadFile(session_.ProfileFile(QStringLiteral("lists"), name + QStringLiteral(".vlo")))));
+    addresses_ += ReadLines(session_.ProfileFile(QStringLiteral("lists"), name + QStringLiteral(".vlo")));
 }
 
 void Recipients::Status(const QString &text) {

@@ -25,6 +25,8 @@ constexpr std::array<char16_t, 32> kWindows1252{
     0x2039, 0x0152, 0x008D, 0x017D, 0x008F, 0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
     0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
 
+constexpr QByteArrayView kByteOrderMark("\xEF\xBB\xBF");
+
 QString FromWindows1252(const QByteArray &bytes) {
     QString text = QString::fromLatin1(bytes);
     for (QChar &c : text)
@@ -36,7 +38,7 @@ QString FromWindows1252(const QByteArray &bytes) {
 } // namespace
 
 QString DecodeText(const QByteArray &bytes) {
-    const QByteArray body = bytes.startsWith("\xEF\xBB\xBF") ? bytes.sliced(3) : bytes;
+    const QByteArray body = bytes.startsWith(kByteOrderMark) ? bytes.sliced(kByteOrderMark.size()) : bytes;
     QStringDecoder utf8(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
     QString text = utf8.decode(body);
     return utf8.hasError() ? FromWindows1252(body) : text;
@@ -70,6 +72,23 @@ QByteArray ReadFile(const QString &path) {
     if (file.error() != QFileDevice::NoError)
         throw RuntimeError(DeviceIoError);
     return bytes;
+}
+
+QStringList ReadLines(const QString &path) {
+    const QByteArray bytes = ReadFile(path);
+    // A mark at the start of a line is part of it, but would be lost if the line were decoded by itself.
+    if (bytes.contains(kByteOrderMark) || !QUtf8StringView(bytes).isValidUtf8())
+        return SplitLines(DecodeText(bytes));
+    QStringList lines;
+    lines.reserve(bytes.count('\n') + 1);
+    for (qsizetype start = 0; start < bytes.size();) {
+        const qsizetype lineFeed = bytes.indexOf('\n', start);
+        const qsizetype end = lineFeed < 0 ? bytes.size() : lineFeed;
+        const qsizetype chopped = end > start && bytes[end - 1] == '\r' ? 1 : 0;
+        lines.append(QString::fromUtf8(bytes.constData() + start, end - start - chopped));
+        start = end + 1;
+    }
+    return lines;
 }
 
 void WriteFile(const QString &path, const QByteArray &bytes, FileAccess access) {

@@ -18,6 +18,9 @@ QByteArray EncodeText(const QString &text);
 // ours ever holds one). The last line counts with or without an end; an empty text has no lines.
 QStringList SplitLines(const QString &text);
 
+// SplitLines(DecodeText(ReadFile(path))), without the copies of the whole text in between: lists are long.
+QStringList ReadLines(const QString &path);
+
 // All bytes of the file. Throws RuntimeError (53 when it does not exist, 70, 57).
 QByteArray ReadFile(const QString &path);
 

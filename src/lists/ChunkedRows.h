@@ -15,19 +15,13 @@ template<typename Row> class ChunkedRows {
 public:
     int Size() const { return size_; }
 
-    void Clear() {
-        chunks_.clear();
-        size_ = 0;
-    }
-
-    void Assign(std::vector<Row> rows) {
-        Clear();
-        size_ = static_cast<int>(rows.size());
-        for (size_t start = 0; start < rows.size(); start += kChunk) {
-            const size_t end = std::min(rows.size(), start + kChunk);
-            chunks_.emplace_back(std::make_move_iterator(rows.begin() + static_cast<qptrdiff>(start)),
-                                 std::make_move_iterator(rows.begin() + static_cast<qptrdiff>(end)));
+    void Append(Row value) {
+        if (chunks_.empty() || chunks_.back().size() >= kChunk) {
+            chunks_.emplace_back();
+            chunks_.back().reserve(kChunk);
         }
+        chunks_.back().push_back(std::move(value));
+        ++size_;
     }
 
     const Row &At(int row) const {

@@ -14,15 +14,18 @@ bool ComesBefore(const QString &a, const QString &lowerB, const QString &b) {
     return byLower != 0 ? byLower < 0 : a < b;
 }
 
-// Sorting looks at each text some fifteen times; lower-casing it once is what makes a load fast.
-void SortTexts(QStringList &texts) {
+// Sorting looks at each text some fifteen times; lower-casing it once is what makes it fast.
+QStringList Sorted(const QStringList &texts) {
     std::vector<std::pair<QString, QString>> keyed;
     keyed.reserve(static_cast<size_t>(texts.size()));
     for (const QString &text : texts)
         keyed.emplace_back(text.toLower(), text);
     std::sort(keyed.begin(), keyed.end());
-    for (qsizetype i = 0; i < texts.size(); ++i)
-        texts[i] = keyed[static_cast<size_t>(i)].second;
+    QStringList sorted;
+    sorted.reserve(texts.size());
+    for (auto &[lower, text] : keyed)
+        sorted.append(std::move(text));
+    return sorted;
 }
 
 QList<std::pair<int, int>> RangesOf(const QList<int> &rows) {
@@ -55,36 +58,50 @@ QVariant EntryListModel::data(const QModelIndex &index, int role) const {
 QStringList EntryListModel::Entries() const {
     QStringList entries;
     entries.reserve(Count());
-    rows_.ForEach([&](const Row &row) { entries.append(row.Text); });
+    Rows().ForEach([&](const Row &row) { entries.append(row.Text); });
     return entries;
 }
 
-std::vector<EntryListModel::Row> EntryListModel::MakeRows(const QStringList &entries) {
-    QStringList texts = entries;
-    if (IsAlphabetical())
-        SortTexts(texts);
-    std::vector<Row> rows;
-    rows.reserve(static_cast<size_t>(texts.size()));
-    for (const QString &text : texts)
-        rows.push_back({text, nextSerial_++});
-    return rows;
+ChunkedRows<EntryListModel::Row> &EntryListModel::Rows() const {
+    if (!unsorted_.isEmpty()) {
+        quint32 serial = nextSerial_ - static_cast<quint32>(unsorted_.size());
+        for (const QString &text : Sorted(std::exchange(unsorted_, {})))
+            rows_.Append({text, serial++});
+    }
+    return rows_;
 }
 
-void EntryListModel::Reset(std::vector<Row> rows) {
-    beginResetModel();
-    index_.clear();
-    if (!IsAlphabetical()) {
-        index_.reserve(static_cast<qsizetype>(rows.size()));
-        for (const Row &row : rows)
-            Index(row);
+QHash<QString, EntryListModel::Serials> &EntryListModel::MadeIndex() const {
+    if (!isIndexed_) {
+        index_.reserve(Count());
+        rows_.ForEach([this](const Row &row) { AddToIndex(row); });
+        isIndexed_ = true;
     }
-    rows_.Assign(std::move(rows));
+    return index_;
+}
+
+void EntryListModel::Reset(ChunkedRows<Row> rows, const QStringList &unsorted) {
+    beginResetModel();
+    index_ = {};
+    isIndexed_ = false;
+    unsorted_ = unsorted;
+    rows_ = std::move(rows);
     endResetModel();
 }
 
 void EntryListModel::SetEntries(const QStringList &entries) {
-    Reset(MakeRows(entries.first(qMin<qsizetype>(entries.size(), kMostEntries))));
-    if (entries.size() > kMostEntries)
+    const QStringList fitting = entries.mid(0, kMostEntries); // shared, when all fit
+    const quint32 firstSerial =
+        std::exchange(nextSerial_, nextSerial_ + static_cast<quint32>(fitting.size()));
+    if (IsAlphabetical()) {
+        Reset({}, fitting);
+    } else {
+        ChunkedRows<Row> rows;
+        for (const QString &text : fitting)
+            rows.Append({text, firstSerial + static_cast<quint32>(rows.Size())});
+        Reset(std::move(rows));
+    }
+    if (fitting.size() < entries.size())
         throw RuntimeError(Overflow);
 }
 
@@ -140,14 +157,14 @@ void EntryListModel::Remove(int row) {
 void EntryListModel::RemoveRows(const QList<int> &rows) {
     const auto ranges = RangesOf(rows);
     if (ranges.size() > kMostRanges || rows.size() == Count()) {
-        std::vector<Row> kept;
+        ChunkedRows<Row> kept;
         qsizetype next = 0;
         int at = 0;
-        rows_.ForEach([&](const Row &row) {
+        Rows().ForEach([&](const Row &row) {
             if (next < rows.size() && rows[next] == at)
                 ++next;
             else
-                kept.push_back(row);
+                kept.Append(row);
             ++at;
         });
         Reset(std::move(kept));
@@ -163,11 +180,11 @@ void EntryListModel::RemoveRows(const QList<int> &rows) {
 
 int EntryListModel::FindFirst(const QString &entry) const {
     if (!IsAlphabetical()) {
-        const auto found = index_.constFind(entry.toLower());
+        const auto found = MadeIndex().constFind(entry.toLower());
         return found == index_.constEnd() ? -1 : RowOfSerial(found->first());
     }
     const QString lower = entry.toLower();
-    const int row = rows_.LowerBound([&](const Row &r) { return r.Text.toLower() < lower; });
+    const int row = Rows().LowerBound([&](const Row &r) { return r.Text.toLower() < lower; });
     return row < Count() && Entry(row).toLower() == lower ? row : -1;
 }
 
@@ -187,18 +204,21 @@ int EntryListModel::PlaceOf(const QString &entry) const {
     if (!IsAlphabetical())
         return Count();
     const QString lower = entry.toLower();
-    return rows_.LowerBound([&](const Row &r) { return ComesBefore(r.Text, lower, entry); });
+    return Rows().LowerBound([&](const Row &r) { return ComesBefore(r.Text, lower, entry); });
 }
 
 void EntryListModel::Index(const Row &row) {
-    if (IsAlphabetical())
-        return;
+    if (isIndexed_)
+        AddToIndex(row);
+}
+
+void EntryListModel::AddToIndex(const Row &row) const {
     Serials &serials = index_[row.Text.toLower()];
     serials.insert(std::lower_bound(serials.cbegin(), serials.cend(), row.Serial), row.Serial);
 }
 
 void EntryListModel::Unindex(int row) {
-    if (IsAlphabetical())
+    if (!isIndexed_)
         return;
     const Row removed = rows_.At(row);
     const auto equal = index_.find(removed.Text.toLower());
@@ -218,7 +238,7 @@ void EntryListModel::InsertRow(int row, const QString &entry) {
 
 void EntryListModel::RemoveRow(int row) {
     Unindex(row);
-    rows_.RemoveAt(row);
+    Rows().RemoveAt(row);
 }
 
 } // namespace varlo

@@ -11,7 +11,9 @@
 namespace varlo {
 
 // Texts are equal when their lower-cased forms are. Adding, removing and finding one entry costs a moment
-// whatever the size; the bulk operations are one change of the model.
+// whatever the size; the bulk operations are one change of the model. New contents are sorted when somebody
+// first looks at an alphabetical list, and indexed when somebody first looks for an entry of a chronological
+// one: the program starts with the last list, and usually shows one of its two orders.
 class EntryListModel : public QAbstractListModel {
     Q_OBJECT
 
@@ -29,11 +31,11 @@ public:
     int rowCount(const QModelIndex &parent = {}) const override;
     QVariant data(const QModelIndex &index, int role = Qt::DisplayRole) const override;
 
-    int Count() const { return rows_.Size(); }
-    QString Entry(int row) const { return rows_.At(row).Text; }
+    int Count() const { return rows_.Size() + static_cast<int>(unsorted_.size()); }
+    QString Entry(int row) const { return Rows().At(row).Text; }
     QStringList Entries() const;
     // What tells a row from all others, as long as it is on the list, whatever comes and goes before it.
-    quint32 Serial(int row) const { return rows_.At(row).Serial; }
+    quint32 Serial(int row) const { return Rows().At(row).Serial; }
 
     // Replaces all entries. Throws RuntimeError 6 after the first 32,767 of a longer list have been taken.
     void SetEntries(const QStringList &entries);
@@ -62,10 +64,12 @@ private:
     using Serials = QVarLengthArray<quint32, 2>;
 
     bool IsAlphabetical() const { return order_ == Order::Alphabetical; }
-    std::vector<Row> MakeRows(const QStringList &entries);
+    ChunkedRows<Row> &Rows() const;
+    QHash<QString, Serials> &MadeIndex() const;
     int RowOfSerial(quint32 serial) const;
     int PlaceOf(const QString &entry) const;
-    void Reset(std::vector<Row> rows);
+    void Reset(ChunkedRows<Row> rows, const QStringList &unsorted = {});
+    void AddToIndex(const Row &row) const;
     void Index(const Row &row);
     void Unindex(int row);
     void Append(const QStringList &entries);
@@ -73,8 +77,10 @@ private:
     void RemoveRow(int row);
 
     const Order order_;
-    ChunkedRows<Row> rows_;
-    QHash<QString, Serials> index_; // of a chronological list, by lower-cased text
+    mutable ChunkedRows<Row> rows_;         // empty while the entries are still in unsorted_
+    mutable QStringList unsorted_;          // of an alphabetical list that nobody has looked at
+    mutable QHash<QString, Serials> index_; // of a chronological list, by lower-cased text
+    mutable bool isIndexed_ = false;        // index_ knows all rows; else it is empty
     quint32 nextSerial_ = 0;
 };
 

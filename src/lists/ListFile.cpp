@@ -36,7 +36,7 @@ QStringList Names(const Session &session) {
 }
 
 QStringList Read(const Session &session, const QString &name) {
-    return SplitLines(DecodeText(ReadFile(Path(session, name))));
+    return ReadLines(Path(session, name));
 }
 
 void Write(const Session &session, const QString &name, const QStringList &entries) {

@@ -63,7 +63,7 @@ void ListStore::Fill(const QString &name) {
     lstEmailList(kAlphabetical).SetEntries({});
     partlyLoaded_ = true;
     const QStringList lines = ListFile::Read(session_, name);
-    const QStringList fitting = lines.first(qMin<qsizetype>(lines.size(), EntryListModel::kMostEntries));
+    const QStringList fitting = lines.mid(0, EntryListModel::kMostEntries); // both boxes share the texts
     lstEmailList(kChronological).SetEntries(fitting);
     lstEmailList(kAlphabetical).SetEntries(fitting);
     if (fitting.size() < lines.size())

@@ -23,7 +23,7 @@ protected:
     }
     QStringList LogInProfilesFolder(const char *file) const {
         const QString path = QDir(profile_.session.ProfilesFolder()).filePath(QString::fromLatin1(file));
-        return QFile::exists(path) ? SplitLines(DecodeText(ReadFile(path))) : QStringList();
+        return QFile::exists(path) ? ReadLines(path) : QStringList();
     }
     // In place of the folder of the logs stands a file: no log can be written.
     void BreakLogs() {

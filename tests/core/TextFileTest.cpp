@@ -102,6 +102,19 @@ TEST(SplitLines, LoneLineFeedEndsALineAndALoneCarriageReturnDoesNot) {
     EXPECT_EQ(SplitLines(QStringLiteral("a\r\r\n")), QStringList{QStringLiteral("a\r")});
 }
 
+TEST_F(TextFileTest, ReadsTheLinesThatTheDecodedTextHas) {
+    const QByteArray mark("\xEF\xBB\xBF");
+    for (const QByteArray &bytes :
+         {QByteArray(), QByteArray("a"), QByteArray("a\r\nb\r\n"), QByteArray("\r\n\n\r\na"),
+          QByteArray("a\rb\r\r\nc\n\r"), QByteArray("caf\xC3\xA9\r\n\xF0\x9F\x93\xA7"),
+          QByteArray("\xE9\r\n\xC3\xA9"), QByteArray("cut\xC3\r\n\xA9"), QByteArray("a\0b\r\n\0", 6),
+          mark + "a\r\nb", "a\r\n" + mark + "b\r\n" + mark, mark}) {
+        Make("file", bytes);
+        EXPECT_EQ(ReadLines(Path("file")), SplitLines(DecodeText(bytes))) << bytes.toHex(' ').constData();
+    }
+    EXPECT_THROW(ReadLines(Path("nothing")), RuntimeError);
+}
+
 TEST_F(TextFileTest, ReadsAllBytes) {
     const QByteArray bytes("a\0b\r\n\xFF", 6);
     Make("file", bytes);

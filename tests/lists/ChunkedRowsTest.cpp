@@ -31,10 +31,16 @@ TEST(ChunkedRowsTest, IsEmptyAtFirst) {
     EXPECT_EQ(rows.LowerBound([](int) { return true; }), 0);
 }
 
-TEST(ChunkedRowsTest, AssignsSizesAroundTheSizeOfAChunk) {
+ChunkedRows<int> RowsUpTo(int count) {
+    ChunkedRows<int> rows;
+    for (int i = 0; i < count; ++i)
+        rows.Append(i);
+    return rows;
+}
+
+TEST(ChunkedRowsTest, AppendsSizesAroundTheSizeOfAChunk) {
     for (int size : {0, 1, 255, 256, 257, 511, 512, 513, 32767}) {
-        ChunkedRows<int> rows;
-        rows.Assign(UpTo(size));
+        const ChunkedRows<int> rows = RowsUpTo(size);
         EXPECT_EQ(rows.Size(), size);
         EXPECT_EQ(Contents(rows), UpTo(size));
         for (int row : {0, 254, 255, 256, 257, size - 1})
@@ -44,11 +50,13 @@ TEST(ChunkedRowsTest, AssignsSizesAroundTheSizeOfAChunk) {
     }
 }
 
-TEST(ChunkedRowsTest, AssignForgetsWhatWasThere) {
-    ChunkedRows<int> rows;
-    rows.Assign(UpTo(1000));
-    rows.Assign({7, 8});
-    EXPECT_EQ(Contents(rows), (std::vector<int>{7, 8}));
+TEST(ChunkedRowsTest, AppendGoesOnBehindAnInsertion) {
+    ChunkedRows<int> rows = RowsUpTo(256);
+    rows.Insert(100, -1);
+    rows.Append(256);
+    std::vector<int> expected = UpTo(257);
+    expected.insert(expected.begin() + 100, -1);
+    EXPECT_EQ(Contents(rows), expected);
 }
 
 TEST(ChunkedRowsTest, AppendsAndPrependsThousands) {
@@ -63,8 +71,7 @@ TEST(ChunkedRowsTest, AppendsAndPrependsThousands) {
 }
 
 TEST(ChunkedRowsTest, CanBeEmptiedFromTheFrontAndFilledAgain) {
-    ChunkedRows<int> rows;
-    rows.Assign(UpTo(600));
+    ChunkedRows<int> rows = RowsUpTo(600);
     for (int i = 0; i < 600; ++i) {
         EXPECT_EQ(rows.At(0), i);
         rows.RemoveAt(0);
@@ -75,8 +82,7 @@ TEST(ChunkedRowsTest, CanBeEmptiedFromTheFrontAndFilledAgain) {
 }
 
 TEST(ChunkedRowsTest, CanBeEmptiedFromTheEnd) {
-    ChunkedRows<int> rows;
-    rows.Assign(UpTo(600));
+    ChunkedRows<int> rows = RowsUpTo(600);
     for (int i = 599; i >= 0; --i) {
         EXPECT_EQ(rows.At(i), i);
         rows.RemoveAt(i);
@@ -85,8 +91,7 @@ TEST(ChunkedRowsTest, CanBeEmptiedFromTheEnd) {
 }
 
 TEST(ChunkedRowsTest, SetAtReplacesOneRow) {
-    ChunkedRows<int> rows;
-    rows.Assign(UpTo(600));
+    ChunkedRows<int> rows = RowsUpTo(600);
     rows.SetAt(256, -1);
     std::vector<int> expected = UpTo(600);
     expected[256] = -1;
@@ -94,8 +99,7 @@ TEST(ChunkedRowsTest, SetAtReplacesOneRow) {
 }
 
 TEST(ChunkedRowsTest, LowerBoundFindsEveryPlace) {
-    ChunkedRows<int> rows;
-    rows.Assign(UpTo(1000));
+    ChunkedRows<int> rows = RowsUpTo(1000);
     for (int wanted = 0; wanted <= 1000; ++wanted)
         ASSERT_EQ(rows.LowerBound([&](int row) { return row < wanted; }), wanted);
 }

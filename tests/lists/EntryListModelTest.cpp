@@ -8,6 +8,7 @@
 #include <QSignalSpy>
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <random>
 
 namespace varlo {
@@ -95,6 +96,60 @@ TEST(EntryListModelTest, FindsLettersBeyondAsciiWhateverTheirCase) {
     EntryListModel model(Order::Chronological);
     model.SetEntries({QStringLiteral("jörg@x.test")});
     EXPECT_EQ(model.FindFirst(QStringLiteral("JÖRG@X.TEST")), 0);
+}
+
+TEST(EntryListModelTest, FindsWhatIsLeftOfAListThatChangedBeforeTheFirstSearch) {
+    EntryListModel model(Order::Chronological);
+    model.SetEntries(Words("a b A c"));
+    model.Remove(0);
+    model.Add(QStringLiteral("B"));
+    model.Replace(2, QStringLiteral("d"));
+    EXPECT_EQ(model.Entries(), Words("b A d B"));
+    EXPECT_EQ(model.FindFirst(QStringLiteral("a")), 1);
+    EXPECT_EQ(model.FindFirst(QStringLiteral("B")), 0);
+    EXPECT_EQ(model.FindFirst(QStringLiteral("c")), -1);
+    model.SetEntries(Words("x"));
+    EXPECT_EQ(model.FindFirst(QStringLiteral("b")), -1);
+    EXPECT_EQ(model.FindFirst(QStringLiteral("x")), 0);
+}
+
+// Whatever is done first to an alphabetical list finds it in order.
+TEST(EntryListModelTest, IsInOrderWhicheverLookIsTheFirst) {
+    const std::vector<std::pair<const char *, std::function<QString(EntryListModel &)>>> looks{
+        {"Entry", [](EntryListModel &model) { return model.Entry(0); }},
+        {"data", [](EntryListModel &model) { return model.index(0).data().toString(); }},
+        {"Entries", [](EntryListModel &model) { return model.Entries().first(); }},
+        {"FindFirst",
+         [](EntryListModel &model) { return QString::number(model.FindFirst(QStringLiteral("A"))); }},
+        {"FindExact",
+         [](EntryListModel &model) { return QString::number(model.FindExact(QStringLiteral("a"))); }},
+        {"Add", [](EntryListModel &model) { return QString::number(model.Add(QStringLiteral("bb"))); }},
+        {"Replace",
+         [](EntryListModel &model) { return QString::number(model.Replace(0, QStringLiteral("z"))); }},
+        {"Remove", [](EntryListModel &model) { return model.Remove(0), model.Entry(0); }},
+        {"RemoveRows",
+         [](EntryListModel &model) {
+             return model.RemoveRows({0, 2}), model.Entry(0);
+         }},
+        {"AddAll",
+         [](EntryListModel &model) { return model.AddAll(Words("0 d")), model.Entries().join(u' '); }}};
+    const QStringList results = Words("a a a 0 0 2 2 b b");
+    for (size_t i = 0; i < looks.size(); ++i) {
+        EntryListModel model(Order::Alphabetical);
+        model.SetEntries(Words("c b a"));
+        EXPECT_EQ(model.Count(), 3);
+        EXPECT_EQ(looks[i].second(model), i < 9 ? results[qsizetype(i)] : QStringLiteral("0 a b c d"))
+            << looks[i].first;
+        const QStringList entries = model.Entries();
+        EXPECT_TRUE(std::is_sorted(entries.begin(), entries.end())) << looks[i].first;
+    }
+}
+
+TEST(EntryListModelTest, SerialsTellTheRowsOfAnAlphabeticalListApart) {
+    EntryListModel model(Order::Alphabetical);
+    model.SetEntries(Words("c b"));
+    model.Add(QStringLiteral("a"));
+    EXPECT_EQ((QSet<quint32>{model.Serial(0), model.Serial(1), model.Serial(2)}).size(), 3);
 }
 
 TEST(EntryListModelTest, FindExactTellsLetterCaseApart) {

@@ -41,7 +41,7 @@ QByteArray TestProfile::Read(const QString &relativePath) const {
 
 QStringList TestProfile::Log(const QString &file) const {
     const QString path = session.ProfileFile(QStringLiteral("logs"), file);
-    return QFile::exists(path) ? SplitLines(DecodeText(ReadFile(path))) : QStringList();
+    return QFile::exists(path) ? ReadLines(path) : QStringList();
 }
 
 } // namespace varlo::test
