@@ -1,10 +1,12 @@
 #include "compose/DuplicateCheck.h"
 
+#include "core/modPublic.h"
+
 namespace varlo {
 
 bool DuplicateCheck::IsNew(const QString &address) {
     const qsizetype before = seen_.size();
-    seen_.insert(address.toLower());
+    seen_.insert(LowerCased(address));
     if (seen_.size() > before)
         return true;
     ++count_;

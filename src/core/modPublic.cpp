@@ -2,11 +2,19 @@
 
 #include <QFileInfo>
 
+#include <algorithm>
+
 namespace varlo {
 
 bool PathExists(const QString &path) {
     const QFileInfo info(path);
     return info.exists() || info.isSymLink(); // a link that leads nowhere is a found name, too
+}
+
+QString LowerCased(const QString &text) {
+    const bool isLower = std::all_of(text.cbegin(), text.cend(),
+                                     [](QChar c) { return c < u'A' || (c > u'Z' && c.unicode() < 0x80); });
+    return isLower ? text : text.toLower();
 }
 
 QString StripChars(QString text, const QString &chars) {

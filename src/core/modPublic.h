@@ -11,6 +11,10 @@ inline const QString kForbiddenInNames = QStringLiteral("\\/:*?\"<>|");
 // True when a file or folder lies at exactly that path.
 bool PathExists(const QString &path);
 
+// The text in lower case, letters of all alphabets. QString::toLower() looks up every character; this shares
+// the text at once when it is plain lower case already, as most addresses are.
+QString LowerCased(const QString &text);
+
 // `text` with every character of `chars` replaced by one blank.
 QString StripChars(QString text, const QString &chars);
 

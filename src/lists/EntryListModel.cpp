@@ -1,6 +1,7 @@
 #include "lists/EntryListModel.h"
 
 #include "core/RuntimeError.h"
+#include "core/modPublic.h"
 
 namespace varlo {
 
@@ -10,17 +11,18 @@ namespace {
 constexpr int kMostRanges = 64;
 
 bool ComesBefore(const QString &a, const QString &lowerB, const QString &b) {
-    const int byLower = a.toLower().compare(lowerB);
+    const int byLower = LowerCased(a).compare(lowerB);
     return byLower != 0 ? byLower < 0 : a < b;
 }
 
-// Sorting looks at each text some fifteen times; lower-casing it once is what makes it fast.
+// Sorting looks at each text some fifteen times, so it is lower-cased before. A merge sort has little to do
+// where a file is in order, or nearly.
 QStringList Sorted(const QStringList &texts) {
     std::vector<std::pair<QString, QString>> keyed;
     keyed.reserve(static_cast<size_t>(texts.size()));
     for (const QString &text : texts)
-        keyed.emplace_back(text.toLower(), text);
-    std::sort(keyed.begin(), keyed.end());
+        keyed.emplace_back(LowerCased(text), text);
+    std::stable_sort(keyed.begin(), keyed.end());
     QStringList sorted;
     sorted.reserve(texts.size());
     for (auto &[lower, text] : keyed)
@@ -180,12 +182,12 @@ void EntryListModel::RemoveRows(const QList<int> &rows) {
 
 int EntryListModel::FindFirst(const QString &entry) const {
     if (!IsAlphabetical()) {
-        const auto found = MadeIndex().constFind(entry.toLower());
+        const auto found = MadeIndex().constFind(LowerCased(entry));
         return found == index_.constEnd() ? -1 : RowOfSerial(found->first());
     }
-    const QString lower = entry.toLower();
-    const int row = Rows().LowerBound([&](const Row &r) { return r.Text.toLower() < lower; });
-    return row < Count() && Entry(row).toLower() == lower ? row : -1;
+    const QString lower = LowerCased(entry);
+    const int row = Rows().LowerBound([&](const Row &r) { return LowerCased(r.Text) < lower; });
+    return row < Count() && LowerCased(Entry(row)) == lower ? row : -1;
 }
 
 int EntryListModel::FindExact(const QString &entry) const {
@@ -203,7 +205,7 @@ int EntryListModel::RowOfSerial(quint32 serial) const {
 int EntryListModel::PlaceOf(const QString &entry) const {
     if (!IsAlphabetical())
         return Count();
-    const QString lower = entry.toLower();
+    const QString lower = LowerCased(entry);
     return Rows().LowerBound([&](const Row &r) { return ComesBefore(r.Text, lower, entry); });
 }
 
@@ -213,7 +215,7 @@ void EntryListModel::Index(const Row &row) {
 }
 
 void EntryListModel::AddToIndex(const Row &row) const {
-    Serials &serials = index_[row.Text.toLower()];
+    Serials &serials = index_[LowerCased(row.Text)];
     serials.insert(std::lower_bound(serials.cbegin(), serials.cend(), row.Serial), row.Serial);
 }
 
@@ -221,7 +223,7 @@ void EntryListModel::Unindex(int row) {
     if (!isIndexed_)
         return;
     const Row removed = rows_.At(row);
-    const auto equal = index_.find(removed.Text.toLower());
+    const auto equal = index_.find(LowerCased(removed.Text));
     if (equal->size() == 1)
         index_.erase(equal);
     else

@@ -1,6 +1,7 @@
 #include "lists/ListEditing.h"
 
 #include "core/Reporting.h"
+#include "core/modPublic.h"
 #include "lists/AddressRules.h"
 #include "lists/ListStore.h"
 #include "lists/SelectionPause.h"
@@ -112,7 +113,7 @@ void ListEditing::Search() {
         const QStringList entries = lists_.lstEmailList(box).Entries();
         QList<int> matches;
         for (qsizetype i = 0; i < entries.size(); ++i)
-            if (entries[i].toLower().contains(lower))
+            if (LowerCased(entries[i]).contains(lower))
                 matches.append(static_cast<int>(i));
         lists_.SelectRows(box, matches);
         StatusMessage(session_, QStringLiteral("Search returned ") + QString::number(matches.size()) +

@@ -7,6 +7,19 @@
 namespace varlo::test {
 namespace {
 
+TEST(LowerCased, IsWhatQtMakesOfEveryCharacter) {
+    for (int c = 0; c <= 0xFFFF; ++c) {
+        const QString text = QStringLiteral("a@") + QChar(c) + u'z';
+        ASSERT_EQ(LowerCased(text), text.toLower()) << c;
+    }
+}
+
+TEST(LowerCased, SharesATextThatIsLowerCaseAlready) {
+    const QString text = QStringLiteral("joe.1-x_{~}@y.test");
+    EXPECT_EQ(LowerCased(text).constData(), text.constData());
+    EXPECT_EQ(LowerCased(QString()), QString());
+}
+
 TEST(PathExists, FindsFilesAndFolders) {
     const QTemporaryDir folder;
     const QString file = folder.filePath(QStringLiteral("file"));
