@@ -11,11 +11,6 @@ constexpr qsizetype kSlice =
 constexpr size_t kReceive = 4096; // bytes
 constexpr long kNoLimit = 86400;  // s; libcurl's own limits are switched off by setting a day
 
-void InitCurl() {
-    static const CURLcode once = curl_global_init(CURL_GLOBAL_DEFAULT);
-    Q_UNUSED(once)
-}
-
 Failure RefusalOf(const Reply &reply) {
     constexpr int kClosing = 421;
     return {reply.Code, reply.Description(), reply.Code == kClosing ? Failure::Lost : Failure::Reported};
@@ -29,7 +24,6 @@ bool IsTlsError(CURLcode code) {
 } // namespace
 
 Connection::Connection(Waiter &waiter) : waiter_(waiter) {
-    InitCurl();
 }
 
 Connection::~Connection() {
@@ -49,18 +43,20 @@ MaybeFailure Connection::Open(const Server &server) {
 
 MaybeFailure Connection::TryOpen(const Server &server, Tls tls) {
     Drop();
+    if (!Curl().Problem.isEmpty())
+        return Failure{CannotConnect, Curl().Problem};
     if (server.Port < 1 || server.Port > 65535)
         return Failure{CannotConnect, QStringLiteral("The port %1 does not exist").arg(server.Port)};
     const Url url = ServerUrl(server.Host, server.Port);
     if (!url)
         return Failure{NameNotResolved,
                        QStringLiteral("\"%1\" is not the name of a server").arg(server.Host)};
-    easy_.reset(curl_easy_init());
+    easy_.reset(Curl().easy_init());
     SetOptions(url.get(), tls);
     if (MaybeFailure failure = RunHandshake())
         return failure;
     curl_socket_t socket = CURL_SOCKET_BAD;
-    curl_easy_getinfo(easy_.get(), CURLINFO_ACTIVESOCKET, &socket);
+    Curl().easy_getinfo(easy_.get(), CURLINFO_ACTIVESOCKET, &socket);
     socket_ = static_cast<qintptr>(socket);
     server_ = server;
     return {};
@@ -68,24 +64,24 @@ MaybeFailure Connection::TryOpen(const Server &server, Tls tls) {
 
 void Connection::SetOptions(CURLU *url, Tls tls) {
     CURL *easy = easy_.get();
-    curl_easy_setopt(easy, CURLOPT_CURLU, url);
-    curl_easy_setopt(easy, CURLOPT_CONNECT_ONLY, 1L);
-    curl_easy_setopt(easy, CURLOPT_NOSIGNAL, 1L);
-    curl_easy_setopt(easy, CURLOPT_QUICK_EXIT, 1L); // an abort does not wait for a name server
-    curl_easy_setopt(easy, CURLOPT_ERRORBUFFER, error_);
-    curl_easy_setopt(easy, CURLOPT_HEADERFUNCTION, OnLine);
-    curl_easy_setopt(easy, CURLOPT_HEADERDATA, this);
+    Curl().easy_setopt(easy, CURLOPT_CURLU, url);
+    Curl().easy_setopt(easy, CURLOPT_CONNECT_ONLY, 1L);
+    Curl().easy_setopt(easy, CURLOPT_NOSIGNAL, 1L);
+    Curl().easy_setopt(easy, CURLOPT_QUICK_EXIT, 1L); // an abort does not wait for a name server
+    Curl().easy_setopt(easy, CURLOPT_ERRORBUFFER, error_);
+    Curl().easy_setopt(easy, CURLOPT_HEADERFUNCTION, OnLine);
+    Curl().easy_setopt(easy, CURLOPT_HEADERDATA, this);
     // One silent address of several must leave time for the next one; what follows the connect has the
     // waiter's limit.
-    curl_easy_setopt(easy, CURLOPT_CONNECTTIMEOUT_MS, static_cast<long>(waiter_.Limit()));
-    curl_easy_setopt(easy, CURLOPT_SERVER_RESPONSE_TIMEOUT, kNoLimit);
+    Curl().easy_setopt(easy, CURLOPT_CONNECTTIMEOUT_MS, static_cast<long>(waiter_.Limit()));
+    Curl().easy_setopt(easy, CURLOPT_SERVER_RESPONSE_TIMEOUT, kNoLimit);
     // There is no setting for encryption, so there is nobody to ask about a certificate: a mail server on the
     // local network usually has one that nobody signed. Encrypted without a check is better than in the
     // clear, which is what a refusal would come to.
-    curl_easy_setopt(easy, CURLOPT_USE_SSL,
-                     tls == Tls::WhenOffered ? long(CURLUSESSL_TRY) : long(CURLUSESSL_NONE));
-    curl_easy_setopt(easy, CURLOPT_SSL_VERIFYPEER, 0L);
-    curl_easy_setopt(easy, CURLOPT_SSL_VERIFYHOST, 0L);
+    Curl().easy_setopt(easy, CURLOPT_USE_SSL,
+                       tls == Tls::WhenOffered ? long(CURLUSESSL_TRY) : long(CURLUSESSL_NONE));
+    Curl().easy_setopt(easy, CURLOPT_SSL_VERIFYPEER, 0L);
+    Curl().easy_setopt(easy, CURLOPT_SSL_VERIFYHOST, 0L);
 }
 
 MaybeFailure Connection::RunHandshake() {
@@ -131,12 +127,13 @@ void Connection::TakeHandshakeLine(QByteArrayView line) {
     while (auto reply = parser_.Next()) {
         lastReply_ = std::move(reply);
         waiter_.StartAnswer();
-        curl_easy_setopt(easy_.get(), CURLOPT_CONNECTTIMEOUT_MS, kNoLimit * 1000);
+        Curl().easy_setopt(easy_.get(), CURLOPT_CONNECTTIMEOUT_MS, kNoLimit * 1000);
     }
 }
 
 Failure Connection::HandshakeFailure(CURLcode code) const {
-    const QString text = error_[0] ? QString::fromUtf8(error_) : QString::fromUtf8(curl_easy_strerror(code));
+    const QString text =
+        error_[0] ? QString::fromUtf8(error_) : QString::fromUtf8(Curl().easy_strerror(code));
     const bool endless = text.startsWith(QLatin1String("Too large response")); // a line that has no end
     if (parser_.IsBroken() || endless)
         return InvalidReplyFailure();
@@ -160,7 +157,7 @@ Failure Connection::HandshakeFailure(CURLcode code) const {
 
 bool Connection::ReceiveNow(CURLcode &code, size_t &size) {
     char bytes[kReceive];
-    code = curl_easy_recv(easy_.get(), bytes, sizeof bytes, &size);
+    code = Curl().easy_recv(easy_.get(), bytes, sizeof bytes, &size);
     if (code != CURLE_OK || size == 0)
         return false;
     parser_.Add(QByteArrayView(bytes, static_cast<qsizetype>(size)));
@@ -193,7 +190,7 @@ MaybeFailure Connection::Write(QByteArrayView bytes, Early early) {
     while (!bytes.isEmpty()) {
         size_t sent = 0;
         const auto slice = static_cast<size_t>(std::min(bytes.size(), kSlice));
-        const CURLcode code = curl_easy_send(easy_.get(), bytes.data(), slice, &sent);
+        const CURLcode code = Curl().easy_send(easy_.get(), bytes.data(), slice, &sent);
         if (code != CURLE_OK && code != CURLE_AGAIN)
             return TakeWriteError();
         if (sent == 0) {
@@ -258,8 +255,8 @@ void Connection::Close() {
     if (IsUsableFor(server_)) {
         static constexpr QByteArrayView kQuit("QUIT\r\n");
         size_t sent = 0;
-        curl_easy_send(easy_.get(), kQuit.data(), kQuit.size(),
-                       &sent); // no matter how it ends, it is the end
+        Curl().easy_send(easy_.get(), kQuit.data(), kQuit.size(),
+                         &sent); // no matter how it ends, it is the end
     }
     Drop();
 }

@@ -8,7 +8,6 @@
 
 #include <QByteArrayList>
 #include <QString>
-#include <curl/curl.h>
 
 #include <memory>
 #include <optional>
@@ -53,7 +52,7 @@ public:
 
 private:
     struct FreeEasy {
-        void operator()(CURL *easy) const { curl_easy_cleanup(easy); }
+        void operator()(CURL *easy) const { Curl().easy_cleanup(easy); }
     };
     enum class Tls { WhenOffered, Never };
 

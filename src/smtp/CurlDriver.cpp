@@ -7,23 +7,23 @@
 namespace OSSMTP {
 
 CurlDriver::CurlDriver(CURL *easy, std::function<void(CURLcode)> finished)
-    : multi_(curl_multi_init()), easy_(easy), finished_(std::move(finished)) {
+    : multi_(Curl().multi_init()), easy_(easy), finished_(std::move(finished)) {
     timer_.setSingleShot(true);
     connect(&timer_, &QTimer::timeout, this, [this] { Act(CURL_SOCKET_TIMEOUT, 0); });
-    curl_multi_setopt(multi_, CURLMOPT_SOCKETFUNCTION, OnSocket);
-    curl_multi_setopt(multi_, CURLMOPT_SOCKETDATA, this);
-    curl_multi_setopt(multi_, CURLMOPT_TIMERFUNCTION, OnTimer);
-    curl_multi_setopt(multi_, CURLMOPT_TIMERDATA, this);
+    Curl().multi_setopt(multi_, CURLMOPT_SOCKETFUNCTION, OnSocket);
+    Curl().multi_setopt(multi_, CURLMOPT_SOCKETDATA, this);
+    Curl().multi_setopt(multi_, CURLMOPT_TIMERFUNCTION, OnTimer);
+    Curl().multi_setopt(multi_, CURLMOPT_TIMERDATA, this);
 }
 
 CurlDriver::~CurlDriver() {
     finished_ = nullptr;
-    curl_multi_remove_handle(multi_, easy_); // closes its connection too
-    curl_multi_cleanup(multi_);
+    Curl().multi_remove_handle(multi_, easy_); // closes its connection too
+    Curl().multi_cleanup(multi_);
 }
 
 void CurlDriver::Start() {
-    curl_multi_add_handle(multi_, easy_);
+    Curl().multi_add_handle(multi_, easy_);
 }
 
 int CurlDriver::OnSocket(CURL *, curl_socket_t socket, int what, void *self, void *) {
@@ -71,9 +71,9 @@ void CurlDriver::Forget(curl_socket_t socket) {
 
 void CurlDriver::Act(curl_socket_t socket, int events) {
     int running = 0;
-    curl_multi_socket_action(multi_, socket, events, &running);
+    Curl().multi_socket_action(multi_, socket, events, &running);
     int left = 0;
-    while (const CURLMsg *message = curl_multi_info_read(multi_, &left))
+    while (const CURLMsg *message = Curl().multi_info_read(multi_, &left))
         if (message->msg == CURLMSG_DONE && finished_)
             std::exchange(finished_, nullptr)(message->data.result);
 }

@@ -1,6 +1,8 @@
 // Drives one curl transfer from the event loop: sockets by notifiers, time by a timer, nothing ever blocks.
 #pragma once
 
+#include "smtp/Curl.h"
+
 #include <QObject>
 #include <QTimer>
 #include <curl/curl.h>

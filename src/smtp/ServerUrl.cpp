@@ -29,11 +29,11 @@ QByteArray UrlHost(const QString &host) {
 
 Url ServerUrl(const QString &host, int port) {
     const QByteArray name = UrlHost(host);
-    Url url(curl_url());
+    Url url(Curl().url());
     const bool ok =
-        !name.isEmpty() && curl_url_set(url.get(), CURLUPART_SCHEME, "smtp", 0) == CURLUE_OK &&
-        curl_url_set(url.get(), CURLUPART_HOST, name.constData(), 0) == CURLUE_OK &&
-        curl_url_set(url.get(), CURLUPART_PORT, QByteArray::number(port).constData(), 0) == CURLUE_OK;
+        !name.isEmpty() && Curl().url_set(url.get(), CURLUPART_SCHEME, "smtp", 0) == CURLUE_OK &&
+        Curl().url_set(url.get(), CURLUPART_HOST, name.constData(), 0) == CURLUE_OK &&
+        Curl().url_set(url.get(), CURLUPART_PORT, QByteArray::number(port).constData(), 0) == CURLUE_OK;
     return ok ? std::move(url) : nullptr;
 }
 

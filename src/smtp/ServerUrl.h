@@ -1,15 +1,16 @@
 // The server's name and port as a URL that libcurl connects to.
 #pragma once
 
+#include "smtp/Curl.h"
+
 #include <QString>
-#include <curl/curl.h>
 
 #include <memory>
 
 namespace OSSMTP {
 
 struct FreeUrl {
-    void operator()(CURLU *url) const { curl_url_cleanup(url); }
+    void operator()(CURLU *url) const { Curl().url_cleanup(url); }
 };
 using Url = std::unique_ptr<CURLU, FreeUrl>;
 

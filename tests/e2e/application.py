@@ -46,9 +46,9 @@ class Application:
             lines += [f"{key}={value}" for key, value in keys.items()]
         path.write_bytes("".join(line + "\r\n" for line in lines).encode())
 
-    def program(self, *arguments):
+    def program(self, *arguments, environment=None):
         """The program, to be started by a `with`."""
-        return Program(self.folder / "varlo-pro", *arguments, cwd=self.folder)
+        return Program(self.folder / "varlo-pro", *arguments, environment=environment, cwd=self.folder)
 
     def list_file(self, name):
         return self.profile / "lists" / f"{name}.vlo"

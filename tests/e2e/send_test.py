@@ -180,5 +180,20 @@ class OddServerTest(unittest.TestCase):
             self.assertEqual(app.read_list("News"), ["a@list.test"])
 
 
+class DamagedSystemTest(unittest.TestCase):
+    def test_without_the_mail_library_every_message_fails_with_a_reason(self):
+        with Application({"News": ["a@list.test", "b@list.test"]}, SMTP) as app:
+            (app.folder / "libcurl.so.4").write_text("no library")
+            with app.program(environment={"LD_LIBRARY_PATH": str(app.folder)}) as ui:
+                compose(ui, "News", "text")
+                summary = send(ui)
+                failures = [line for line in app.status_log() if line.startswith("SMTP error 12029 - ")]
+                self.assertEqual(len(failures), 2, app.status_log())
+                self.assertIn("libcurl.so.4", failures[0])
+                self.assertEqual(summary[2:4], ["- The message was sent to 0 recipients",
+                                                "- The message could not be delivered to 2 recipients*"])
+                self.assertEqual(ui.text("lblStatusCurrent"), "2 Current")
+
+
 if __name__ == "__main__":
     isolation.run(unittest.main)

@@ -77,11 +77,11 @@ void CheckServer(const QString &host) {
     char *path = nullptr;
     if (!url)
         return;
-    Require(curl_url_get(url.get(), CURLUPART_USER, &path, 0) == CURLUE_NO_USER, "no user comes in");
-    Require(curl_url_get(url.get(), CURLUPART_QUERY, &path, 0) == CURLUE_NO_QUERY, "no query comes in");
-    Require(curl_url_get(url.get(), CURLUPART_PATH, &path, 0) == CURLUE_OK && qstrcmp(path, "/") == 0,
+    Require(Curl().url_get(url.get(), CURLUPART_USER, &path, 0) == CURLUE_NO_USER, "no user comes in");
+    Require(Curl().url_get(url.get(), CURLUPART_QUERY, &path, 0) == CURLUE_NO_QUERY, "no query comes in");
+    Require(Curl().url_get(url.get(), CURLUPART_PATH, &path, 0) == CURLUE_OK && qstrcmp(path, "/") == 0,
             "no path comes in");
-    curl_free(path);
+    Curl().free(path);
 }
 
 } // namespace

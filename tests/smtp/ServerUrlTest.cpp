@@ -11,10 +11,10 @@ namespace {
 QByteArray UrlText(const QString &host, int port = 25) {
     const Url url = ServerUrl(host, port);
     char *text = nullptr;
-    if (!url || curl_url_get(url.get(), CURLUPART_URL, &text, 0) != CURLUE_OK)
+    if (!url || Curl().url_get(url.get(), CURLUPART_URL, &text, 0) != CURLUE_OK)
         return "none";
     const QByteArray copy(text);
-    curl_free(text);
+    Curl().free(text);
     return copy;
 }
 

@@ -1,0 +1,63 @@
+#include "smtp/Curl.h"
+
+#include <QLibrary>
+
+#include <type_traits>
+
+namespace OSSMTP {
+
+#ifdef Q_OS_WIN
+
+#define VARLO_FIND(name) name = curl_##name
+
+CurlFunctions::CurlFunctions(const QString &) {
+
+#else
+
+#define VARLO_FIND(name) find(name, "curl_" #name)
+
+CurlFunctions::CurlFunctions(const QString &library) {
+    QLibrary file(library);
+    file.setLoadHints(QLibrary::PreventUnloadHint);
+    if (!file.load()) {
+        Problem = file.errorString();
+        return;
+    }
+    const auto find = [&](auto &function, const char *name) {
+        function = reinterpret_cast<std::remove_reference_t<decltype(function)>>(file.resolve(name));
+        if (!function)
+            Problem = library + QStringLiteral(" has no ") + QString::fromLatin1(name);
+    };
+
+#endif
+
+    VARLO_FIND(global_init);
+    VARLO_FIND(easy_init);
+    VARLO_FIND(easy_setopt);
+    VARLO_FIND(easy_getinfo);
+    VARLO_FIND(easy_send);
+    VARLO_FIND(easy_recv);
+    VARLO_FIND(easy_strerror);
+    VARLO_FIND(easy_cleanup);
+    VARLO_FIND(multi_init);
+    VARLO_FIND(multi_setopt);
+    VARLO_FIND(multi_add_handle);
+    VARLO_FIND(multi_remove_handle);
+    VARLO_FIND(multi_socket_action);
+    VARLO_FIND(multi_info_read);
+    VARLO_FIND(multi_cleanup);
+    VARLO_FIND(url);
+    VARLO_FIND(url_set);
+    VARLO_FIND(url_get);
+    VARLO_FIND(url_cleanup);
+    VARLO_FIND(free);
+    if (Problem.isEmpty())
+        global_init(CURL_GLOBAL_DEFAULT);
+}
+
+const CurlFunctions &Curl() {
+    static const CurlFunctions functions(QStringLiteral("libcurl.so.4"));
+    return functions;
+}
+
+} // namespace OSSMTP
