@@ -1,8 +1,9 @@
 #!/usr/bin/env python3
 """Compares the start of the program, with the longest list there can be, with that of a bare Qt window that holds an
 empty list box, and of the same window with one menu: a window without any text spares itself the fonts. Figures are
-the time from the start of the process until the window is painted and the event loop has nothing to do, and the memory
-resident then. All are watched by the same small library, taking turns. Needs no root.
+the time from the start of the process until the window is on the screen, until the event loop has nothing left to do
+(the program shows its window first and the list in it then), and the memory resident then. All are watched by the
+same small library, taking turns. Needs no root.
 
     bench/start_up.py [ROUNDS] [PLATFORM]    the platform is "offscreen"; "xcb" needs a display: xvfb-run -a
 """
@@ -24,7 +25,7 @@ MEGABYTE = 1 << 20
 
 
 def start(command, platform, cwd):
-    """Milliseconds until it stands ready, peak and resident megabytes then."""
+    """Milliseconds until its window is shown and until it stands ready, peak and resident megabytes then."""
     with tempfile.NamedTemporaryFile(prefix="varlo-shown-") as told:
         path = pathlib.Path(told.name)
         environment = {**os.environ, "QT_QPA_PLATFORM": platform, "LD_PRELOAD": str(BUILD / "bench/libshown_probe.so"),
@@ -36,8 +37,8 @@ def start(command, platform, cwd):
         finally:
             process.kill()
             process.wait()
-        shown, peak, resident = map(int, path.read_text().split())
-    return (shown - begun) / 1e6, peak * 1024 / MEGABYTE, resident * 1024 / MEGABYTE
+        shown, ready, peak, resident = map(int, path.read_text().split())
+    return (shown - begun) / 1e6, (ready - begun) / 1e6, peak * 1024 / MEGABYTE, resident * 1024 / MEGABYTE
 
 
 def start_program(app, platform):
@@ -56,12 +57,13 @@ def main():
             seen.append([*start_program(app, platform), *start([window], platform, app.folder),
                          *start([window, "&Varlo"], platform, app.folder)])
     seen.pop(0)  # the first one read the libraries from the disk
-    names = [f"{who} {what}" for who in ("program", "bare", "with text") for what in ("ms", "peak MB", "resident MB")]
+    whats = ("shown ms", "ready ms", "peak MB", "resident MB")
+    names = [f"{who} {what}" for who in ("program", "bare", "with text") for what in whats]
     medians = report(names, seen, digits=1)
-    ours = medians[:3]
-    for who, theirs in (("a bare window", medians[3:6]), ("a window with a text", medians[6:])):
-        time_, peak, resident = (mine / other for mine, other in zip(ours, theirs))
-        print(f"program to {who} ({platform}): time {time_:.2f}, peak memory {peak:.2f}, resident memory {resident:.2f}")
+    ours, bare, with_text = (medians[at:at + len(whats)] for at in range(0, len(names), len(whats)))
+    for who, theirs in (("a bare window", bare), ("a window with a text", with_text)):
+        ratios = ", ".join(f"{what.split()[0]} {mine / other:.2f}" for what, mine, other in zip(whats, ours, theirs))
+        print(f"program to {who} ({platform}): {ratios}")
 
 
 if __name__ == "__main__":
