@@ -27,7 +27,11 @@ std::optional<QString> Load(const QString &path) {
     }
 }
 
-void Store(const QString &path, const QString &text) {
+// Every start of the program stores settings that it has just read: those cost no write that waits for the
+// disk.
+void Store(const QString &path, const QString &oldText, const QString &text) {
+    if (text == oldText && QFileInfo::exists(path))
+        return;
     try {
         WriteFile(path, EncodeText(text), FileAccess::OwnerOnly); // it holds a password
     } catch (const RuntimeError &) {
@@ -63,17 +67,17 @@ QString clsINIFile::GetValue(const QString &ValueName, const QString &Default, b
 
 void clsINIFile::Values(const QString &ValueName, const QVariant &vData) const {
     if (const auto text = Load(file_))
-        Store(file_, IniText::WithValue(*text, section_, ValueName, TextForm(vData)));
+        Store(file_, *text, IniText::WithValue(*text, section_, ValueName, TextForm(vData)));
 }
 
 void clsINIFile::DeleteKey(const QString &KeyName) const {
     if (const auto text = Load(file_); text && !text->isEmpty())
-        Store(file_, IniText::WithoutKey(*text, section_, KeyName));
+        Store(file_, *text, IniText::WithoutKey(*text, section_, KeyName));
 }
 
 void clsINIFile::DeleteSection(const QString &SectionName) const {
     if (const auto text = Load(file_); text && !text->isEmpty())
-        Store(file_, IniText::WithoutSection(*text, SectionName));
+        Store(file_, *text, IniText::WithoutSection(*text, SectionName));
 }
 
 } // namespace varlo

@@ -4,6 +4,8 @@
 #include "support/FullDisk.h"
 #include "support/WithoutRootRights.h"
 
+#include <QDateTime>
+#include <QFileInfo>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
@@ -130,6 +132,22 @@ TEST_F(clsINIFileTest, WriteKeepsEverythingElse) {
     ini_.Values(kKey, QStringLiteral("new"));
     ini_.Values(QStringLiteral("Added"), 1);
     EXPECT_EQ(Bytes(), QByteArray("; mine\r\n\r\n[B]\r\nKey=b\r\n\r\n[a]\nKey=new\nlast=1\r\nAdded=1\r\n"));
+}
+
+TEST_F(clsINIFileTest, OnlyWhatChangesIsWritten) {
+    Put("[A]\r\nKey=1\r\n");
+    const QDateTime longAgo(QDate(2001, 2, 3), QTime(4, 5, 6));
+    QFile file(path_);
+    ASSERT_TRUE(file.open(QIODevice::ReadWrite) &&
+                file.setFileTime(longAgo, QFileDevice::FileModificationTime));
+    file.close();
+    ini_.Values(kKey, 1);
+    ini_.DeleteKey(QStringLiteral("Other"));
+    ini_.DeleteSection(QStringLiteral("B"));
+    EXPECT_EQ(QFileInfo(path_).lastModified(), longAgo);
+    ini_.Values(kKey, 2);
+    EXPECT_NE(QFileInfo(path_).lastModified(), longAgo);
+    EXPECT_EQ(Bytes(), QByteArray("[A]\r\nKey=2\r\n"));
 }
 
 TEST_F(clsINIFileTest, TwoInstancesSeeEachOthersChanges) {
