@@ -21,8 +21,10 @@ QString Path(const Session &session, const QString &name) {
 }
 
 QStringList Names(const Session &session) {
-    QStringList names = QDir(session.ProfileFile(kFolder))
-                            .entryList({u'*' + kExtension}, QDir::Files | QDir::Hidden, QDir::Unsorted);
+    // Without a name filter: QDir makes a regular expression of it, and brings the library for those.
+    QStringList names =
+        QDir(session.ProfileFile(kFolder)).entryList(QDir::Files | QDir::Hidden, QDir::Unsorted);
+    names.removeIf([](const QString &name) { return !name.endsWith(kExtension, Qt::CaseInsensitive); });
     for (QString &name : names)
         name.chop(kExtension.size());
     // Where the file system tells letter case apart, "NEWS.VLO" is not the file of a list "NEWS".
