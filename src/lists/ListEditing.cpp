@@ -1,5 +1,6 @@
 #include "lists/ListEditing.h"
 
+#include "core/PaintBreaks.h"
 #include "core/Reporting.h"
 #include "core/modPublic.h"
 #include "lists/AddressRules.h"
@@ -88,8 +89,11 @@ void ListEditing::DeleteSelected(int box) {
             RemoveFromOtherBox(box, entries);
             lists_.MarkUnsaved();
         }
-        for (const QString &entry : entries)
+        PaintBreaks breaks;
+        for (const QString &entry : entries) {
             StatusMessage(session_, QStringLiteral("Deleted [") + entry + QStringLiteral("]"));
+            breaks.Take();
+        }
     });
     lists_.UpdateControls();
 }

@@ -1,9 +1,9 @@
 #include "lists/ListStore.h"
 
+#include "core/PaintBreaks.h"
 #include "core/Reporting.h"
 #include "lists/ListFile.h"
 
-#include <QCoreApplication>
 #include <QScopeGuard>
 
 namespace varlo {
@@ -80,10 +80,7 @@ bool ListStore::Load(const QString &name) {
     ListSaved = true;
     session_.Boxes.SetHourglass(true);
     trap([&] { StatusMessage(session_, QStringLiteral("Loading [") + name + QStringLiteral("]...")); });
-    // Lets the status line paint. The operator's clicks wait until the list is there, and so does the
-    // network: a mail check that ends now would process its requests into the list that is about to be
-    // cleared.
-    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents | QEventLoop::ExcludeSocketNotifiers);
+    LetWindowsPaint();
     trap([&] { Fill(name); });
     CurrentListName = name;
     trap([&] { StatusMessage(session_, QStringLiteral("Loaded [") + name + QStringLiteral("]")); });
