@@ -48,16 +48,16 @@ void frmProfile::CreateControls() {
     // The width does not follow the longest name: a name can have 255 characters.
     cmbProfiles->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     cmbProfiles->setMinimumContentsLength(32);
-    cmdProfileNew = NewButton(QStringLiteral("cmdProfileNew"), QStringLiteral("New"),
+    cmdProfileNew = NewButton(QStringLiteral("cmdProfileNew"), QStringLiteral("&New"),
                               QStringLiteral("Create new profile"));
-    cmdProfileRename = NewButton(QStringLiteral("cmdProfileRename"), QStringLiteral("Rename"),
+    cmdProfileRename = NewButton(QStringLiteral("cmdProfileRename"), QStringLiteral("&Rename"),
                                  QStringLiteral("Rename profile"));
-    cmdProfileDelete = NewButton(QStringLiteral("cmdProfileDelete"), QStringLiteral("Delete"),
+    cmdProfileDelete = NewButton(QStringLiteral("cmdProfileDelete"), QStringLiteral("&Delete"),
                                  QStringLiteral("Delete profile"));
-    chkAutoStart = new QCheckBox(QStringLiteral("Don't ask at startup"));
+    chkAutoStart = new QCheckBox(QStringLiteral("Don't &ask at startup"));
     chkAutoStart->setObjectName(QStringLiteral("chkAutoStart"));
     chkAutoStart->setToolTip(QStringLiteral("Check this box to skip the profile manager at startup"));
-    cmdGo = NewButton(QStringLiteral("cmdGo"), QStringLiteral("Start Varlo Pro"));
+    cmdGo = NewButton(QStringLiteral("cmdGo"), QStringLiteral("&Start Varlo Pro"));
     cmdGo->setDefault(true);
 }
 

@@ -46,11 +46,11 @@ void frmCompRecip::CreateControls() {
     mnuListFunctions = new QMenu(this);
     mnuListFunctions->setObjectName(QStringLiteral("mnuListFunctions"));
     mnuSelectNone =
-        NewEntry(mnuListFunctions, QStringLiteral("mnuSelectNone"), QStringLiteral("Select no lists"));
+        NewEntry(mnuListFunctions, QStringLiteral("mnuSelectNone"), QStringLiteral("Select &no lists"));
     mnuSelectAll =
-        NewEntry(mnuListFunctions, QStringLiteral("mnuSelectAll"), QStringLiteral("Select all lists"));
+        NewEntry(mnuListFunctions, QStringLiteral("mnuSelectAll"), QStringLiteral("Select &all lists"));
     mnuSelectInvert = NewEntry(mnuListFunctions, QStringLiteral("mnuSelectInvert"),
-                               QStringLiteral("Invert list selection"));
+                               QStringLiteral("&Invert list selection"));
     cmdListFunctions = new QPushButton(QStringLiteral("&Select"));
     cmdListFunctions->setObjectName(QStringLiteral("cmdListFunctions"));
     cmdListFunctions->setAutoDefault(false);

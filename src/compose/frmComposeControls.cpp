@@ -94,22 +94,22 @@ void frmCompose::CreateIndicators() {
 
 void frmCompose::CreateMessageMenu() {
     mnuMessage = AddMenu(this, QStringLiteral("mnuMessage"), QStringLiteral("M&essage"));
-    AddEntry(mnuMessage, QStringLiteral("mnuMessageSend"), QStringLiteral("Send Message"), this,
+    AddEntry(mnuMessage, QStringLiteral("mnuMessageSend"), QStringLiteral("&Send Message"), this,
              &frmCompose::mnuMessageSend_Click, QKeySequence(Qt::CTRL | Qt::Key_Return))
         ->setIcon(Icon(u"send"));
     AddLine(mnuMessage, QStringLiteral("mnuMessageLine1"));
-    AddEntry(mnuMessage, QStringLiteral("mnuMessageOpen"), QStringLiteral("Open Draft"), this,
+    AddEntry(mnuMessage, QStringLiteral("mnuMessageOpen"), QStringLiteral("&Open Draft"), this,
              &frmCompose::mnuMessageOpen_Click, QKeySequence(Qt::CTRL | Qt::Key_O))
         ->setIcon(Icon(u"draft-open"));
-    AddEntry(mnuMessage, QStringLiteral("mnuMessageSave"), QStringLiteral("Save Draft"), this,
+    AddEntry(mnuMessage, QStringLiteral("mnuMessageSave"), QStringLiteral("Sa&ve Draft"), this,
              &frmCompose::mnuMessageSave_Click, QKeySequence(Qt::CTRL | Qt::Key_S))
         ->setIcon(Icon(u"draft-save"));
     AddLine(mnuMessage, QStringLiteral("mnuMessageLine2"));
-    AddEntry(mnuMessage, QStringLiteral("mnuMessageAttach"), QStringLiteral("Attachments..."), this,
+    AddEntry(mnuMessage, QStringLiteral("mnuMessageAttach"), QStringLiteral("&Attachments..."), this,
              &frmCompose::mnuMessageAttach_Click, QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_A))
         ->setIcon(Icon(u"attach"));
     AddLine(mnuMessage, QStringLiteral("mnuMessageLine3"));
-    AddEntry(mnuMessage, QStringLiteral("mnuMessageClearAll"), QStringLiteral("Clear All"), this,
+    AddEntry(mnuMessage, QStringLiteral("mnuMessageClearAll"), QStringLiteral("&Clear All"), this,
              &frmCompose::mnuMessageClearAll_Click);
 }
 
@@ -123,19 +123,19 @@ void frmCompose::CreateEditMenu() {
         entry->setShortcutContext(Qt::WidgetShortcut);
         entry->setShortcut(QKeySequence(Qt::CTRL | static_cast<Qt::Key>(key)));
     };
-    add("mnuEditUndo", "Undo", Qt::Key_Z, &frmCompose::mnuEditUndo_Click);
-    add("mnuEditRedo", "Redo", Qt::Key_Y, &frmCompose::mnuEditRedo_Click);
+    add("mnuEditUndo", "&Undo", Qt::Key_Z, &frmCompose::mnuEditUndo_Click);
+    add("mnuEditRedo", "&Redo", Qt::Key_Y, &frmCompose::mnuEditRedo_Click);
     AddLine(mnuEdit, QStringLiteral("mnuEditLine1"));
-    add("mnuEditCut", "Cut", Qt::Key_X, &frmCompose::mnuEditCut_Click);
-    add("mnuEditCopy", "Copy", Qt::Key_C, &frmCompose::mnuEditCopy_Click);
-    add("mnuEditPaste", "Paste", Qt::Key_V, &frmCompose::mnuEditPaste_Click);
+    add("mnuEditCut", "Cu&t", Qt::Key_X, &frmCompose::mnuEditCut_Click);
+    add("mnuEditCopy", "&Copy", Qt::Key_C, &frmCompose::mnuEditCopy_Click);
+    add("mnuEditPaste", "&Paste", Qt::Key_V, &frmCompose::mnuEditPaste_Click);
     AddLine(mnuEdit, QStringLiteral("mnuEditLine2"));
-    add("mnuEditSelectAll", "Select All", Qt::Key_A, &frmCompose::mnuEditSelectAll_Click);
+    add("mnuEditSelectAll", "Select &All", Qt::Key_A, &frmCompose::mnuEditSelectAll_Click);
 }
 
 void frmCompose::CreateInsertMenu() {
     mnuInsert = AddMenu(this, QStringLiteral("mnuInsert"), QStringLiteral("&Insert"));
-    AddEntry(mnuInsert, QStringLiteral("mnuInsSignature"), QStringLiteral("Signature"), this,
+    AddEntry(mnuInsert, QStringLiteral("mnuInsSignature"), QStringLiteral("&Signature"), this,
              &frmCompose::mnuInsSignature_Click, QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S))
         ->setIcon(Icon(u"signature"));
 }

@@ -84,7 +84,7 @@ void frmOptions::CreateGeneral() {
                                         QStringLiteral("Save all sent messages to text files"));
     cmbMaintenance = Named<QComboBox>("cmbMaintenance");
     cmbMaintenance->addItems(MaintenanceItems());
-    cmdLogGo = NewButton<QPushButton>("cmdLogGo", QStringLiteral("Go"),
+    cmdLogGo = NewButton<QPushButton>("cmdLogGo", QStringLiteral("&Go"),
                                       QStringLiteral("Activate the selected maintenance function"));
 }
 
@@ -98,7 +98,7 @@ void frmOptions::CreateSending() {
                                     QStringLiteral("Your e-mail address as it will appear on sent messages"));
     txtSMTPWrap = NewNumberBox("txtSMTPWrap");
     txtSMTPWrap->setValidator(new WrapValidator(txtSMTPWrap));
-    cmdWrapDefault = NewButton<QPushButton>("cmdWrapDefault", QStringLiteral("Default"),
+    cmdWrapDefault = NewButton<QPushButton>("cmdWrapDefault", QStringLiteral("&Default"),
                                             QStringLiteral("Set default wrap column"));
 }
 

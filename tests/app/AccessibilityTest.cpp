@@ -145,6 +145,25 @@ TEST_P(AccessibilityTest, NoLetterStandsForTwoEntriesOfAMenu) {
     }
 }
 
+TEST_P(AccessibilityTest, EveryButtonAndEveryEntryOfAMenuHasALetter) {
+    QStringList without;
+    const auto note = [&without](const QString &name, const QString &text) {
+        if (!text.isEmpty() && QKeySequence::mnemonic(text).isEmpty())
+            without << name + QStringLiteral(": ") + text;
+    };
+    for (const QAbstractButton *button : window.Visible<QAbstractButton>())
+        note(button->objectName(), button->text());
+    for (const QMenu *menu : window->findChildren<QMenu *>())
+        for (const QAction *entry : menu->actions())
+            note(entry->objectName(), entry->text());
+    without.removeIf([](const QString &each) { // Enter, Escape, Del; and a button without a word
+        return each.endsWith(QStringLiteral(": OK")) || each.endsWith(QStringLiteral(": Cancel")) ||
+               each.startsWith(QStringLiteral("cmdListDelete_")) ||
+               each == QStringLiteral("cmdListSwap: +/-");
+    });
+    EXPECT_EQ(without, QStringList());
+}
+
 INSTANTIATE_TEST_SUITE_P(Windows, AccessibilityTest, ValuesIn(WindowNames()),
                          [](const auto &look) { return look.param; });
 

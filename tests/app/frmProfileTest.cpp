@@ -10,16 +10,16 @@ TEST_F(frmProfileTest, ShowsItsCaptionsAndToolTips) {
     EXPECT_EQ(window_->objectName(), QStringLiteral("frmProfile"));
     EXPECT_EQ(window_->windowTitle(), QStringLiteral("Profile Manager"));
     EXPECT_EQ(Find<QGroupBox>("Frame1")->title(), QStringLiteral("Profiles"));
-    EXPECT_EQ(Find<QPushButton>("cmdProfileNew")->text(), QStringLiteral("New"));
+    EXPECT_EQ(Find<QPushButton>("cmdProfileNew")->text(), QStringLiteral("&New"));
     EXPECT_EQ(Find<QPushButton>("cmdProfileNew")->toolTip(), QStringLiteral("Create new profile"));
-    EXPECT_EQ(Find<QPushButton>("cmdProfileRename")->text(), QStringLiteral("Rename"));
+    EXPECT_EQ(Find<QPushButton>("cmdProfileRename")->text(), QStringLiteral("&Rename"));
     EXPECT_EQ(Find<QPushButton>("cmdProfileRename")->toolTip(), QStringLiteral("Rename profile"));
-    EXPECT_EQ(Find<QPushButton>("cmdProfileDelete")->text(), QStringLiteral("Delete"));
+    EXPECT_EQ(Find<QPushButton>("cmdProfileDelete")->text(), QStringLiteral("&Delete"));
     EXPECT_EQ(Find<QPushButton>("cmdProfileDelete")->toolTip(), QStringLiteral("Delete profile"));
-    EXPECT_EQ(Find<QCheckBox>("chkAutoStart")->text(), QStringLiteral("Don't ask at startup"));
+    EXPECT_EQ(Find<QCheckBox>("chkAutoStart")->text(), QStringLiteral("Don't &ask at startup"));
     EXPECT_EQ(Find<QCheckBox>("chkAutoStart")->toolTip(),
               QStringLiteral("Check this box to skip the profile manager at startup"));
-    EXPECT_EQ(Find<QPushButton>("cmdGo")->text(), QStringLiteral("Start Varlo Pro"));
+    EXPECT_EQ(Find<QPushButton>("cmdGo")->text(), QStringLiteral("&Start Varlo Pro"));
     EXPECT_FALSE(List()->isEditable());
 }
 

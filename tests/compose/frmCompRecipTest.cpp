@@ -42,7 +42,7 @@ TEST_F(frmCompRecipTest, TheButtonOpensThreeCommands) {
     QStringList captions;
     for (const QAction *entry : test::Find<QPushButton>(&dialog, "cmdListFunctions")->menu()->actions())
         captions << entry->text();
-    EXPECT_EQ(captions, QStringList({"Select no lists", "Select all lists", "Invert list selection"}));
+    EXPECT_EQ(captions, QStringList({"Select &no lists", "Select &all lists", "&Invert list selection"}));
 }
 
 TEST_F(frmCompRecipTest, TheCommandsSelectAllNoneAndTheOthers) {

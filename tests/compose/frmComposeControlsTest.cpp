@@ -36,11 +36,11 @@ TEST_F(frmComposeControlsTest, TheMenusHoldTheirEntriesAndLines) {
     for (const QAction *menu : window->menuBar()->actions())
         menus << menu->text();
     EXPECT_EQ(menus, QStringList({"M&essage", "&Edit", "&Insert"}));
-    EXPECT_EQ(Entries("mnuMessage"), QStringList({"Send Message", "-", "Open Draft", "Save Draft", "-",
-                                                  "Attachments...", "-", "Clear All"}));
+    EXPECT_EQ(Entries("mnuMessage"), QStringList({"&Send Message", "-", "&Open Draft", "Sa&ve Draft", "-",
+                                                  "&Attachments...", "-", "&Clear All"}));
     EXPECT_EQ(Entries("mnuEdit"),
-              QStringList({"Undo", "Redo", "-", "Cut", "Copy", "Paste", "-", "Select All"}));
-    EXPECT_EQ(Entries("mnuInsert"), QStringList("Signature"));
+              QStringList({"&Undo", "&Redo", "-", "Cu&t", "&Copy", "&Paste", "-", "Select &All"}));
+    EXPECT_EQ(Entries("mnuInsert"), QStringList("&Signature"));
 }
 
 TEST_F(frmComposeControlsTest, TheFocusBeginsAtTheSubjectAndGoesDownwards) {
