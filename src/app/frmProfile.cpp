@@ -1,5 +1,6 @@
 #include "app/frmProfile.h"
 
+#include "core/Buttons.h"
 #include "core/PreferenceKeys.h"
 #include "core/Profiles.h"
 #include "core/Reporting.h"
@@ -16,18 +17,6 @@
 #include <initializer_list>
 
 namespace varlo {
-
-namespace {
-
-QPushButton *NewButton(const QString &name, const QString &caption, const QString &toolTip = {}) {
-    auto *button = new QPushButton(caption);
-    button->setObjectName(name);
-    button->setToolTip(toolTip);
-    button->setAutoDefault(false); // Enter starts the program wherever the focus is
-    return button;
-}
-
-} // namespace
 
 frmProfile::frmProfile(Session &session, const QStringList &arguments, QWidget *parent)
     : QDialog(parent), session_(session), commandLine_(arguments.join(u' ')) {
@@ -48,16 +37,16 @@ void frmProfile::CreateControls() {
     // The width does not follow the longest name: a name can have 255 characters.
     cmbProfiles->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     cmbProfiles->setMinimumContentsLength(32);
-    cmdProfileNew = NewButton(QStringLiteral("cmdProfileNew"), QStringLiteral("&New"),
-                              QStringLiteral("Create new profile"));
-    cmdProfileRename = NewButton(QStringLiteral("cmdProfileRename"), QStringLiteral("&Rename"),
-                                 QStringLiteral("Rename profile"));
-    cmdProfileDelete = NewButton(QStringLiteral("cmdProfileDelete"), QStringLiteral("&Delete"),
-                                 QStringLiteral("Delete profile"));
+    cmdProfileNew =
+        NewButton(nullptr, "cmdProfileNew", QStringLiteral("&New"), QStringLiteral("Create new profile"));
+    cmdProfileRename =
+        NewButton(nullptr, "cmdProfileRename", QStringLiteral("&Rename"), QStringLiteral("Rename profile"));
+    cmdProfileDelete =
+        NewButton(nullptr, "cmdProfileDelete", QStringLiteral("&Delete"), QStringLiteral("Delete profile"));
     chkAutoStart = new QCheckBox(QStringLiteral("Don't &ask at startup"));
     chkAutoStart->setObjectName(QStringLiteral("chkAutoStart"));
     chkAutoStart->setToolTip(QStringLiteral("Check this box to skip the profile manager at startup"));
-    cmdGo = NewButton(QStringLiteral("cmdGo"), QStringLiteral("&Start Varlo Pro"));
+    cmdGo = NewButton(nullptr, "cmdGo", QStringLiteral("&Start Varlo Pro"));
     cmdGo->setDefault(true);
 }
 

@@ -4,6 +4,7 @@
 #include "compose/AttachmentList.h"
 #include "compose/PlainToolTip.h"
 #include "compose/modDialogs.h"
+#include "core/Buttons.h"
 #include "core/Reporting.h"
 
 #include <QHBoxLayout>
@@ -17,13 +18,6 @@ namespace varlo {
 namespace {
 
 const QString kToolTip = QStringLiteral("Add and remove files to be sent as attachments with your e-mail");
-
-QPushButton *NewButton(const QString &name, const QString &caption) {
-    auto *button = new QPushButton(caption);
-    button->setObjectName(name);
-    button->setAutoDefault(false); // Enter means "OK" wherever the focus is
-    return button;
-}
 
 } // namespace
 
@@ -45,14 +39,14 @@ void frmAttach::CreateControls() {
     lstAttachments->setObjectName(QStringLiteral("lstAttachments"));
     lstAttachments->setAccessibleName(QStringLiteral("Attachments"));
     lstAttachments->setToolTip(kToolTip);
-    cmdAddFile = NewButton(QStringLiteral("cmdAddFile"), QStringLiteral("&Add File..."));
-    cmdRemoveFile = NewButton(QStringLiteral("cmdRemoveFile"), QStringLiteral("&Remove File"));
+    cmdAddFile = NewButton(nullptr, "cmdAddFile", QStringLiteral("&Add File..."));
+    cmdRemoveFile = NewButton(nullptr, "cmdRemoveFile", QStringLiteral("&Remove File"));
     lblFilesize = new QLabel;
     lblFilesize->setObjectName(QStringLiteral("lblFilesize"));
     lblFilesize->setTextFormat(Qt::PlainText);
-    cmdOK = NewButton(QStringLiteral("cmdOK"), QStringLiteral("OK"));
+    cmdOK = NewButton(nullptr, "cmdOK", QStringLiteral("OK"));
     cmdOK->setDefault(true);
-    cmdCancel = NewButton(QStringLiteral("cmdCancel"), QStringLiteral("Cancel"));
+    cmdCancel = NewButton(nullptr, "cmdCancel", QStringLiteral("Cancel"));
 }
 
 void frmAttach::LayOut() {

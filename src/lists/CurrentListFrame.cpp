@@ -1,6 +1,6 @@
 #include "lists/CurrentListFrame.h"
 
-#include "core/Icons.h"
+#include "core/Buttons.h"
 #include "core/Reporting.h"
 #include "lists/EntryListView.h"
 #include "lists/ListEditing.h"
@@ -26,16 +26,6 @@ CurrentListFrame::CurrentListFrame(Session &session, ListStore &lists, ListEditi
     ConnectControls();
 }
 
-QPushButton *CurrentListFrame::MakeButton(const char *name, const QString &caption, const QString &toolTip,
-                                          QStringView icon) {
-    auto *button = new QPushButton(caption, this);
-    button->setObjectName(QString::fromLatin1(name));
-    button->setToolTip(toolTip);
-    button->setIcon(Icon(icon));
-    button->setAutoDefault(false);
-    return button;
-}
-
 void CurrentListFrame::CreateControls() {
     lblCurrentList = new QLabel(QStringLiteral("&Current List"), this);
     lblCurrentList->setObjectName(QStringLiteral("lblCurrentList"));
@@ -45,26 +35,26 @@ void CurrentListFrame::CreateControls() {
     cmbMList->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     cmbMList->setMinimumContentsLength(12);
     lblCurrentList->setBuddy(cmbMList);
-    cmdFileNew =
-        MakeButton("cmdFileNew", QStringLiteral("Ne&w"), QStringLiteral("Create new mailing list"), u"new");
-    cmdFileRename = MakeButton("cmdFileRename", QStringLiteral("Re&name"),
-                               QStringLiteral("Rename current list"), u"rename");
-    cmdFileDelete = MakeButton("cmdFileDelete", QStringLiteral("&Delete"),
-                               QStringLiteral("Delete current list"), u"delete");
+    cmdFileNew = NewButton(this, "cmdFileNew", QStringLiteral("Ne&w"),
+                           QStringLiteral("Create new mailing list"), u"new");
+    cmdFileRename = NewButton(this, "cmdFileRename", QStringLiteral("Re&name"),
+                              QStringLiteral("Rename current list"), u"rename");
+    cmdFileDelete = NewButton(this, "cmdFileDelete", QStringLiteral("&Delete"),
+                              QStringLiteral("Delete current list"), u"delete");
     cmdFileSave =
-        MakeButton("cmdFileSave", QStringLiteral("&Save"), QStringLiteral("Save current list"), u"save");
+        NewButton(this, "cmdFileSave", QStringLiteral("&Save"), QStringLiteral("Save current list"), u"save");
     chronological_ =
         new EntryListView(lists_, kChronological, QStringLiteral("Current list, chronological"), this);
     alphabetical_ =
         new EntryListView(lists_, kAlphabetical, QStringLiteral("Current list, alphabetical"), this);
-    cmdListEdit =
-        MakeButton("cmdListEdit_0", QStringLiteral("Edi&t"), QStringLiteral("Edit selected items"), u"edit");
-    cmdListDelete = MakeButton("cmdListDelete_0", QStringLiteral("Delete"),
-                               QStringLiteral("Delete selected items"), u"delete");
-    cmdListFind = MakeButton("cmdListFind", QStringLiteral("Sea&rch"), QStringLiteral("Search through list"),
-                             u"search");
+    cmdListEdit = NewButton(this, "cmdListEdit_0", QStringLiteral("Edi&t"),
+                            QStringLiteral("Edit selected items"), u"edit");
+    cmdListDelete = NewButton(this, "cmdListDelete_0", QStringLiteral("Delete"),
+                              QStringLiteral("Delete selected items"), u"delete");
+    cmdListFind = NewButton(this, "cmdListFind", QStringLiteral("Sea&rch"),
+                            QStringLiteral("Search through list"), u"search");
     cmdListSort =
-        MakeButton("cmdListSort", QStringLiteral("S&ort"), QStringLiteral("Change sort order"), u"sort");
+        NewButton(this, "cmdListSort", QStringLiteral("S&ort"), QStringLiteral("Change sort order"), u"sort");
 }
 
 void CurrentListFrame::LayOutControls() {

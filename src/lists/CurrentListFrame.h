@@ -55,8 +55,6 @@ private:
     void cmdFileNew_Click();
     void cmdFileRename_Click();
     void cmdFileDelete_Click();
-    QPushButton *MakeButton(const char *name, const QString &caption, const QString &toolTip,
-                            QStringView icon);
 
     Session &session_;
     ListStore &lists_;

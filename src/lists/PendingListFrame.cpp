@@ -1,6 +1,6 @@
 #include "lists/PendingListFrame.h"
 
-#include "core/Icons.h"
+#include "core/Buttons.h"
 #include "lists/AddressRules.h"
 #include "lists/EntryListView.h"
 #include "lists/ListEditing.h"
@@ -40,16 +40,6 @@ PendingListFrame::PendingListFrame(Session &session, ListStore &lists, ListEditi
     ConnectControls();
 }
 
-QPushButton *PendingListFrame::MakeButton(const char *name, const QString &caption, const QString &toolTip,
-                                          QStringView icon) {
-    auto *button = new QPushButton(caption, this);
-    button->setObjectName(QString::fromLatin1(name));
-    button->setToolTip(toolTip);
-    button->setIcon(Icon(icon));
-    button->setAutoDefault(false);
-    return button;
-}
-
 void PendingListFrame::CreateControls() {
     pending_ = new EntryListView(lists_, kPending, QStringLiteral("Pending list"), this);
     txtAddEmail = new QLineEdit(this);
@@ -68,24 +58,24 @@ void PendingListFrame::CreateControls() {
 
 void PendingListFrame::CreateButtons() {
     cmdEmailAdd[0] =
-        MakeButton("cmdEmailAdd_0", QStringLiteral("&Add"), QStringLiteral("Add to list"), u"add");
-    cmdEmailAdd[1] =
-        MakeButton("cmdEmailAdd_1", QStringLiteral("Re&move"), QStringLiteral("Remove from list"), u"remove");
-    cmdEmailValidate = MakeButton("cmdEmailValidate", QStringLiteral("Val&idate"),
-                                  QStringLiteral("Validate address"), u"validate");
-    cmdCapture = MakeButton("cmdCapture", QStringLiteral("Cli&pboard"),
-                            QStringLiteral("Capture new e-mail addresses from the clipboard"), u"clipboard");
+        NewButton(this, "cmdEmailAdd_0", QStringLiteral("&Add"), QStringLiteral("Add to list"), u"add");
+    cmdEmailAdd[1] = NewButton(this, "cmdEmailAdd_1", QStringLiteral("Re&move"),
+                               QStringLiteral("Remove from list"), u"remove");
+    cmdEmailValidate = NewButton(this, "cmdEmailValidate", QStringLiteral("Val&idate"),
+                                 QStringLiteral("Validate address"), u"validate");
+    cmdCapture = NewButton(this, "cmdCapture", QStringLiteral("Cli&pboard"),
+                           QStringLiteral("Capture new e-mail addresses from the clipboard"), u"clipboard");
     cmdAutoAdd =
-        MakeButton("cmdAutoAdd", QStringLiteral("E-mail Acco&unt"),
-                   QStringLiteral("Automatic download of e-mail addresses from a POP3 account"), u"mailbox");
-    cmdCapturesAdd = MakeButton("cmdCapturesAdd", QStringLiteral("<<< Process Pendin&g List"),
-                                QStringLiteral("Add to current list and clear pending"), u"");
-    cmdListEdit =
-        MakeButton("cmdListEdit_1", QStringLiteral("&Edit"), QStringLiteral("Edit selected items"), u"edit");
-    cmdListDelete = MakeButton("cmdListDelete_1", QStringLiteral("Delete"),
-                               QStringLiteral("Delete selected items"), u"delete");
-    cmdListSwap = MakeButton("cmdListSwap", QStringLiteral("+/-"),
-                             QStringLiteral("Reverse +/- status of selected addresses"), u"swap");
+        NewButton(this, "cmdAutoAdd", QStringLiteral("E-mail Acco&unt"),
+                  QStringLiteral("Automatic download of e-mail addresses from a POP3 account"), u"mailbox");
+    cmdCapturesAdd = NewButton(this, "cmdCapturesAdd", QStringLiteral("<<< Process Pendin&g List"),
+                               QStringLiteral("Add to current list and clear pending"), u"");
+    cmdListEdit = NewButton(this, "cmdListEdit_1", QStringLiteral("&Edit"),
+                            QStringLiteral("Edit selected items"), u"edit");
+    cmdListDelete = NewButton(this, "cmdListDelete_1", QStringLiteral("Delete"),
+                              QStringLiteral("Delete selected items"), u"delete");
+    cmdListSwap = NewButton(this, "cmdListSwap", QStringLiteral("+/-"),
+                            QStringLiteral("Reverse +/- status of selected addresses"), u"swap");
     cmdListSwap->setAccessibleName(QStringLiteral("Reverse sign"));
 }
 

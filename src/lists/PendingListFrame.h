@@ -47,8 +47,6 @@ private:
     void LayOutControls();
     void ConnectControls();
     // `icon` is empty for none: the caption of cmdCapturesAdd has arrows of its own.
-    QPushButton *MakeButton(const char *name, const QString &caption, const QString &toolTip,
-                            QStringView icon);
 
     void cmdEmailAdd_Click(int index);
     void txtAddEmail_Change();
