@@ -12,6 +12,7 @@ namespace {
 
 using namespace std::chrono_literals;
 constexpr auto kPaintInterval = 34ms;
+constexpr int kStandstill = 100; // ms without a paint that was due: no events are handled
 
 // What a tooltip can show at all; a line from a server can be of any length.
 constexpr qsizetype kLongestToolTip = 2000;
@@ -35,8 +36,12 @@ void StatusLabel::setText(const QString &text) {
         return;
     StoreText(text);
     dirty_ = true;
-    if (!paintTimer_.isActive())
+    if (!paintTimer_.isActive()) {
         Refresh();
+    } else if (sinceRefresh_.hasExpired(kStandstill)) {
+        Refresh();
+        repaint();
+    }
 }
 
 // QLabel asks for a layout and a repaint with every text. It asks for neither when it is hidden and its
@@ -57,6 +62,7 @@ void StatusLabel::Refresh() {
     dirty_ = false;
     UpdateToolTip();
     update();
+    sinceRefresh_.start();
     paintTimer_.start();
 }
 

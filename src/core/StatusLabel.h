@@ -1,14 +1,16 @@
 // A one-line label for texts that change thousands of times a second at next to no cost.
 #pragma once
 
+#include <QElapsedTimer>
 #include <QLabel>
 #include <QTimer>
 
 namespace varlo {
 
 // Readers of text() see a new text at once. It is painted at most 30 times a second, the last one always; no
-// layout runs because of it, since the label's size does not depend on its text. A text that is too long ends
-// in an ellipsis and stands whole in the tooltip. Texts are plain: markup in them is shown as it stands.
+// layout runs because of it, since the label's size does not depend on its text. In the middle of long work
+// that handles no events it paints itself ten times a second. A text that is too long ends in an ellipsis and
+// stands whole in the tooltip. Texts are plain: markup in them is shown as it stands.
 class StatusLabel : public QLabel {
     Q_OBJECT
 
@@ -39,6 +41,7 @@ private:
     QString ShownText() const;
 
     QTimer paintTimer_{this}; // runs while a repaint would come too soon after the last one
+    QElapsedTimer sinceRefresh_;
     bool dirty_ = false;
 };
 

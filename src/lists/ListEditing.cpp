@@ -1,6 +1,5 @@
 #include "lists/ListEditing.h"
 
-#include "core/PaintBreaks.h"
 #include "core/Reporting.h"
 #include "core/modPublic.h"
 #include "lists/AddressRules.h"
@@ -89,11 +88,8 @@ void ListEditing::DeleteSelected(int box) {
             RemoveFromOtherBox(box, entries);
             lists_.MarkUnsaved();
         }
-        PaintBreaks breaks;
-        for (const QString &entry : entries) {
+        for (const QString &entry : entries)
             StatusMessage(session_, QStringLiteral("Deleted [") + entry + QStringLiteral("]"));
-            breaks.Take();
-        }
     });
     lists_.UpdateControls();
 }

@@ -1,9 +1,9 @@
 #include "lists/ListStore.h"
 
-#include "core/PaintBreaks.h"
 #include "core/Reporting.h"
 #include "lists/ListFile.h"
 
+#include <QCoreApplication>
 #include <QScopeGuard>
 
 namespace varlo {
@@ -80,7 +80,10 @@ bool ListStore::Load(const QString &name) {
     ListSaved = true;
     session_.Boxes.SetHourglass(true);
     trap([&] { StatusMessage(session_, QStringLiteral("Loading [") + name + QStringLiteral("]...")); });
-    LetWindowsPaint();
+    // Lets the status line paint. The operator's clicks wait until the list is there. The network should
+    // wait, too, but not every event loop obeys: what a mail check brings meanwhile stays on the Pending
+    // list.
+    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents | QEventLoop::ExcludeSocketNotifiers);
     trap([&] { Fill(name); });
     CurrentListName = name;
     trap([&] { StatusMessage(session_, QStringLiteral("Loaded [") + name + QStringLiteral("]")); });

@@ -46,7 +46,6 @@ private:
     void CreateButtons();
     void LayOutControls();
     void ConnectControls();
-    // `icon` is empty for none: the caption of cmdCapturesAdd has arrows of its own.
 
     void cmdEmailAdd_Click(int index);
     void txtAddEmail_Change();

@@ -1,6 +1,5 @@
 #include "lists/PendingProcessing.h"
 
-#include "core/PaintBreaks.h"
 #include "core/PreferenceKeys.h"
 #include "core/Reporting.h"
 #include "core/WordWrap.h"
@@ -72,7 +71,6 @@ void PendingProcessing::ProcessAll() {
     // run.
     const QStringList entries = lists_.lstEmailList(kPending).Entries();
     const QString total = u'/' + QString::number(entries.size());
-    PaintBreaks breaks;
     for (qsizetype i = 0; i < entries.size(); ++i) {
         if (session_.AppExiting)
             return;
@@ -80,7 +78,6 @@ void PendingProcessing::ProcessAll() {
         StatusMessage(session_, progress + u')');
         ProcessEntry(entries[i], progress);
         WriteLog(session_, QStringLiteral("PendingLog.txt"), entries[i]);
-        breaks.Take();
     }
     StatusMessage(session_, QStringLiteral("Pending list processing complete (") + Summary() + u')');
     QList<int> processed(entries.size());

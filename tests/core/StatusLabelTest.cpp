@@ -52,6 +52,21 @@ protected:
     StatusLabel label_{QStringLiteral("Idle")};
 };
 
+TEST_F(StatusLabelTest, PaintsItselfWhileNoEventsAreHandled) {
+    Show();
+    const EventCounter paints(&label_, QEvent::Paint);
+    const EventCounter others(&window_, QEvent::Timer);
+    window_.startTimer(0);
+    QElapsedTimer work;
+    work.start();
+    int texts = 0;
+    while (paints.Count < 3 && !work.hasExpired(30000))
+        label_.setText(QStringLiteral("Processing (%1)").arg(++texts));
+    EXPECT_EQ(paints.Count, 3);
+    EXPECT_EQ(others.Count, 0) << "nothing else may happen in the middle of the work";
+    EXPECT_GE(work.elapsed(), 300);
+}
+
 TEST_F(StatusLabelTest, TextIsReadableAtOnce) {
     Show();
     for (int i = 0; i < 100; ++i) {

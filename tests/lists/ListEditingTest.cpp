@@ -223,26 +223,6 @@ TEST_F(ListEditingTest, TheMostEntriesAreDeletedAndNamedOneByOne) {
     EXPECT_EQ(profile.Log(QStringLiteral("StatusLog.txt")).size(), kMost + 3); // loading, loaded, selected
 }
 
-// A disk that takes long for the lines of the log.
-TEST_F(ListEditingTest, ALongDeletionShowsHowFarItIs) {
-    Open(Words("aa@x.test bb@x.test cc@x.test"));
-    editing.SelectAll(kChronological);
-    QString last;
-    QStringList shown;
-    QTimer screen;
-    QObject::connect(&screen, &QTimer::timeout, &screen, [&] { shown << last; });
-    QObject::connect(&session.Status, &StatusFeed::StatusText, &screen, [&](const QString &text) {
-        last = text;
-        QElapsedTimer writing;
-        for (writing.start(); !writing.hasExpired(110);) {
-        }
-    });
-    screen.start(0);
-    editing.DeleteSelected(kChronological);
-    EXPECT_EQ(shown, TakeStatus().last(3));
-    ExpectBoth({}, {});
-}
-
 TEST_F(ListEditingTest, AStatusLogThatCannotBeWrittenIsReportedOnceAndAllIsDeleted) {
     Open(Words("aa@x.test bb@x.test"));
     editing.SelectAll(kChronological);

@@ -236,27 +236,6 @@ TEST_F(PendingProcessingTest, AFullListTakesOneForOneThatLeaves) {
     EXPECT_EQ(lists.lstEmailList(kChronological).Count(), kMost);
 }
 
-// A disk that takes long for the lines of the log.
-TEST_F(PendingProcessingTest, ALongRunShowsHowFarItIs) {
-    Open({});
-    QObject::connect(&session.Status, &StatusFeed::StatusText, &processing, [] {
-        QElapsedTimer writing;
-        for (writing.start(); !writing.hasExpired(50);) {
-        }
-    });
-    int shown = 0;
-    QTimer screen;
-    QObject::connect(&screen, &QTimer::timeout, &screen, [&] {
-        shown += processing.IsRunning();
-        processing.Run(); // a click that came through would change nothing, either
-    });
-    screen.start(0);
-    Process(Words("+a@x.test +b@x.test +c@x.test +d@x.test +e@x.test +f@x.test"));
-    EXPECT_GT(shown, 0);
-    EXPECT_EQ(Current(), Words("a@x.test b@x.test c@x.test d@x.test e@x.test f@x.test"));
-    EXPECT_EQ(Pending(), QStringList());
-}
-
 TEST_F(PendingProcessingTest, TheMostRequestsAreProcessed) {
     Open({});
     session.Prefs.LogStatus = 0;
