@@ -43,8 +43,6 @@ MaybeFailure Connection::Open(const Server &server) {
 
 MaybeFailure Connection::TryOpen(const Server &server, Tls tls) {
     Drop();
-    if (!Curl().Problem.isEmpty())
-        return Failure{CannotConnect, Curl().Problem};
     if (server.Port < 1 || server.Port > 65535)
         return Failure{CannotConnect, QStringLiteral("The port %1 does not exist").arg(server.Port)};
     const Url url = ServerUrl(server.Host, server.Port);

@@ -8,6 +8,8 @@ namespace OSSMTP {
 
 #ifdef Q_OS_WIN
 
+#define VARLO_CURL_LIBRARY "" // linked
+
 #define VARLO_FIND(name) name = curl_##name
 
 CurlFunctions::CurlFunctions(const QString &) {
@@ -56,7 +58,7 @@ CurlFunctions::CurlFunctions(const QString &library) {
 }
 
 const CurlFunctions &Curl() {
-    static const CurlFunctions functions(QStringLiteral("libcurl.so.4"));
+    static const CurlFunctions functions(QStringLiteral(VARLO_CURL_LIBRARY));
     return functions;
 }
 

@@ -2,6 +2,7 @@
 
 #include "core/RuntimeError.h"
 #include "smtp/Connection.h"
+#include "smtp/Curl.h"
 #include "smtp/HeaderText.h"
 #include "smtp/MimeMessage.h"
 #include "smtp/Transaction.h"
@@ -254,6 +255,8 @@ void SMTP::SetRecipient(const QString &mailbox) {
 bool SMTP::Send() {
     if (d->IsSending())
         return false;
+    if (!Curl().Problem.isEmpty())
+        throw varlo::RuntimeError(varlo::FileNotFound, Curl().Problem);
     const QPointer<SMTP> self(this);
     const std::shared_ptr<Private> keep = d; // an event handled meanwhile may destroy this object
     const MaybeFailure failure = keep->Send();

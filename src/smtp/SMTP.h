@@ -47,7 +47,8 @@ public:
     // Sends the message. True when the server took it; otherwise ErrorSMTP was emitted once (or Abort was
     // called). What is set while it waits counts for the next message. Called while a Send runs, it does
     // nothing and returns false without an event. Throws varlo::RuntimeError (53, 70, 57) when an attachment
-    // can no longer be read: no fault of the recipient's.
+    // can no longer be read, or (53) when no mail can be sent at all because libcurl is missing: no fault of
+    // the recipient's.
     bool Send();
 
     // How long one answer of the server may take; 60,000 ms unless set.
