@@ -1,5 +1,6 @@
 """The demonstration without a display: what it prints, the mail that arrives, the pictures it takes."""
 
+import contextlib
 import os
 import pathlib
 import re
@@ -40,6 +41,16 @@ def demonstrate(folder):
     return subprocess.CompletedProcess(process.args, process.returncode, output, errors)
 
 
+@contextlib.contextmanager
+def ended_after(process):
+    """A process that is left running by a test that failed is ended, with all that it started."""
+    try:
+        yield
+    finally:
+        if process.poll() is None:
+            os.killpg(process.pid, signal.SIGTERM)
+
+
 def running(program):
     """The folder below /proc of the process that runs this file; None when there is none."""
     for process in pathlib.Path("/proc").glob("[0-9]*"):
@@ -56,7 +67,7 @@ class GuidedTest(unittest.TestCase):
         signal.signal(signal.SIGINT, signal.default_int_handler)  # a background job ignores it
         with tempfile.TemporaryDirectory() as temporary:
             folder = pathlib.Path(temporary).resolve() / "demo"
-            with start(folder, DISPLAY=":0", QT_QPA_PLATFORM="offscreen") as process:
+            with start(folder, DISPLAY=":0", QT_QPA_PLATFORM="offscreen") as process, ended_after(process):
                 found = wait_until(lambda: running(folder / "program" / "varlo-pro"), 60, "running program")
                 log = folder / "program/profiles/Garden club/logs/StatusLog.txt"
                 wait_until(lambda: log.exists() and "Loaded [Newsletter]" in log.read_text(), 60, "opened list")
