@@ -20,7 +20,8 @@ ScriptedDialogs::~ScriptedDialogs() {
     EXPECT_TRUE(Files.empty()) << "a scripted file was never asked for";
 }
 
-BoxAnswer ScriptedDialogs::MsgBox(const QString &text, BoxButtons buttons, BoxIcon icon, const QString &title) {
+BoxAnswer ScriptedDialogs::MsgBox(const QString &text, BoxButtons buttons, BoxIcon icon,
+                                  const QString &title) {
     Shown.push_back({title, text, buttons, icon});
     if (OnBox)
         OnBox(text);

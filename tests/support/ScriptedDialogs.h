@@ -22,8 +22,9 @@ struct ShownBox {
 
 void PrintTo(const ShownBox &box, std::ostream *out);
 
-// Boxes are answered from `Answers`, in order; without one left, an Ok box is answered with Ok and any other fails
-// the test. Input boxes take from `Inputs`, file choosers from `Files` (nothing left: cancelled, as a failure).
+// Boxes are answered from `Answers`, in order; without one left, an Ok box is answered with Ok and any other
+// fails the test. Input boxes take from `Inputs`, file choosers from `Files` (nothing left: cancelled, as a
+// failure).
 class ScriptedDialogs : public Dialogs {
 public:
     ~ScriptedDialogs() override;

@@ -5,5 +5,6 @@
 
 #include <QtTest>
 #include <QtWidgets>
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
+
+#include <gmock/gmock.h>
