@@ -2,37 +2,37 @@
 
 #include <QLibrary>
 
-#include <type_traits>
-
 namespace OSSMTP {
 
 #ifdef Q_OS_WIN
 
 #define VARLO_CURL_LIBRARY "" // linked
-
 #define VARLO_FIND(name) name = curl_##name
-
-CurlFunctions::CurlFunctions(const QString &) {
 
 #else
 
-#define VARLO_FIND(name) find(name, "curl_" #name)
+#define VARLO_FIND(name) Find(name, "curl_" #name, file, Problem)
+
+namespace {
+
+template<typename Function>
+void Find(Function &function, const char *name, QLibrary &file, QString &problem) {
+    function = reinterpret_cast<Function>(file.resolve(name));
+    if (!function)
+        problem = file.fileName() + QStringLiteral(" has no ") + QString::fromLatin1(name);
+}
+
+} // namespace
+
+#endif
 
 CurlFunctions::CurlFunctions(const QString &library) {
     QLibrary file(library);
     file.setLoadHints(QLibrary::PreventUnloadHint);
-    if (!file.load()) {
+    if (!library.isEmpty() && !file.load()) {
         Problem = file.errorString();
         return;
     }
-    const auto find = [&](auto &function, const char *name) {
-        function = reinterpret_cast<std::remove_reference_t<decltype(function)>>(file.resolve(name));
-        if (!function)
-            Problem = library + QStringLiteral(" has no ") + QString::fromLatin1(name);
-    };
-
-#endif
-
     VARLO_FIND(global_init);
     VARLO_FIND(easy_init);
     VARLO_FIND(easy_setopt);

@@ -11,7 +11,7 @@
 namespace OSSMTP {
 
 struct CurlFunctions {
-    // Loads the library with that file name, which stays loaded.
+    // Loads the library with that file name, which stays loaded. An empty name stands for one that is linked.
     explicit CurlFunctions(const QString &library);
 
     // Why nothing can be called, in words for the operator; empty when everything can.
