@@ -17,8 +17,4 @@ QPushButton *NewButton(QWidget *parent, const char *name, const QString &caption
     return button;
 }
 
-QPushButton *NewButton(QWidget *parent, const char *name, const QString &caption) {
-    return NewButton(parent, name, caption, QString());
-}
-
 } // namespace varlo

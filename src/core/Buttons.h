@@ -1,18 +1,16 @@
 // The push buttons of every window are made here.
 #pragma once
 
-#include <QStringView>
+#include <QString>
 
 class QPushButton;
-class QString;
 class QWidget;
 
 namespace varlo {
 
 // A button with that object name, a caption, and where wanted a tooltip and an icon (see Icons.h). It never
 // becomes the default button by having the focus: what Enter does is said once for each window.
-QPushButton *NewButton(QWidget *parent, const char *name, const QString &caption, const QString &toolTip,
+QPushButton *NewButton(QWidget *parent, const char *name, const QString &caption, const QString &toolTip = {},
                        QStringView icon = {});
-QPushButton *NewButton(QWidget *parent, const char *name, const QString &caption);
 
 } // namespace varlo

@@ -69,7 +69,7 @@ void PendingListFrame::CreateButtons() {
         NewButton(this, "cmdAutoAdd", QStringLiteral("E-mail Acco&unt"),
                   QStringLiteral("Automatic download of e-mail addresses from a POP3 account"), u"mailbox");
     cmdCapturesAdd = NewButton(this, "cmdCapturesAdd", QStringLiteral("<<< Process Pendin&g List"),
-                               QStringLiteral("Add to current list and clear pending"), u"");
+                               QStringLiteral("Add to current list and clear pending"));
     cmdListEdit = NewButton(this, "cmdListEdit_1", QStringLiteral("&Edit"),
                             QStringLiteral("Edit selected items"), u"edit");
     cmdListDelete = NewButton(this, "cmdListDelete_1", QStringLiteral("Delete"),

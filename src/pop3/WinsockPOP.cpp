@@ -14,7 +14,6 @@ namespace varlo {
 namespace {
 
 constexpr int kConnectionReset = 10054;
-constexpr int kShortWait = 2;       // ms; a server on the same machine or network answers within
 constexpr int kLongestSilence = 30; // ms that windows may go without events
 
 // The numbers that operators know from other programs on their system.

@@ -11,12 +11,6 @@
 
 namespace OSSMTP {
 
-namespace {
-
-constexpr int kShortWait = 2; // ms; a server on the same machine or network answers within
-
-} // namespace
-
 Waiter::Waiter() {
     timer_.setSingleShot(true);
     timer_.setTimerType(Qt::PreciseTimer);
@@ -64,7 +58,7 @@ Waiter::Result Waiter::Wait() {
 }
 
 Waiter::Result Waiter::WaitForSocket(qintptr socket, bool orWritable) {
-    if (!aborted_ && !IsLoopDue() && varlo::PollSocket(socket, orWritable, kShortWait))
+    if (!aborted_ && !IsLoopDue() && varlo::PollSocket(socket, orWritable, varlo::kShortWait))
         return Result::Woken;
     QSocketNotifier readable(socket, QSocketNotifier::Read);
     connect(&readable, &QSocketNotifier::activated, this, &Waiter::Wake);
