@@ -18,6 +18,7 @@
 #include "compose/Recipients.h"
 #include "compose/SendEngine.h"
 #include "compose/UndoHistory.h"
+#include "core/Literals.h"
 #include "core/TextFile.h"
 #include "core/WordWrap.h"
 #include "smtp/SMTP.h"
@@ -50,10 +51,10 @@ public:
 // A profile in a folder of its own.
 struct Bench {
     Bench() : Shared(Folder.path(), Boxes) {
-        Shared.ProfilePath = QDir(Shared.ProfilesFolder()).filePath(QStringLiteral("Bench"));
+        Shared.ProfilePath = QDir(Shared.ProfilesFolder()).filePath(u"Bench"_s);
         for (const char *folder : {"lists", "sent", "logs"})
             QDir().mkpath(Shared.ProfileFile(QString::fromLatin1(folder)));
-        Shared.INI.SetFile(Shared.ProfileFile(QStringLiteral("prefs.ini")));
+        Shared.INI.SetFile(Shared.ProfileFile(u"prefs.ini"_s));
     }
 
     QTemporaryDir Folder;
@@ -65,14 +66,13 @@ QStringList Addresses(int count, const char *name) {
     QStringList addresses;
     addresses.reserve(count);
     for (int i = 0; i < count; ++i)
-        addresses << QString::fromLatin1(name) + QString::number(i) + QStringLiteral("@example.org");
+        addresses << QString::fromLatin1(name) + QString::number(i) + u"@example.org"_s;
     return addresses;
 }
 
 QString Prose() {
-    const QString sentence =
-        QStringLiteral("The quick brown fox jumps over the lazy dog and the dog does not mind. ");
-    return (sentence.repeated(6) + QStringLiteral("\r\n\r\n")).repeated(kMegabyte / 425).left(kMegabyte);
+    const QString sentence = u"The quick brown fox jumps over the lazy dog and the dog does not mind. "_s;
+    return (sentence.repeated(6) + u"\r\n\r\n"_s).repeated(kMegabyte / 425).left(kMegabyte);
 }
 
 // ---- Word wrap
@@ -96,7 +96,7 @@ void WrapBlanks(benchmark::State &state) {
 }
 
 void WrapEmptyLines(benchmark::State &state) {
-    Wrap(state, QStringLiteral("\r\n").repeated(kMegabyte / 2));
+    Wrap(state, u"\r\n"_s.repeated(kMegabyte / 2));
 }
 
 void ScanText(benchmark::State &state) {
@@ -172,10 +172,10 @@ QStringList WriteLists(const Session &session) {
     const QStringList addresses = Addresses(kAddresses, "subscriber");
     QStringList names;
     for (int list = 0; list < kLists; ++list) {
-        names << QStringLiteral("list") + QString::number(list);
+        names << u"list"_s + QString::number(list);
         const auto part = addresses.mid(list * (kAddresses / kLists), kAddresses / kLists);
-        WriteFile(session.ProfileFile(QStringLiteral("lists"), names.last() + QStringLiteral(".vlo")),
-                  EncodeText(part.join(QStringLiteral("\r\n")) + QStringLiteral("\r\n")));
+        WriteFile(session.ProfileFile(u"lists"_s, names.last() + u".vlo"_s),
+                  EncodeText(part.join(u"\r\n"_s) + u"\r\n"_s));
     }
     return names;
 }
@@ -199,8 +199,7 @@ void ReadFiles(benchmark::State &state) {
     const QStringList names = WriteLists(bench.Shared);
     for (auto _ : state)
         for (const QString &name : names)
-            benchmark::DoNotOptimize(
-                ReadFile(bench.Shared.ProfileFile(QStringLiteral("lists"), name + QStringLiteral(".vlo"))));
+            benchmark::DoNotOptimize(ReadFile(bench.Shared.ProfileFile(u"lists"_s, name + u".vlo"_s)));
     state.SetItemsProcessed(state.iterations() * kAddresses);
 }
 
@@ -212,8 +211,8 @@ void SendToAll(benchmark::State &state) {
     OSSMTP::SMTP smtp;
     SendEngine engine(bench.Shared, smtp, [](const QString &) {});
     ComposedMessage message;
-    message.Subject = QStringLiteral("News");
-    message.Text = QStringLiteral("Hello.");
+    message.Subject = u"News"_s;
+    message.Text = u"Hello."_s;
     message.Recipients = Addresses(static_cast<int>(state.range(0)), "subscriber");
     for (auto _ : state)
         if (!engine.Send(message))
@@ -223,10 +222,10 @@ void SendToAll(benchmark::State &state) {
 
 void AppendLines(benchmark::State &state) {
     Bench bench;
-    const QString path = bench.Shared.ProfileFile(QStringLiteral("logs"), QStringLiteral("StatusLog.txt"));
+    const QString path = bench.Shared.ProfileFile(u"logs"_s, u"StatusLog.txt"_s);
     for (auto _ : state)
         for (int i = 0; i < kRecipients; ++i)
-            AppendLine(path, QStringLiteral("05:06:07 | Sending message 1234/10000"));
+            AppendLine(path, u"05:06:07 | Sending message 1234/10000"_s);
     state.SetItemsProcessed(state.iterations() * kRecipients);
 }
 

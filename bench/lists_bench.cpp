@@ -19,6 +19,7 @@
 //   SortOrder/n        with 500 selected entries
 //   SortTexts/n        the same texts lower-cased and sorted, which the two boxes save
 
+#include "core/Literals.h"
 #include "core/StatusLabel.h"
 #include "core/TextFile.h"
 #include "lists/EntryListView.h"
@@ -51,20 +52,20 @@ public:
     QString Input;
 };
 
-const QString kName = QStringLiteral("news");
+const QString kName = u"news"_s;
 
 // Addresses in no alphabetical order; odd and even ones can be told apart.
-QStringList Addresses(int64_t count, const QString &prefix = QStringLiteral("user")) {
+QStringList Addresses(int64_t count, const QString &prefix = u"user"_s) {
     QStringList addresses;
     for (int64_t i = 0; i < count; ++i)
         addresses << prefix + QString::number(i * 7919 % 100003) + (i % 2 == 0 ? u'e' : u'o') +
-                         QStringLiteral("@mail.example.org");
+                         u"@mail.example.org"_s;
     return addresses;
 }
 
 // A quarter each leave, are new, are on the list already, would leave if they were there.
 QStringList Requests(const QStringList &entries) {
-    const QStringList others = Addresses(entries.size(), QStringLiteral("other"));
+    const QStringList others = Addresses(entries.size(), u"other"_s);
     QStringList requests;
     for (qsizetype i = 0; i < entries.size(); ++i)
         requests << QString(i % 2 == 0 ? u'-' : u'+') + (i % 4 == 0 || i % 4 == 3 ? entries[i] : others[i]);
@@ -73,20 +74,16 @@ QStringList Requests(const QStringList &entries) {
 
 struct Program {
     explicit Program(int64_t size) : entries(Addresses(size)) {
-        session.ProfilePath = QDir(session.ProfilesFolder()).filePath(QStringLiteral("Bench"));
+        session.ProfilePath = QDir(session.ProfilesFolder()).filePath(u"Bench"_s);
         for (const char *sub : {"lists", "logs"})
             QDir().mkpath(session.ProfileFile(QString::fromLatin1(sub)));
-        file = session.ProfileFile(QStringLiteral("lists"), kName + QStringLiteral(".vlo"));
+        file = session.ProfileFile(u"lists"_s, kName + u".vlo"_s);
         WriteFile(file, Bytes());
         lists.Load(kName);
     }
 
-    QByteArray Bytes() const {
-        return (entries.join(QStringLiteral("\r\n")) + QStringLiteral("\r\n")).toUtf8();
-    }
-    QString Log(const char *name) const {
-        return session.ProfileFile(QStringLiteral("logs"), QString::fromLatin1(name));
-    }
+    QByteArray Bytes() const { return (entries.join(u"\r\n"_s) + u"\r\n"_s).toUtf8(); }
+    QString Log(const char *name) const { return session.ProfileFile(u"logs"_s, QString::fromLatin1(name)); }
     void Reload() {
         lists.ListSaved = true;
         lists.Load(kName);
@@ -131,7 +128,7 @@ void Load(benchmark::State &state) {
 void ReadAndSplit(benchmark::State &state) {
     Program program(state.range(0));
     for (auto _ : state)
-        benchmark::DoNotOptimize(QString::fromUtf8(ReadFile(program.file)).split(QStringLiteral("\r\n")));
+        benchmark::DoNotOptimize(QString::fromUtf8(ReadFile(program.file)).split(u"\r\n"_s));
 }
 
 void Save(benchmark::State &state) {
@@ -153,7 +150,7 @@ void ProcessRequests(benchmark::State &state, Program &program, bool afterSearch
         state.PauseTiming();
         program.Reload();
         program.lists.lstEmailList(kPending).AddAll(requests);
-        program.answers.Input = QStringLiteral("e@mail");
+        program.answers.Input = u"e@mail"_s;
         if (afterSearch)
             program.editing.Search();
         QCoreApplication::processEvents();
@@ -188,12 +185,10 @@ void AppendLines(benchmark::State &state) {
     for (auto _ : state) {
         program.Reload();
         for (qsizetype i = 0; i < requests.size(); ++i) {
-            AppendLine(program.Log("StatusLog.txt"),
-                       QStringLiteral("12:34:56 | Processing pending list (12345/32767)"));
+            AppendLine(program.Log("StatusLog.txt"), u"12:34:56 | Processing pending list (12345/32767)"_s);
             if (i % 4 == 3)
-                AppendLine(
-                    program.Log("StatusLog.txt"),
-                    QStringLiteral("12:34:56 | Duplicate address [user12345e@mail.example.org] ignored"));
+                AppendLine(program.Log("StatusLog.txt"),
+                           u"12:34:56 | Duplicate address [user12345e@mail.example.org] ignored"_s);
             AppendLine(program.Log("PendingLog.txt"), requests[i]);
         }
     }
@@ -216,7 +211,7 @@ void AppendDeleted(benchmark::State &state) {
     for (auto _ : state) {
         QFile::remove(program.Log("StatusLog.txt"));
         for (const QString &entry : program.entries)
-            AppendLine(program.Log("StatusLog.txt"), QStringLiteral("12:34:56 | Deleted [") + entry + u']');
+            AppendLine(program.Log("StatusLog.txt"), u"12:34:56 | Deleted ["_s + entry + u']');
     }
 }
 
@@ -246,7 +241,7 @@ void Search(benchmark::State &state) {
     bool even = false;
     for (auto _ : state) {
         even = !even;
-        program.answers.Input = even ? QStringLiteral("e@mail") : QStringLiteral("o@mail");
+        program.answers.Input = even ? u"e@mail"_s : u"o@mail"_s;
         program.editing.Search();
     }
     if (program.lists.SelectedCount(kAlphabetical) < state.range(0) / 2 - 1)
@@ -255,7 +250,7 @@ void Search(benchmark::State &state) {
 
 void LowerAndContains(benchmark::State &state) {
     const QStringList entries = Addresses(state.range(0));
-    const QString text = QStringLiteral("e@mail");
+    const QString text = u"e@mail"_s;
     for (auto _ : state) {
         int found = 0;
         for (const QString &entry : entries)

@@ -7,6 +7,7 @@
 //   Mailbox/10000      so many requests of 2 KB, from the greeting to the reply to QUIT
 
 #include "core/Dialogs.h"
+#include "core/Literals.h"
 #include "pop3/Pop3Session.h"
 #include "pop3/Recognition.h"
 
@@ -34,7 +35,7 @@ qsizetype ChunksOf(int64_t megabytes) {
 }
 
 void LogOn(Pop3Session &session, qsizetype messages) {
-    session.Start({QStringLiteral("h"), QStringLiteral("joe"), QStringLiteral("secret"), 0});
+    session.Start({u"h"_s, u"joe"_s, u"secret"_s, 0});
     for (int i = 0; i < 3; ++i)
         session.DataArrival("+OK\r\n");
     session.DataArrival("+OK " + QByteArray::number(messages) + " 1\r\n");

@@ -6,6 +6,8 @@
 // the same for the moment of writing, then VmHWM and VmRSS as /proc/self/status has them. It links what every
 // program with windows has, so that it brings no library of its own.
 
+#include "core/Literals.h"
+
 #include <QAbstractEventDispatcher>
 #include <QBackingStore>
 #include <QCoreApplication>
@@ -40,7 +42,7 @@ private:
         if (Shown == 0 || done_)
             return;
         done_ = true;
-        QFile file(QStringLiteral("/proc/self/status"));
+        QFile file(u"/proc/self/status"_s);
         const QByteArray status = file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
         QFile report(path_);
         if (report.open(QIODevice::WriteOnly))

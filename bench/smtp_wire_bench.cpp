@@ -5,6 +5,7 @@
 //
 // Prints the rate alone on one line; send_to_sink.sh compares it with a peer's in the same run.
 
+#include "core/Literals.h"
 #include "smtp/SMTP.h"
 
 #include <QCoreApplication>
@@ -15,15 +16,15 @@
 namespace {
 
 QString TextOf(int size) {
-    const QString line = QStringLiteral("The quick brown fox jumps over the lazy dog, again and again.\r\n");
+    const QString line = u"The quick brown fox jumps over the lazy dog, again and again.\r\n"_s;
     return line.repeated(size / static_cast<int>(line.size()) + 1).left(size);
 }
 
 void Prepare(OSSMTP::SMTP &smtp, int port, int size) {
-    smtp.SetServer(QStringLiteral("127.0.0.1"));
+    smtp.SetServer(u"127.0.0.1"_s);
     smtp.SetPort(port);
-    smtp.SetSender(QStringLiteral("\"The sender\" <sender@example.org>"));
-    smtp.SetSubject(QStringLiteral("Benchmark"));
+    smtp.SetSender(u"\"The sender\" <sender@example.org>"_s);
+    smtp.SetSubject(u"Benchmark"_s);
     smtp.SetMessageText(TextOf(size));
     QObject::connect(&smtp, &OSSMTP::SMTP::ErrorSMTP, [](int number, const QString &description) {
         std::fprintf(stderr, "error %d: %s\n", number, qPrintable(description));
@@ -35,7 +36,7 @@ int SendAll(OSSMTP::SMTP &smtp, int count) {
     int sent = 0;
     for (int i = 0; i < count; ++i) {
         QCoreApplication::processEvents();
-        smtp.SetRecipient(QStringLiteral("\"Our list\" <member%1@example.org>").arg(i));
+        smtp.SetRecipient(u"\"Our list\" <member%1@example.org>"_s.arg(i));
         sent += smtp.Send();
     }
     return sent;

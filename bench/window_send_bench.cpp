@@ -7,6 +7,7 @@
 
 #include "compose/ComposeHost.h"
 #include "compose/frmCompose.h"
+#include "core/Literals.h"
 #include "core/Session.h"
 #include "core/TextFile.h"
 
@@ -41,8 +42,8 @@ public:
 
 class OneList : public ComposeHost {
 public:
-    QStringList ListNames() const override { return {QStringLiteral("News")}; }
-    QString CurrentListName() const override { return QStringLiteral("News"); }
+    QStringList ListNames() const override { return {u"News"_s}; }
+    QString CurrentListName() const override { return u"News"_s; }
     QStringList SelectedAddresses() const override { return {}; }
     void AddPending(const QString &) override { ++Failed; }
 
@@ -50,24 +51,24 @@ public:
 };
 
 void PrepareProfile(Session &session, int port, int count) {
-    session.ProfilePath = QDir(session.ProgramFolder).filePath(QStringLiteral("profiles/Bench"));
+    session.ProfilePath = QDir(session.ProgramFolder).filePath(u"profiles/Bench"_s);
     for (const char *folder : {"lists", "sent", "logs"})
         QDir().mkpath(session.ProfileFile(QString::fromLatin1(folder)));
-    session.INI.SetFile(session.ProfileFile(QStringLiteral("prefs.ini")));
-    session.Prefs.SMTPServer = QStringLiteral("127.0.0.1");
+    session.INI.SetFile(session.ProfileFile(u"prefs.ini"_s));
+    session.Prefs.SMTPServer = u"127.0.0.1"_s;
     session.Prefs.SMTPPort = static_cast<qint16>(port);
-    session.Prefs.SMTPFrom = QStringLiteral("The sender");
-    session.Prefs.SMTPEmail = QStringLiteral("sender@example.org");
+    session.Prefs.SMTPFrom = u"The sender"_s;
+    session.Prefs.SMTPEmail = u"sender@example.org"_s;
     QByteArray list;
     for (int i = 0; i < count; ++i)
         list += "member" + QByteArray::number(i) + "@example.org\r\n";
-    WriteFile(session.ProfileFile(QStringLiteral("lists"), QStringLiteral("News.vlo")), list);
+    WriteFile(session.ProfileFile(u"lists"_s, u"News.vlo"_s), list);
 }
 
 void Compose(frmCompose &window, int size) {
-    const QString line = QStringLiteral("The quick brown fox jumps over the lazy dog, again and again.\n");
-    window.findChild<QLineEdit *>(QStringLiteral("txtSubject"))->setText(QStringLiteral("Benchmark"));
-    window.findChild<QPlainTextEdit *>(QStringLiteral("txtMessage"))
+    const QString line = u"The quick brown fox jumps over the lazy dog, again and again.\n"_s;
+    window.findChild<QLineEdit *>(u"txtSubject"_s)->setText(u"Benchmark"_s);
+    window.findChild<QPlainTextEdit *>(u"txtMessage"_s)
         ->setPlainText(line.repeated(size / static_cast<int>(line.size()) + 1).left(size));
 }
 
@@ -92,7 +93,7 @@ int main(int argc, char **argv) {
     QCoreApplication::processEvents();
     QElapsedTimer clock;
     clock.start();
-    window->findChild<QAction *>(QStringLiteral("mnuMessageSend"))->trigger(); // returns after the summary
+    window->findChild<QAction *>(u"mnuMessageSend"_s)->trigger(); // returns after the summary
     std::printf("%.0f\n", (count - host.Failed) * 1e9 / static_cast<double>(clock.nsecsElapsed()));
     return host.Failed == 0 ? 0 : 1;
 }

@@ -2,6 +2,8 @@
 //
 //     make_icons ICON.svg FOLDER SIZE...   writes FOLDER/SIZE.png for each size, in pixels
 
+#include "core/Literals.h"
+
 #include <QDir>
 #include <QImage>
 #include <QPainter>
@@ -15,7 +17,7 @@ int main(int argc, char **argv) {
     if (!drawing.isValid())
         qFatal("cannot read %s", argv[1]);
     const QDir folder(QString::fromLocal8Bit(argv[2]));
-    if (!folder.mkpath(QStringLiteral(".")))
+    if (!folder.mkpath(u"."_s))
         qFatal("cannot make the folder %s", argv[2]);
     for (int i = 3; i < argc; ++i) {
         const QString size = QString::fromLatin1(argv[i]);
@@ -24,7 +26,7 @@ int main(int argc, char **argv) {
         QPainter painter(&image);
         drawing.render(&painter);
         painter.end();
-        if (!image.save(folder.filePath(size + QStringLiteral(".png"))))
+        if (!image.save(folder.filePath(size + u".png"_s)))
             qFatal("cannot write size %s", argv[i]);
     }
     return 0;

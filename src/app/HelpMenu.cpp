@@ -2,25 +2,25 @@
 
 #include "app/HelpTargets.h"
 #include "app/frmAbout.h"
+#include "core/Literals.h"
 
 namespace varlo {
 
-HelpMenu::HelpMenu(Session &session, QWidget *parent)
-    : QMenu(QStringLiteral("&Help"), parent), session_(session) {
-    setObjectName(QStringLiteral("mnuHelp"));
-    QAction *contents = AddEntry(this, "mnuHelpContents", QStringLiteral("&Contents..."));
+HelpMenu::HelpMenu(Session &session, QWidget *parent) : QMenu(u"&Help"_s, parent), session_(session) {
+    setObjectName(u"mnuHelp"_s);
+    QAction *contents = AddEntry(this, "mnuHelpContents", u"&Contents..."_s);
     contents->setShortcut(QKeySequence::HelpContents);
     connect(contents, &QAction::triggered, this, [this] { OpenHelp(session_); });
-    AddTarget(this, "mnuHelpReadMe", QStringLiteral("&Read Me..."), HelpTargets::ReadMe(session_));
+    AddTarget(this, "mnuHelpReadMe", u"&Read Me..."_s, HelpTargets::ReadMe(session_));
     AddLine("mnuHelpLine1");
-    AddTarget(this, "mnuHelpUpdate", QStringLiteral("Check for &Update"), HelpTargets::UpdateCheck());
-    QMenu *web = addMenu(QStringLiteral("Thornbeck on the &Web"));
-    web->setObjectName(QStringLiteral("mnuHelpWeb"));
-    AddTarget(web, "mnuHelpWebsite", QStringLiteral("Thornbeck &Website"), HelpTargets::Website());
-    AddTarget(web, "mnuHelpForums", QStringLiteral("Thornbeck &Forums"), HelpTargets::Forums());
-    AddTarget(web, "mnuHelpEmail", QStringLiteral("&E-mail Thornbeck"), HelpTargets::SupportMail());
+    AddTarget(this, "mnuHelpUpdate", u"Check for &Update"_s, HelpTargets::UpdateCheck());
+    QMenu *web = addMenu(u"Thornbeck on the &Web"_s);
+    web->setObjectName(u"mnuHelpWeb"_s);
+    AddTarget(web, "mnuHelpWebsite", u"Thornbeck &Website"_s, HelpTargets::Website());
+    AddTarget(web, "mnuHelpForums", u"Thornbeck &Forums"_s, HelpTargets::Forums());
+    AddTarget(web, "mnuHelpEmail", u"&E-mail Thornbeck"_s, HelpTargets::SupportMail());
     AddLine("mnuHelpLine2");
-    connect(AddEntry(this, "mnuHelpAbout", QStringLiteral("&About...")), &QAction::triggered, this,
+    connect(AddEntry(this, "mnuHelpAbout", u"&About..."_s), &QAction::triggered, this,
             [this] { frmAbout(session_, parentWidget()).exec(); });
 }
 
@@ -31,7 +31,7 @@ QAction *HelpMenu::AddEntry(QMenu *menu, const char *name, const QString &captio
 }
 
 void HelpMenu::AddTarget(QMenu *menu, const char *name, const QString &caption, const QUrl &target) {
-    const QString label = QStringLiteral("Main.") + QString::fromLatin1(name);
+    const QString label = u"Main."_s + QString::fromLatin1(name);
     connect(AddEntry(menu, name, caption), &QAction::triggered, this,
             [this, target, label] { OpenTarget(session_, target, label); });
 }

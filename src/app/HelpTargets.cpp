@@ -1,5 +1,6 @@
 #include "app/HelpTargets.h"
 
+#include "core/Literals.h"
 #include "core/Reporting.h"
 #include "core/TextFile.h"
 #include "core/modPublic.h"
@@ -36,8 +37,7 @@ bool NamesChmViewer(const QString &registry) {
     }
     for (const QString &line : text.split(u'\n')) {
         const QString type = line.section(u'=', 0, 0).trimmed();
-        const bool isHelp = type == QStringLiteral("application/vnd.ms-htmlhelp") ||
-                            type == QStringLiteral("application/x-chm");
+        const bool isHelp = type == u"application/vnd.ms-htmlhelp"_s || type == u"application/x-chm"_s;
         if (isHelp && !line.section(u'=', 1).trimmed().isEmpty())
             return true;
     }
@@ -51,18 +51,17 @@ void Open(Session &session, const QUrl &target) {
     if (IsMissingFile(target))
         throw RuntimeError(FileNotFound);
     if (!opened)
-        throw RuntimeError(InvalidProcedureCall,
-                           QStringLiteral("No program opens ") + target.toDisplayString());
+        throw RuntimeError(InvalidProcedureCall, u"No program opens "_s + target.toDisplayString());
 }
 
 } // namespace
 
 QString ShortText(const ProductVersion &version) {
-    return QStringLiteral("%1.%2").arg(version.Major).arg(version.Minor);
+    return u"%1.%2"_s.arg(version.Major).arg(version.Minor);
 }
 
 QString LongText(const ProductVersion &version) {
-    return QStringLiteral("%1 (Build %2)").arg(ShortText(version)).arg(version.Revision);
+    return u"%1 (Build %2)"_s.arg(ShortText(version)).arg(version.Revision);
 }
 
 QUrl HelpTargets::Website() {
@@ -74,22 +73,22 @@ QUrl HelpTargets::Forums() {
 }
 
 QUrl HelpTargets::UpdateCheck(const ProductVersion &version) {
-    return QUrl(Product::kVersionCheck + QStringLiteral("/vercheck.php?app=Varlo&ver=") + ShortText(version));
+    return QUrl(Product::kVersionCheck + u"/vercheck.php?app=Varlo&ver="_s + ShortText(version));
 }
 
 QUrl HelpTargets::SupportMail(const ProductVersion &version) {
-    const QString subject = QStringLiteral("Varlo%20Pro%20v") + ShortText(version) +
-                            QStringLiteral("%20(Build%20") + QString::number(version.Revision) + u')';
-    return QUrl(QStringLiteral("mailto:") + Product::kSupportAddress + QStringLiteral("?subject=") + subject);
+    const QString subject = u"Varlo%20Pro%20v"_s + ShortText(version) + u"%20(Build%20"_s +
+                            QString::number(version.Revision) + u')';
+    return QUrl(u"mailto:"_s + Product::kSupportAddress + u"?subject="_s + subject);
 }
 
 QUrl HelpTargets::ReadMe(const Session &session) {
-    return Document(session, QStringLiteral("Read Me.html"));
+    return Document(session, u"Read Me.html"_s);
 }
 
 QList<QUrl> HelpTargets::Contents(const Session &session, bool hasChmViewer) {
-    const QUrl compiled = Document(session, QStringLiteral("Varlo Pro.chm"));
-    const QUrl pages = Document(session, QStringLiteral("help/index.html"));
+    const QUrl compiled = Document(session, u"Varlo Pro.chm"_s);
+    const QUrl pages = Document(session, u"help/index.html"_s);
     if (IsMissingFile(pages))
         return {compiled};
     if (hasChmViewer && !IsMissingFile(compiled))
@@ -115,7 +114,7 @@ bool HasChmViewer() {
 }
 
 void OpenHelp(Session &session) {
-    Trapped(session, QStringLiteral("Main.mnuHelpContents"), [&] {
+    Trapped(session, u"Main.mnuHelpContents"_s, [&] {
         QList<QUrl> forms = HelpTargets::Contents(session, HasChmViewer());
         if (forms.size() > 1 && session.Boxes.OpenUrl(forms.first()))
             return;

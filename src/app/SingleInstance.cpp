@@ -1,5 +1,7 @@
 #include "app/SingleInstance.h"
 
+#include "core/Literals.h"
+
 #include <QCryptographicHash>
 #include <QDir>
 #include <QStandardPaths>
@@ -13,14 +15,14 @@ QString PathInCacheFolder(const QString &programFolder) {
     const QString &folder = canonical.isEmpty() ? programFolder : canonical;
     const QByteArray hash = QCryptographicHash::hash(folder.toUtf8(), QCryptographicHash::Sha1).toHex();
     const QDir cache(QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation));
-    cache.mkpath(QStringLiteral(".")); // a failure shows when the lock is taken
-    return cache.filePath(QStringLiteral("varlo-pro-%1.lock").arg(QString::fromLatin1(hash)));
+    cache.mkpath(u"."_s); // a failure shows when the lock is taken
+    return cache.filePath(u"varlo-pro-%1.lock"_s.arg(QString::fromLatin1(hash)));
 }
 
 } // namespace
 
 SingleInstance::SingleInstance(const QString &programFolder) {
-    Outcome outcome = Take(QDir(programFolder).filePath(QStringLiteral("varlo-pro.lock")));
+    Outcome outcome = Take(QDir(programFolder).filePath(u"varlo-pro.lock"_s));
     if (outcome == Outcome::Unusable)
         outcome = Take(PathInCacheFolder(programFolder));
     isFirst_ = outcome != Outcome::HeldByOther;
@@ -53,8 +55,8 @@ QString SingleInstance::LockPath() const {
 
 void ShowAlreadyRunning(Dialogs &boxes) {
     boxes.MsgBox(kApplicationTitle +
-                     QStringLiteral(" is already running. Please close the other instance before starting ") +
-                     kApplicationTitle + QStringLiteral(" again."),
+                     u" is already running. Please close the other instance before starting "_s +
+                     kApplicationTitle + u" again."_s,
                  BoxButtons::Ok, BoxIcon::Exclamation, kErrorTitle);
 }
 

@@ -1,5 +1,6 @@
 #include "app/StartUp.h"
 
+#include "core/Literals.h"
 #include "core/PreferenceKeys.h"
 #include "core/Product.h"
 #include "core/modPublic.h"
@@ -23,7 +24,7 @@ void CreateFolder(const QString &path) {
 
 QString FindProgramFolder(const QString &executableFolder) {
     // The administrator can write below /usr, but no data of ours belongs there.
-    const bool installed = executableFolder.startsWith(QStringLiteral("/usr/"));
+    const bool installed = executableFolder.startsWith(u"/usr/"_s);
     if (!installed && QFileInfo(executableFolder).isWritable())
         return executableFolder;
     const QString folder = QDir(QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation))
@@ -33,12 +34,12 @@ QString FindProgramFolder(const QString &executableFolder) {
 }
 
 QStringList FindDocumentFolders(const QString &executableFolder) {
-    const QString shared = QStringLiteral("../share/") + Product::kExecutableName;
+    const QString shared = u"../share/"_s + Product::kExecutableName;
     return {executableFolder, QDir::cleanPath(QDir(executableFolder).filePath(shared))};
 }
 
 void PrepareProfile(Session &session, ErrorTrap &trap) {
-    session.INI.SetFile(session.ProfileFile(QStringLiteral("prefs.ini")));
+    session.INI.SetFile(session.ProfileFile(u"prefs.ini"_s));
     trap([&] { CreateFolder(session.ProfilePath); });
     for (const char *folder : {"lists", "sent", "logs"})
         trap([&] { CreateFolder(session.ProfileFile(QString::fromLatin1(folder))); });

@@ -2,6 +2,7 @@
 
 #include "app/HyperlinkLabel.h"
 #include "core/Icons.h"
+#include "core/Literals.h"
 
 #include <QGridLayout>
 #include <QLabel>
@@ -11,8 +12,8 @@ namespace varlo {
 
 namespace {
 
-const QString kProductName = QStringLiteral("<ProductName>");
-const QString kProductVersion = QStringLiteral("<ProductVersion>");
+const QString kProductName = u"<ProductName>"_s;
+const QString kProductVersion = u"<ProductVersion>"_s;
 
 QLabel *NewLabel(const QString &name, const QString &text = {}) {
     auto *label = new QLabel(text);
@@ -32,25 +33,25 @@ frmAbout::frmAbout(Session &session, QWidget *parent, const ProductVersion &vers
 }
 
 void frmAbout::CreateControls() {
-    setObjectName(QStringLiteral("frmAbout"));
-    setWindowTitle(QStringLiteral("About <ProductName>"));
-    Picture1 = NewLabel(QStringLiteral("Picture1"));
+    setObjectName(u"frmAbout"_s);
+    setWindowTitle(u"About <ProductName>"_s);
+    Picture1 = NewLabel(u"Picture1"_s);
     Picture1->setPixmap(Icon(u"varlo-pro").pixmap(QSize(72, 72), devicePixelRatioF()));
-    lblProduct = NewLabel(QStringLiteral("lblProduct"), kProductName);
+    lblProduct = NewLabel(u"lblProduct"_s, kProductName);
     QFont large = lblProduct->font();
     large.setPointSizeF(large.pointSizeF() * 1.7);
     large.setBold(true);
     lblProduct->setFont(large);
-    lblVersion = NewLabel(QStringLiteral("lblVersion"), QStringLiteral("Version <ProductVersion>"));
-    const std::array captions{QStringLiteral("Email:"), QStringLiteral("Website:")};
+    lblVersion = NewLabel(u"lblVersion"_s, u"Version <ProductVersion>"_s);
+    const std::array captions{u"Email:"_s, u"Website:"_s};
     const std::array targets{Product::kSupportAddress, Product::kWebsite};
     for (size_t i = 0; i < lblLabel.size(); ++i) {
-        lblLabel[i] = NewLabel(QStringLiteral("lblLabel_%1").arg(i), captions[i]);
+        lblLabel[i] = NewLabel(u"lblLabel_%1"_s.arg(i), captions[i]);
         lblHyperlink[i] = new HyperlinkLabel(targets[i]);
-        lblHyperlink[i]->setObjectName(QStringLiteral("lblHyperlink_%1").arg(i));
+        lblHyperlink[i]->setObjectName(u"lblHyperlink_%1"_s.arg(i));
     }
-    cmdOK = new QPushButton(QStringLiteral("OK"));
-    cmdOK->setObjectName(QStringLiteral("cmdOK"));
+    cmdOK = new QPushButton(u"OK"_s);
+    cmdOK->setObjectName(u"cmdOK"_s);
     cmdOK->setDefault(true);
 }
 
@@ -88,7 +89,7 @@ void frmAbout::Form_Load() {
 
 void frmAbout::lblHyperlink_Click(int index) {
     const QUrl target = index == 0 ? HelpTargets::SupportMail(version_) : HelpTargets::Website();
-    OpenTarget(session_, target, QStringLiteral("About.lblHyperlink"));
+    OpenTarget(session_, target, u"About.lblHyperlink"_s);
 }
 
 } // namespace varlo

@@ -1,5 +1,6 @@
 #include "app/frmConsole.h"
 
+#include "core/Literals.h"
 #include "core/Session.h"
 
 #include <QCloseEvent>
@@ -28,11 +29,11 @@ frmConsole::frmConsole(Session &session, QWidget *parent) : QWidget(parent, Qt::
 }
 
 void frmConsole::CreateControls() {
-    setObjectName(QStringLiteral("frmConsole"));
-    setWindowTitle(QStringLiteral("Console"));
+    setObjectName(u"frmConsole"_s);
+    setWindowTitle(u"Console"_s);
     txtConsole = new QPlainTextEdit(this);
-    txtConsole->setObjectName(QStringLiteral("txtConsole"));
-    txtConsole->setAccessibleName(QStringLiteral("Console"));
+    txtConsole->setObjectName(u"txtConsole"_s);
+    txtConsole->setAccessibleName(u"Console"_s);
     txtConsole->setReadOnly(true);
     txtConsole->setUndoRedoEnabled(false); // an undo step for each line would double the memory
     flushTimer_.setSingleShot(true);

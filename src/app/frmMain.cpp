@@ -4,6 +4,7 @@
 #include "app/StartUp.h"
 #include "app/frmConsole.h"
 #include "compose/frmCompose.h"
+#include "core/Literals.h"
 #include "core/PreferenceKeys.h"
 #include "core/Product.h"
 #include "core/StatusLabel.h"
@@ -30,7 +31,7 @@ frmMain::frmMain(Session &session, QWidget *parent)
       processing_(session, lists_),
       check_(session, MakePendingDoor(), [this] { mnuMainPreferences_Click(); }),
       console_(std::make_unique<frmConsole>(session)) {
-    setObjectName(QStringLiteral("frmMain"));
+    setObjectName(u"frmMain"_s);
     setWindowTitle(Product::kMainCaption);
     CreateControls();
     LayOutControls();
@@ -43,7 +44,7 @@ frmMain::~frmMain() {
 
 void frmMain::CreateControls() {
     splitter_ = new QSplitter(this);
-    splitter_->setObjectName(QStringLiteral("splitter"));
+    splitter_->setObjectName(u"splitter"_s);
     fraCurrent = new CurrentListFrame(session_, lists_, editing_, splitter_);
     Frame3 = new PendingListFrame(session_, lists_, editing_, processing_, splitter_);
     CreateVarloMenu();
@@ -54,8 +55,8 @@ void frmMain::CreateControls() {
 }
 
 void frmMain::CreateVarloMenu() {
-    QMenu *mnuMain = menuBar()->addMenu(QStringLiteral("&Varlo"));
-    mnuMain->setObjectName(QStringLiteral("mnuMain"));
+    QMenu *mnuMain = menuBar()->addMenu(u"&Varlo"_s);
+    mnuMain->setObjectName(u"mnuMain"_s);
     const auto entry = [&](const char *name, const QString &caption) {
         QAction *action = mnuMain->addAction(caption);
         action->setObjectName(QString::fromLatin1(name));
@@ -64,33 +65,33 @@ void frmMain::CreateVarloMenu() {
     const auto separator = [&](const char *name) {
         mnuMain->addSeparator()->setObjectName(QString::fromLatin1(name));
     };
-    mnuCompose = entry("mnuCompose", QStringLiteral("&Compose..."));
+    mnuCompose = entry("mnuCompose", u"&Compose..."_s);
     mnuCompose->setShortcut(QKeySequence::New);
     separator("mnuMainLine1");
-    mnuMainPreferences = entry("mnuMainPreferences", QStringLiteral("&Preferences..."));
-    mnuMainConsole = entry("mnuMainConsole", QStringLiteral("Co&nsole..."));
+    mnuMainPreferences = entry("mnuMainPreferences", u"&Preferences..."_s);
+    mnuMainConsole = entry("mnuMainConsole", u"Co&nsole..."_s);
     separator("mnuMainLine2");
-    mnuMainOnTop = entry("mnuMainOnTop", QStringLiteral("Always On &Top"));
+    mnuMainOnTop = entry("mnuMainOnTop", u"Always On &Top"_s);
     mnuMainOnTop->setCheckable(true);
     separator("mnuMainLine3");
-    mnuMainExit = entry("mnuMainExit", QStringLiteral("E&xit"));
+    mnuMainExit = entry("mnuMainExit", u"E&xit"_s);
     mnuMainExit->setShortcut(QKeySequence::Quit);
     mnuMainExit->setMenuRole(QAction::QuitRole);
 }
 
 void frmMain::CreateStatusBar() {
-    statusBar()->setObjectName(QStringLiteral("picStatusbar"));
-    auto *lblCaption = new QLabel(QStringLiteral("Status:"), this);
-    lblCaption->setObjectName(QStringLiteral("lblCaption"));
-    lblStatus = new StatusLabel(QStringLiteral("Idle"), this);
-    lblStatus->setObjectName(QStringLiteral("lblStatus"));
+    statusBar()->setObjectName(u"picStatusbar"_s);
+    auto *lblCaption = new QLabel(u"Status:"_s, this);
+    lblCaption->setObjectName(u"lblCaption"_s);
+    lblStatus = new StatusLabel(u"Idle"_s, this);
+    lblStatus->setObjectName(u"lblStatus"_s);
     // As tall as the labels beside it, so that their texts stand on one line.
     lblStatus->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
     lblStatus->setCursor(Qt::PointingHandCursor);
-    lblStatusCurrent = new QLabel(QStringLiteral("0 Current"), this);
-    lblStatusCurrent->setObjectName(QStringLiteral("lblStatusCurrent"));
-    lblStatusPending = new QLabel(QStringLiteral("0 Pending"), this);
-    lblStatusPending->setObjectName(QStringLiteral("lblStatusPending"));
+    lblStatusCurrent = new QLabel(u"0 Current"_s, this);
+    lblStatusCurrent->setObjectName(u"lblStatusCurrent"_s);
+    lblStatusPending = new QLabel(u"0 Pending"_s, this);
+    lblStatusPending->setObjectName(u"lblStatusPending"_s);
     statusBar()->addWidget(lblCaption);
     statusBar()->addWidget(lblStatus, 1);
     statusBar()->addPermanentWidget(lblStatusCurrent);
@@ -139,9 +140,9 @@ void frmMain::ConnectFrames() {
 }
 
 void frmMain::Form_Load() {
-    ErrorTrap trap(session_, QStringLiteral("Main.Load"));
+    ErrorTrap trap(session_, u"Main.Load"_s);
     PrepareProfile(session_, trap);
-    WriteSessionMarkers(session_, QStringLiteral(" SESSION STARTED"), trap);
+    WriteSessionMarkers(session_, u" SESSION STARTED"_s, trap);
     LoadPreferences(session_, trap);
     lists_.ListSaved = true;
     LoadMainSettings(trap);
@@ -181,8 +182,8 @@ void frmMain::ShowSortOrder() {
 void frmMain::UpdateControls() {
     const int current = lists_.lstEmailList(kChronological).Count();
     const int pending = lists_.lstEmailList(kPending).Count();
-    lblStatusCurrent->setText(QString::number(current) + QStringLiteral(" Current"));
-    lblStatusPending->setText(QString::number(pending) + QStringLiteral(" Pending"));
+    lblStatusCurrent->setText(QString::number(current) + u" Current"_s);
+    lblStatusPending->setText(QString::number(pending) + u" Pending"_s);
     const ControlStates states = ComputeControlStates({
         .HasLists = !fraCurrent->ListNames().isEmpty(),
         .HasOpenList = !fraCurrent->ChosenName().isEmpty(),
@@ -269,7 +270,7 @@ void frmMain::mnuMainOnTop_Click() {
 
 // Sizes are kept beside the other settings, in a section that nothing else reads.
 void frmMain::RestoreLayout() {
-    session_.INI.SetSection(QStringLiteral("Window"));
+    session_.INI.SetSection(u"Window"_s);
     const auto stored = [&](const char *key) {
         return QByteArray::fromBase64(session_.INI.GetValue(QString::fromLatin1(key)).toLatin1());
     };
@@ -278,33 +279,32 @@ void frmMain::RestoreLayout() {
 }
 
 void frmMain::StoreLayout() {
-    session_.INI.SetSection(QStringLiteral("Window"));
-    session_.INI.Values(QStringLiteral("Geometry"), QString::fromLatin1(saveGeometry().toBase64()));
-    session_.INI.Values(QStringLiteral("Splitter"), QString::fromLatin1(splitter_->saveState().toBase64()));
+    session_.INI.SetSection(u"Window"_s);
+    session_.INI.Values(u"Geometry"_s, QString::fromLatin1(saveGeometry().toBase64()));
+    session_.INI.Values(u"Splitter"_s, QString::fromLatin1(splitter_->saveState().toBase64()));
 }
 
 bool frmMain::Form_QueryUnload() {
     if (!lists_.ListSaved) {
-        const QString question = QStringLiteral("The changes to list [") + fraCurrent->ChosenName() +
-                                 QStringLiteral("] have not been saved, save now?");
+        const QString question =
+            u"The changes to list ["_s + fraCurrent->ChosenName() + u"] have not been saved, save now?"_s;
         const BoxAnswer answer = session_.Boxes.MsgBox(question, BoxButtons::YesNoCancel, BoxIcon::Question);
         const bool saved = answer == BoxAnswer::Yes && fraCurrent->Save();
         if (answer == BoxAnswer::Cancel || (answer == BoxAnswer::Yes && !saved))
             return false; // a failed save keeps the window, so that the operator is asked again
     }
-    const QString question =
-        QStringLiteral("There are unprocessed e-mail addresses on the pending list, exit anyway?");
+    const QString question = u"There are unprocessed e-mail addresses on the pending list, exit anyway?"_s;
     return lists_.lstEmailList(kPending).Count() == 0 ||
            session_.Boxes.MsgBox(question, BoxButtons::YesNo, BoxIcon::Question) == BoxAnswer::Yes;
 }
 
 void frmMain::Form_Unload() {
-    ErrorTrap trap(session_, QStringLiteral("Main.Unload"));
+    ErrorTrap trap(session_, u"Main.Unload"_s);
     session_.AppExiting = true;
     processing_.Abort();
     delete compose_;
     console_->close();
-    WriteSessionMarkers(session_, QStringLiteral(" SESSION ENDED"), trap);
+    WriteSessionMarkers(session_, u" SESSION ENDED"_s, trap);
     WriteValue(session_.INI, Keys::ListCurrent, fraCurrent->ChosenIndex());
     WriteValue(session_.INI, Keys::ListSortBy, session_.Prefs.ListSortBy);
     WriteValue(session_.INI, Keys::BypassPending, Frame3->Bypass() ? 1 : 0);

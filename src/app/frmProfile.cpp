@@ -1,6 +1,7 @@
 #include "app/frmProfile.h"
 
 #include "core/Buttons.h"
+#include "core/Literals.h"
 #include "core/PreferenceKeys.h"
 #include "core/Profiles.h"
 #include "core/Reporting.h"
@@ -27,26 +28,23 @@ frmProfile::frmProfile(Session &session, const QStringList &arguments, QWidget *
 }
 
 void frmProfile::CreateControls() {
-    setObjectName(QStringLiteral("frmProfile"));
-    setWindowTitle(QStringLiteral("Profile Manager"));
-    Frame1 = new QGroupBox(QStringLiteral("Profiles"), this);
-    Frame1->setObjectName(QStringLiteral("Frame1"));
+    setObjectName(u"frmProfile"_s);
+    setWindowTitle(u"Profile Manager"_s);
+    Frame1 = new QGroupBox(u"Profiles"_s, this);
+    Frame1->setObjectName(u"Frame1"_s);
     cmbProfiles = new QComboBox;
-    cmbProfiles->setObjectName(QStringLiteral("cmbProfiles"));
-    cmbProfiles->setAccessibleName(QStringLiteral("Profiles"));
+    cmbProfiles->setObjectName(u"cmbProfiles"_s);
+    cmbProfiles->setAccessibleName(u"Profiles"_s);
     // The width does not follow the longest name: a name can have 255 characters.
     cmbProfiles->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     cmbProfiles->setMinimumContentsLength(32);
-    cmdProfileNew =
-        NewButton(nullptr, "cmdProfileNew", QStringLiteral("&New"), QStringLiteral("Create new profile"));
-    cmdProfileRename =
-        NewButton(nullptr, "cmdProfileRename", QStringLiteral("&Rename"), QStringLiteral("Rename profile"));
-    cmdProfileDelete =
-        NewButton(nullptr, "cmdProfileDelete", QStringLiteral("&Delete"), QStringLiteral("Delete profile"));
-    chkAutoStart = new QCheckBox(QStringLiteral("Don't &ask at startup"));
-    chkAutoStart->setObjectName(QStringLiteral("chkAutoStart"));
-    chkAutoStart->setToolTip(QStringLiteral("Check this box to skip the profile manager at startup"));
-    cmdGo = NewButton(nullptr, "cmdGo", QStringLiteral("&Start Varlo Pro"));
+    cmdProfileNew = NewButton(nullptr, "cmdProfileNew", u"&New"_s, u"Create new profile"_s);
+    cmdProfileRename = NewButton(nullptr, "cmdProfileRename", u"&Rename"_s, u"Rename profile"_s);
+    cmdProfileDelete = NewButton(nullptr, "cmdProfileDelete", u"&Delete"_s, u"Delete profile"_s);
+    chkAutoStart = new QCheckBox(u"Don't &ask at startup"_s);
+    chkAutoStart->setObjectName(u"chkAutoStart"_s);
+    chkAutoStart->setToolTip(u"Check this box to skip the profile manager at startup"_s);
+    cmdGo = NewButton(nullptr, "cmdGo", u"&Start Varlo Pro"_s);
     cmdGo->setDefault(true);
 }
 
@@ -75,11 +73,11 @@ void frmProfile::ConnectControls() {
 }
 
 void frmProfile::Form_Load() {
-    Trapped(session_, QStringLiteral("Profile.Load"), [this] {
-        session_.INI.SetFile(QDir(session_.ProgramFolder).filePath(QStringLiteral("global.ini")));
-        session_.INI.SetSection(QStringLiteral("Profiles"));
+    Trapped(session_, u"Profile.Load"_s, [this] {
+        session_.INI.SetFile(QDir(session_.ProgramFolder).filePath(u"global.ini"_s));
+        session_.INI.SetSection(u"Profiles"_s);
         if (!PathExists(session_.ProfilesFolder()))
-            Profiles::Create(session_.ProgramFolder, QStringLiteral("profiles"));
+            Profiles::Create(session_.ProgramFolder, u"profiles"_s);
         RefreshList();
         chkAutoStart->setChecked(ReadNumber(session_.INI, GlobalKeys::AutoStart) == 1);
         const int remembered = ReadNumber(session_.INI, GlobalKeys::ProfileCurrent);
@@ -91,26 +89,26 @@ void frmProfile::Form_Load() {
 }
 
 void frmProfile::CheckAutoStart() {
-    if (chkAutoStart->isChecked() && !commandLine_.contains(QStringLiteral("/profile"), Qt::CaseSensitive))
+    if (chkAutoStart->isChecked() && !commandLine_.contains(u"/profile"_s, Qt::CaseSensitive))
         cmdGo_Click();
     else
         show();
 }
 
 void frmProfile::cmdGo_Click() {
-    Trapped(session_, QStringLiteral("Profile.Go"), [this] { OpenProfile(); });
+    Trapped(session_, u"Profile.Go"_s, [this] { OpenProfile(); });
 }
 
 void frmProfile::cmdProfileNew_Click() {
-    Trapped(session_, QStringLiteral("Profile.New"), [this] { CreateProfile(); });
+    Trapped(session_, u"Profile.New"_s, [this] { CreateProfile(); });
 }
 
 void frmProfile::cmdProfileRename_Click() {
-    Trapped(session_, QStringLiteral("Profile.Rename"), [this] { RenameProfile(); });
+    Trapped(session_, u"Profile.Rename"_s, [this] { RenameProfile(); });
 }
 
 void frmProfile::cmdProfileDelete_Click() {
-    Trapped(session_, QStringLiteral("Profile.Delete"), [this] { DeleteProfile(); });
+    Trapped(session_, u"Profile.Delete"_s, [this] { DeleteProfile(); });
 }
 
 void frmProfile::OpenProfile() {
@@ -129,16 +127,16 @@ void frmProfile::OpenProfile() {
 
 void frmProfile::ProfileNotFound() {
     show();
-    session_.Boxes.MsgBox(QStringLiteral("The selected profile could not be found. It may have been renamed, "
-                                         "moved or deleted."),
+    session_.Boxes.MsgBox(u"The selected profile could not be found. It may have been renamed, "
+                          "moved or deleted."_s,
                           BoxButtons::Ok, BoxIcon::Critical, kErrorTitle);
     RefreshList();
     SelectFirst();
 }
 
 void frmProfile::CreateProfile() {
-    const QString answer = session_.Boxes.InputBox(QStringLiteral("Please enter a name for the new profile:"),
-                                                   QStringLiteral("Create New Profile"));
+    const QString answer =
+        session_.Boxes.InputBox(u"Please enter a name for the new profile:"_s, u"Create New Profile"_s);
     const QString name = StripChars(answer, kForbiddenInNames);
     if (name.isEmpty())
         return;
@@ -149,9 +147,8 @@ void frmProfile::CreateProfile() {
 
 void frmProfile::RenameProfile() {
     const QString oldName = cmbProfiles->currentText();
-    const QString answer = session_.Boxes.InputBox(QStringLiteral("Please enter the new name for [") +
-                                                       oldName + QStringLiteral("]:"),
-                                                   QStringLiteral("Rename Profile"), oldName);
+    const QString answer = session_.Boxes.InputBox(u"Please enter the new name for ["_s + oldName + u"]:"_s,
+                                                   u"Rename Profile"_s, oldName);
     const QString name = StripChars(answer, kForbiddenInNames);
     if (name.isEmpty() || name == oldName)
         return;
@@ -163,13 +160,12 @@ void frmProfile::RenameProfile() {
 bool frmProfile::ConfirmsDelete(const QString &name) {
     const auto saysYes = [this](const QString &question) {
         return session_.Boxes.MsgBox(question, BoxButtons::YesNo, BoxIcon::Exclamation,
-                                     QStringLiteral("Confirm Delete")) == BoxAnswer::Yes;
+                                     u"Confirm Delete"_s) == BoxAnswer::Yes;
     };
-    return saysYes(QStringLiteral("Warning: Deleting a profile will remove ALL files and folders relating to "
-                                  "that profile.\r\n\r\nAre you sure you want to delete profile [") +
-                   name + QStringLiteral("]?")) &&
-           saysYes(QStringLiteral("About to delete profile [") + name +
-                   QStringLiteral("]. Are you completely sure?"));
+    return saysYes(u"Warning: Deleting a profile will remove ALL files and folders relating to "
+                   "that profile.\r\n\r\nAre you sure you want to delete profile ["_s +
+                   name + u"]?"_s) &&
+           saysYes(u"About to delete profile ["_s + name + u"]. Are you completely sure?"_s);
 }
 
 void frmProfile::DeleteProfile() {

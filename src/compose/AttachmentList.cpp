@@ -1,5 +1,6 @@
 #include "compose/AttachmentList.h"
 
+#include "core/Literals.h"
 #include "core/RuntimeError.h"
 
 #include <QDir>
@@ -39,8 +40,7 @@ QString AttachmentSummary(const QStringList &paths) {
     qint64 total = 0;
     for (const QString &path : paths)
         total = AddedInKilobytes(total, FileSize(path));
-    return QString::number(paths.size()) + QStringLiteral(" Files (") + QString::number(total) +
-           QStringLiteral(" KB)");
+    return QString::number(paths.size()) + u" Files ("_s + QString::number(total) + u" KB)"_s;
 }
 
 QStringList DroppedFiles(const QList<QUrl> &urls) {

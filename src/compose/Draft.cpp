@@ -1,6 +1,7 @@
 #include "compose/Draft.h"
 
 #include "compose/LineEnds.h"
+#include "core/Literals.h"
 #include "core/TextFile.h"
 #include "core/modPublic.h"
 
@@ -8,10 +9,10 @@ namespace varlo {
 
 namespace {
 
-const QString kCrLf = QStringLiteral("\r\n");
+const QString kCrLf = u"\r\n"_s;
 
 QString DraftPath(const Session &session) {
-    return session.ProfileFile(QStringLiteral("draft.txt"));
+    return session.ProfileFile(u"draft.txt"_s);
 }
 
 } // namespace

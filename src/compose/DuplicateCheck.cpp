@@ -1,5 +1,6 @@
 #include "compose/DuplicateCheck.h"
 
+#include "core/Literals.h"
 #include "core/modPublic.h"
 
 namespace varlo {
@@ -14,7 +15,7 @@ bool DuplicateCheck::IsNew(const QString &address) {
 }
 
 QString DuplicateCheck::StatusText(const QString &address) {
-    return QStringLiteral("Duplicate recipient [") + address + QStringLiteral("] ignored");
+    return u"Duplicate recipient ["_s + address + u"] ignored"_s;
 }
 
 } // namespace varlo

@@ -1,5 +1,7 @@
 #include "compose/LineEnds.h"
 
+#include "core/Literals.h"
+
 #include <algorithm>
 
 namespace varlo {
@@ -48,11 +50,11 @@ QString WithParagraphs(const QString &text) {
 qsizetype DocumentPosition(const QString &text, qsizetype at) {
     const bool isInsideBreak = at > 0 && at < text.size() && text[at - 1] == u'\r' && text[at] == u'\n';
     const qsizetype end = isInsideBreak ? at - 1 : at;
-    return end - QStringView(text).first(end).count(QStringLiteral("\r\n"));
+    return end - QStringView(text).first(end).count(u"\r\n"_s);
 }
 
 QString OnOneLine(QString text) {
-    text.replace(QStringLiteral("\r\n"), QStringLiteral(" "));
+    text.replace(u"\r\n"_s, u" "_s);
     for (const char16_t lineBreak : {u'\r', u'\n', u'\u2028', u'\u2029'})
         text.replace(QChar(lineBreak), u' ');
     return text;

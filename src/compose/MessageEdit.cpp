@@ -3,6 +3,7 @@
 #include "compose/LineEnds.h"
 #include "compose/TextChange.h"
 #include "compose/WordBoundary.h"
+#include "core/Literals.h"
 
 #include <QClipboard>
 #include <QFont>
@@ -18,11 +19,11 @@ namespace {
 
 // QMimeData::hasText is also true for files, whose names would be pasted.
 bool HasPlainText(const QMimeData *data) {
-    return data && data->hasFormat(QStringLiteral("text/plain"));
+    return data && data->hasFormat(u"text/plain"_s);
 }
 
 QFont FixedPitchFont() {
-    QFont font(QStringLiteral("Courier New"), 10);
+    QFont font(u"Courier New"_s, 10);
     font.setStyleHint(QFont::Monospace); // where there is no such font
     font.setFixedPitch(true);
     return font;

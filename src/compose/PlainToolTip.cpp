@@ -1,5 +1,7 @@
 #include "compose/PlainToolTip.h"
 
+#include "core/Literals.h"
+
 #include <QTextDocument>
 
 namespace varlo {
@@ -7,7 +9,7 @@ namespace varlo {
 QString PlainToolTip(const QString &text) {
     if (!Qt::mightBeRichText(text))
         return text;
-    return QStringLiteral("<html>") + text.toHtmlEscaped().replace(u'\n', QStringLiteral("<br>"));
+    return u"<html>"_s + text.toHtmlEscaped().replace(u'\n', u"<br>"_s);
 }
 
 } // namespace varlo

@@ -1,5 +1,6 @@
 #include "compose/Recipients.h"
 
+#include "core/Literals.h"
 #include "core/Reporting.h"
 #include "core/TextFile.h"
 
@@ -22,18 +23,18 @@ RecipientSource RecipientSourceAt(qsizetype index, qsizetype listCount) {
 
 QStringList RecipientSourceTexts(const QStringList &listNames, bool withSelection) {
     QStringList texts = listNames;
-    texts << QString(61, u'-') << QStringLiteral("All Mailing Lists") << QStringLiteral("Select Lists...");
+    texts << QString(61, u'-') << u"All Mailing Lists"_s << u"Select Lists..."_s;
     if (withSelection)
-        texts << QStringLiteral("Current Selection");
+        texts << u"Current Selection"_s;
     return texts;
 }
 
 QString ListNamesText(const QStringList &names) {
-    return names.join(QStringLiteral(", "));
+    return names.join(u", "_s);
 }
 
 QString RecipientCountText(qsizetype count) {
-    return QString::number(count) + QStringLiteral(" Recipients");
+    return QString::number(count) + u" Recipients"_s;
 }
 
 Recipients::Recipients(Session &session, QObject *parent) : QObject(parent), session_(session) {
@@ -43,9 +44,9 @@ void Recipients::Choose(const RecipientChoice &choice) {
     const int number = ++choices_;
     const QPointer<Recipients> self(this);
     const auto isOver = [&] { return !self || choices_ != number; };
-    ErrorTrap trap(session_, QStringLiteral("Compose.cmbTo"));
+    ErrorTrap trap(session_, u"Compose.cmbTo"_s);
     addresses_.clear();
-    trap([this] { Status(QStringLiteral("Loading recipients...")); });
+    trap([this] { Status(u"Loading recipients..."_s); });
     QCoreApplication::processEvents(); // shows the text before the files are read
     if (isOver())
         return;
@@ -58,7 +59,7 @@ void Recipients::Choose(const RecipientChoice &choice) {
     if (isOver())
         return;
     Q_EMIT CountChanged(RecipientCountText(addresses_.size()));
-    trap([this] { Status(QStringLiteral("Recipients loaded")); });
+    trap([this] { Status(u"Recipients loaded"_s); });
 }
 
 // The lists to be read for a choice; tells the window which they are.
@@ -75,7 +76,7 @@ QStringList Recipients::ListsOf(const RecipientChoice &choice, RecipientSource s
     case RecipientSource::SelectLists:
         return choice.PickLists();
     case RecipientSource::CurrentSelection:
-        Q_EMIT ToolTipChanged(choice.CurrentListName + QStringLiteral(" (Selected addresses only)"));
+        Q_EMIT ToolTipChanged(choice.CurrentListName + u" (Selected addresses only)"_s);
         break;
     case RecipientSource::Separator:
         break;
@@ -84,7 +85,7 @@ QStringList Recipients::ListsOf(const RecipientChoice &choice, RecipientSource s
 }
 
 void Recipients::ReadList(const QString &name) {
-    addresses_ += ReadLines(session_.ProfileFile(QStringLiteral("lists"), name + QStringLiteral(".vlo")));
+    addresses_ += ReadLines(session_.ProfileFile(u"lists"_s, name + u".vlo"_s));
 }
 
 void Recipients::Status(const QString &text) {

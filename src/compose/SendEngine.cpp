@@ -4,6 +4,7 @@
 #include "compose/SendTexts.h"
 #include "compose/SentCopy.h"
 #include "compose/Signature.h"
+#include "core/Literals.h"
 #include "core/PreferenceKeys.h"
 #include "core/Reporting.h"
 #include "core/WordWrap.h"
@@ -95,7 +96,7 @@ SendEngine::Private::Private(SendEngine *engine, Session &sharedSession, OSSMTP:
                              std::function<void(const QString &)> pending)
     : q(engine), session(sharedSession), smtp(&component), addPending(std::move(pending)),
       timer(new QTimer(engine)) {
-    timer->setObjectName(QStringLiteral("tmrTimeRemaining"));
+    timer->setObjectName(u"tmrTimeRemaining"_s);
     timer->setInterval(kTickMilliseconds);
     connect(timer, &QTimer::timeout, engine, [this] { Tick(); });
     connect(smtp, &OSSMTP::SMTP::ErrorSMTP, engine,
@@ -111,14 +112,12 @@ bool SendEngine::Private::Validate(const ComposedMessage &composed) {
     const Preferences &prefs = session.Prefs;
     if (composed.Subject.isEmpty() || composed.Text.isEmpty() ||
         composed.Text == SignedBody(composed.Signature))
-        return Refuse(
-            QStringLiteral("You must enter a subject and a message before you can send an e-mail."));
+        return Refuse(u"You must enter a subject and a message before you can send an e-mail."_s);
     if (composed.Recipients.isEmpty())
-        return Refuse(QStringLiteral("You must select some recipients before you can send an e-mail."));
+        return Refuse(u"You must select some recipients before you can send an e-mail."_s);
     if (prefs.SMTPServer.isEmpty() || prefs.SMTPFrom.isEmpty() || prefs.SMTPEmail.isEmpty())
-        return Refuse(
-            QStringLiteral("You must configure your SMTP server and e-mail sending details from preferences "
-                           "before you can send a message."));
+        return Refuse(u"You must configure your SMTP server and e-mail sending details from preferences "
+                      "before you can send a message."_s);
     return true;
 }
 
@@ -130,7 +129,7 @@ bool SendEngine::Private::Run() {
     cancelled = started = transmitting = complete = false;
     index = failed = 0;
     deferred.reset();
-    const bool passed = Trapped(session, QStringLiteral("Compose.cmdSend"), [this] {
+    const bool passed = Trapped(session, u"Compose.cmdSend"_s, [this] {
         const auto stop = qScopeGuard([this] { StopTimer(); }); // before the box that reports
         Body();
     });
@@ -170,7 +169,7 @@ void SendEngine::Private::CheckAttachments() {
         if (!special && file.open(QIODevice::ReadOnly))
             continue;
         const RuntimeError error = special ? RuntimeError(PermissionDenied) : FileError(file);
-        Status(QStringLiteral("Attachment [") + path + QStringLiteral("] cannot be read"));
+        Status(u"Attachment ["_s + path + u"] cannot be read"_s);
         throw error;
     }
 }
@@ -183,13 +182,13 @@ void SendEngine::Private::Begin() {
         Q_EMIT q->SendingChanged(true);
     if (timer)
         timer->start();
-    Caption(QStringLiteral("Sending: 0% Complete"), 0);
+    Caption(u"Sending: 0% Complete"_s, 0);
 }
 
 void SendEngine::Private::Complete() {
     StopTimer();
-    Status(QStringLiteral("E-mail sending complete"));
-    Caption(QStringLiteral("Send Complete"), 100);
+    Status(u"E-mail sending complete"_s);
+    Caption(u"Send Complete"_s, 100);
     complete = true;
     session.Boxes.MsgBox(SummaryText(Elapsed(), message.Recipients.size() - failed - duplicates.Count(),
                                      duplicates.Count(), failed),
@@ -237,7 +236,7 @@ void SendEngine::Private::Loop() {
 void SendEngine::Private::Turn(const QString &address) {
     const bool isNew = IsNew(address);
     if (isNew)
-        Status(QStringLiteral("Sending message ") + QString::number(index + 1) + u'/' +
+        Status(u"Sending message "_s + QString::number(index + 1) + u'/' +
                QString::number(message.Recipients.size()));
     QCoreApplication::processEvents();
     if (isNew && !cancelled)

@@ -1,11 +1,12 @@
 #include "compose/SendTexts.h"
 
+#include "core/Literals.h"
 #include "core/modPublic.h"
 
 namespace varlo {
 
 QString Mailbox(const QString &name, const QString &address) {
-    return u'"' + name + QStringLiteral("\" <") + address + u'>';
+    return u'"' + name + u"\" <"_s + address + u'>';
 }
 
 // Wanted: the percentage counts against the last index, so that the last recipient is sent to at 100%, while
@@ -17,36 +18,31 @@ int PercentComplete(qsizetype index, qsizetype count) {
 QString ProgressCaption(qint64 elapsed, qsizetype index, qsizetype count) {
     const qint64 remaining = elapsed * (count - (index + 1)) / (index + 1);
     const QString suffix =
-        remaining > 1 ? QStringLiteral(" (") + DurationText(remaining) + QStringLiteral(" remaining)")
-                      : QStringLiteral(" (1 second remaining)");
-    return QStringLiteral("Sending: ") + QString::number(PercentComplete(index, count)) +
-           QStringLiteral("% Complete") + suffix;
+        remaining > 1 ? u" ("_s + DurationText(remaining) + u" remaining)"_s : u" (1 second remaining)"_s;
+    return u"Sending: "_s + QString::number(PercentComplete(index, count)) + u"% Complete"_s + suffix;
 }
 
 QString SummaryText(qint64 seconds, qsizetype sent, qsizetype duplicates, qsizetype failed) {
-    QString text = QStringLiteral("Message sending complete.\r\n\r\n- The sending process lasted ") +
-                   DurationText(seconds) + QStringLiteral("\r\n- The message was sent to ") +
-                   QString::number(sent) + QStringLiteral(" recipients");
+    QString text = u"Message sending complete.\r\n\r\n- The sending process lasted "_s +
+                   DurationText(seconds) + u"\r\n- The message was sent to "_s + QString::number(sent) +
+                   u" recipients"_s;
     if (duplicates > 0)
-        text += QStringLiteral("\r\n- ") + QString::number(duplicates) +
-                QStringLiteral(" duplicate recipients were ignored");
+        text += u"\r\n- "_s + QString::number(duplicates) + u" duplicate recipients were ignored"_s;
     if (failed > 0)
-        text += QStringLiteral("\r\n- The message could not be delivered to ") + QString::number(failed) +
-                QStringLiteral(" recipients*\r\n\r\n* Failed addresses are added to the pending list flagged "
-                               "for removal.");
+        text += u"\r\n- The message could not be delivered to "_s + QString::number(failed) +
+                u" recipients*\r\n\r\n* Failed addresses are added to the pending list flagged "
+                "for removal."_s;
     return text;
 }
 
 QString StoppedText(qsizetype done, qsizetype count) {
-    return QStringLiteral("Sending stopped after ") + QString::number(done) + u'/' + QString::number(count) +
-           QStringLiteral(" messages");
+    return u"Sending stopped after "_s + QString::number(done) + u'/' + QString::number(count) +
+           u" messages"_s;
 }
 
 QString SmtpErrorText(int number, QString description) {
-    description.replace(QStringLiteral("\r\n"), QStringLiteral(" "))
-        .replace(u'\r', u' ')
-        .replace(u'\n', u' ');
-    return QStringLiteral("SMTP error ") + QString::number(number) + QStringLiteral(" - ") + description;
+    description.replace(u"\r\n"_s, u" "_s).replace(u'\r', u' ').replace(u'\n', u' ');
+    return u"SMTP error "_s + QString::number(number) + u" - "_s + description;
 }
 
 } // namespace varlo

@@ -1,5 +1,6 @@
 #include "compose/SentCopy.h"
 
+#include "core/Literals.h"
 #include "core/TextFile.h"
 #include "core/modPublic.h"
 
@@ -26,8 +27,8 @@ QString CutToBytes(QString text, qsizetype bytes) {
 } // namespace
 
 QString SentCopyName(const QString &subject, const QDateTime &moment) {
-    const QString begin = moment.toString(QStringLiteral("yy.MM.dd @ HHmm - "));
-    const QString end = QStringLiteral(".txt");
+    const QString begin = moment.toString(u"yy.MM.dd @ HHmm - "_s);
+    const QString end = u".txt"_s;
     QString name;
     for (QChar c : subject)
         if (FitsFileName(c))
@@ -37,14 +38,13 @@ QString SentCopyName(const QString &subject, const QDateTime &moment) {
 
 QString SentCopyText(const Session &session, const QString &toName, const QString &subject,
                      const QString &text) {
-    return QStringLiteral("From: ") + session.Prefs.SMTPEmail + QStringLiteral("\r\nTo: ") + toName +
-           QStringLiteral("\r\nSubject: ") + subject + QStringLiteral("\r\n\r\n") + text +
-           QStringLiteral("\r\n");
+    return u"From: "_s + session.Prefs.SMTPEmail + u"\r\nTo: "_s + toName + u"\r\nSubject: "_s + subject +
+           u"\r\n\r\n"_s + text + u"\r\n"_s;
 }
 
 void WriteSentCopy(const Session &session, const QString &toName, const QString &subject,
                    const QString &text) {
-    WriteFile(session.ProfileFile(QStringLiteral("sent"), SentCopyName(subject, session.Now())),
+    WriteFile(session.ProfileFile(u"sent"_s, SentCopyName(subject, session.Now())),
               EncodeText(SentCopyText(session, toName, subject, text)));
 }
 

@@ -1,5 +1,6 @@
 #include "compose/Signature.h"
 
+#include "core/Literals.h"
 #include "core/PreferenceKeys.h"
 
 namespace varlo {
@@ -13,7 +14,7 @@ bool AutoAddSignature(Session &session) {
 }
 
 QString SignedBody(const QString &signature) {
-    return QStringLiteral("\r\n") + signature;
+    return u"\r\n"_s + signature;
 }
 
 QString InitialBody(const QString &signature, bool autoAdd) {

@@ -1,12 +1,13 @@
 #include "compose/UndoHistory.h"
 
+#include "core/Literals.h"
 #include "core/RuntimeError.h"
 
 namespace varlo {
 
 namespace {
 
-const QString kNoState = QStringLiteral("smeebux");
+const QString kNoState = u"smeebux"_s;
 
 } // namespace
 
@@ -66,7 +67,7 @@ qsizetype UndoHistory::StoredBytes() const {
 }
 
 qsizetype CaretAfterUndo(const QString &text, const QString &signature) {
-    const QString closing = QStringLiteral("\r\n") + signature;
+    const QString closing = u"\r\n"_s + signature;
     if (!signature.isEmpty() && text.contains(closing))
         return text.size() - closing.size();
     return text.size();

@@ -5,6 +5,7 @@
 #include "compose/PlainToolTip.h"
 #include "compose/modDialogs.h"
 #include "core/Buttons.h"
+#include "core/Literals.h"
 #include "core/Reporting.h"
 
 #include <QHBoxLayout>
@@ -17,7 +18,7 @@ namespace varlo {
 
 namespace {
 
-const QString kToolTip = QStringLiteral("Add and remove files to be sent as attachments with your e-mail");
+const QString kToolTip = u"Add and remove files to be sent as attachments with your e-mail"_s;
 
 } // namespace
 
@@ -33,20 +34,20 @@ QString frmAttach::SizeText() const {
 }
 
 void frmAttach::CreateControls() {
-    setObjectName(QStringLiteral("frmAttach"));
-    setWindowTitle(QStringLiteral("Attachments"));
+    setObjectName(u"frmAttach"_s);
+    setWindowTitle(u"Attachments"_s);
     lstAttachments = new AttachmentBox;
-    lstAttachments->setObjectName(QStringLiteral("lstAttachments"));
-    lstAttachments->setAccessibleName(QStringLiteral("Attachments"));
+    lstAttachments->setObjectName(u"lstAttachments"_s);
+    lstAttachments->setAccessibleName(u"Attachments"_s);
     lstAttachments->setToolTip(kToolTip);
-    cmdAddFile = NewButton(nullptr, "cmdAddFile", QStringLiteral("&Add File..."));
-    cmdRemoveFile = NewButton(nullptr, "cmdRemoveFile", QStringLiteral("&Remove File"));
+    cmdAddFile = NewButton(nullptr, "cmdAddFile", u"&Add File..."_s);
+    cmdRemoveFile = NewButton(nullptr, "cmdRemoveFile", u"&Remove File"_s);
     lblFilesize = new QLabel;
-    lblFilesize->setObjectName(QStringLiteral("lblFilesize"));
+    lblFilesize->setObjectName(u"lblFilesize"_s);
     lblFilesize->setTextFormat(Qt::PlainText);
-    cmdOK = NewButton(nullptr, "cmdOK", QStringLiteral("OK"));
+    cmdOK = NewButton(nullptr, "cmdOK", u"OK"_s);
     cmdOK->setDefault(true);
-    cmdCancel = NewButton(nullptr, "cmdCancel", QStringLiteral("Cancel"));
+    cmdCancel = NewButton(nullptr, "cmdCancel", u"Cancel"_s);
 }
 
 void frmAttach::LayOut() {
@@ -87,7 +88,7 @@ void frmAttach::Form_Load() {
 
 void frmAttach::cmdAddFile_Click() {
     const QString path =
-        OpenFile(session_, AllFilesFilter(), session_.ProgramFolder, QStringLiteral("Select file to attach"));
+        OpenFile(session_, AllFilesFilter(), session_.ProgramFolder, u"Select file to attach"_s);
     if (path.isEmpty())
         return;
     lstAttachments->addItem(path);
@@ -115,8 +116,7 @@ void frmAttach::lstAttachments_Click() {
     const QList<QListWidgetItem *> selected = lstAttachments->selectedItems();
     cmdRemoveFile->setEnabled(!selected.isEmpty());
     if (!selected.isEmpty() && !selected.first()->text().isEmpty())
-        lstAttachments->setToolTip(
-            PlainToolTip(QStringLiteral("Current selection [") + selected.first()->text() + u']'));
+        lstAttachments->setToolTip(PlainToolTip(u"Current selection ["_s + selected.first()->text() + u']'));
 }
 
 // Wanted: a drop leaves the size as it was, so that hundreds of files on a slow share appear at once; the
@@ -127,7 +127,7 @@ void frmAttach::lstAttachments_OLEDragDrop(const QList<QUrl> &urls) {
 
 void frmAttach::RefreshFiles() {
     cmdRemoveFile->setEnabled(!lstAttachments->selectedItems().isEmpty());
-    Trapped(session_, QStringLiteral("Attach.RefreshFiles"),
+    Trapped(session_, u"Attach.RefreshFiles"_s,
             [this] { lblFilesize->setText(AttachmentSummary(lstAttachments->Rows())); });
 }
 

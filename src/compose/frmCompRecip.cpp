@@ -1,5 +1,7 @@
 #include "compose/frmCompRecip.h"
 
+#include "core/Literals.h"
+
 #include <QHBoxLayout>
 #include <QListWidget>
 #include <QMenu>
@@ -34,29 +36,26 @@ QStringList frmCompRecip::SelectedLists() const {
 }
 
 void frmCompRecip::CreateControls() {
-    setObjectName(QStringLiteral("frmCompRecip"));
-    setWindowTitle(QStringLiteral("Select Recipient Lists"));
+    setObjectName(u"frmCompRecip"_s);
+    setWindowTitle(u"Select Recipient Lists"_s);
     lstRecipients = new QListWidget;
-    lstRecipients->setObjectName(QStringLiteral("lstRecipients"));
-    lstRecipients->setAccessibleName(QStringLiteral("Mailing lists"));
+    lstRecipients->setObjectName(u"lstRecipients"_s);
+    lstRecipients->setAccessibleName(u"Mailing lists"_s);
     lstRecipients->setSelectionMode(
         QAbstractItemView::MultiSelection); // a click picks a list or drops it again
     lstRecipients->setUniformItemSizes(true);
     lstRecipients->addItems(listNames_);
     mnuListFunctions = new QMenu(this);
-    mnuListFunctions->setObjectName(QStringLiteral("mnuListFunctions"));
-    mnuSelectNone =
-        NewEntry(mnuListFunctions, QStringLiteral("mnuSelectNone"), QStringLiteral("Select &no lists"));
-    mnuSelectAll =
-        NewEntry(mnuListFunctions, QStringLiteral("mnuSelectAll"), QStringLiteral("Select &all lists"));
-    mnuSelectInvert = NewEntry(mnuListFunctions, QStringLiteral("mnuSelectInvert"),
-                               QStringLiteral("&Invert list selection"));
-    cmdListFunctions = new QPushButton(QStringLiteral("&Select"));
-    cmdListFunctions->setObjectName(QStringLiteral("cmdListFunctions"));
+    mnuListFunctions->setObjectName(u"mnuListFunctions"_s);
+    mnuSelectNone = NewEntry(mnuListFunctions, u"mnuSelectNone"_s, u"Select &no lists"_s);
+    mnuSelectAll = NewEntry(mnuListFunctions, u"mnuSelectAll"_s, u"Select &all lists"_s);
+    mnuSelectInvert = NewEntry(mnuListFunctions, u"mnuSelectInvert"_s, u"&Invert list selection"_s);
+    cmdListFunctions = new QPushButton(u"&Select"_s);
+    cmdListFunctions->setObjectName(u"cmdListFunctions"_s);
     cmdListFunctions->setAutoDefault(false);
     cmdListFunctions->setMenu(mnuListFunctions);
-    cmdOK = new QPushButton(QStringLiteral("OK"));
-    cmdOK->setObjectName(QStringLiteral("cmdOK"));
+    cmdOK = new QPushButton(u"OK"_s);
+    cmdOK->setObjectName(u"cmdOK"_s);
     cmdOK->setDefault(true);
 }
 

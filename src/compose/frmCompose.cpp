@@ -9,6 +9,7 @@
 #include "compose/Signature.h"
 #include "compose/frmAttach.h"
 #include "compose/frmCompRecip.h"
+#include "core/Literals.h"
 #include "core/Reporting.h"
 #include "core/StatusLabel.h"
 
@@ -48,7 +49,7 @@ std::shared_ptr<ComposeMail> frmCompose::NewMail() {
 
 // Each step is tried, whatever became of the one before.
 void frmCompose::Form_Load() {
-    ErrorTrap trap(session_, QStringLiteral("Compose.Load"));
+    ErrorTrap trap(session_, u"Compose.Load"_s);
     trap([this] { FillSources(); });
     trap([this] { signature_ = LoadSignature(session_); });
     trap([this] { txtMessage->SetText(InitialBody(signature_, AutoAddSignature(session_))); });
@@ -100,7 +101,7 @@ void frmCompose::ShowSources(const QString &names) {
 }
 
 void frmCompose::txtMessage_Change() {
-    Trapped(session_, QStringLiteral("Main.txtMessage_Change"), [this] {
+    Trapped(session_, u"Main.txtMessage_Change"_s, [this] {
         const QString text = txtMessage->Text();
         if (text == recordedText_) // a text box also tells of changes that leave its text as it was
             return;
@@ -110,7 +111,7 @@ void frmCompose::txtMessage_Change() {
 }
 
 void frmCompose::txtMessage_KeyDown(int key, bool *taken) {
-    Trapped(session_, QStringLiteral("Compose.txtMessage_KeyDown"), [this, key, taken] {
+    Trapped(session_, u"Compose.txtMessage_KeyDown"_s, [this, key, taken] {
         *taken = true;
         switch (key) {
         case Qt::Key_Z:
@@ -141,7 +142,7 @@ void frmCompose::txtMessage_KeyDown(int key, bool *taken) {
 }
 
 void frmCompose::mnuMessageSend_Click() {
-    Trapped(session_, QStringLiteral("Compose.cmdSend"), [this] {
+    Trapped(session_, u"Compose.cmdSend"_s, [this] {
         const ComposedMessage message = Composed();
         if (mail_->Engine.Validate(message))
             Send(message);
@@ -176,7 +177,7 @@ void frmCompose::Send(const ComposedMessage &message) {
 }
 
 void frmCompose::ShowIdleCaption() {
-    setWindowTitle(QStringLiteral("Compose"));
+    setWindowTitle(u"Compose"_s);
 }
 
 void frmCompose::SetSending(bool sending) {
@@ -209,10 +210,10 @@ bool frmCompose::eventFilter(QObject *watched, QEvent *event) {
 }
 
 void frmCompose::mnuMessageOpen_Click() {
-    Trapped(session_, QStringLiteral("Compose.mnuMessageOpen"), [this] {
+    Trapped(session_, u"Compose.mnuMessageOpen"_s, [this] {
         const std::optional<Draft> draft = OpenDraft(session_);
         if (!draft) {
-            session_.Boxes.MsgBox(QStringLiteral("No saved draft found."));
+            session_.Boxes.MsgBox(u"No saved draft found."_s);
             return;
         }
         txtSubject->setText(draft->Subject);
@@ -222,9 +223,9 @@ void frmCompose::mnuMessageOpen_Click() {
 }
 
 void frmCompose::mnuMessageSave_Click() {
-    Trapped(session_, QStringLiteral("Compose.mnuMessageSave"), [this] {
+    Trapped(session_, u"Compose.mnuMessageSave"_s, [this] {
         SaveDraft(session_, {txtSubject->text(), txtMessage->Text()});
-        lblStatus->setText(QStringLiteral("Draft saved"));
+        lblStatus->setText(u"Draft saved"_s);
     });
 }
 

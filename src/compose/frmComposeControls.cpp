@@ -4,6 +4,7 @@
 #include "compose/MessageEdit.h"
 #include "compose/frmCompose.h"
 #include "core/Icons.h"
+#include "core/Literals.h"
 #include "core/StatusLabel.h"
 
 #include <QComboBox>
@@ -51,7 +52,7 @@ void AddLine(QMenu *menu, const QString &name) {
 } // namespace
 
 void frmCompose::CreateControls() {
-    setObjectName(QStringLiteral("frmCompose"));
+    setObjectName(u"frmCompose"_s);
     ShowIdleCaption();
     CreateFields();
     CreateIndicators();
@@ -61,62 +62,61 @@ void frmCompose::CreateControls() {
 }
 
 void frmCompose::CreateFields() {
-    cmbTo = Named(new QComboBox, QStringLiteral("cmbTo"));
+    cmbTo = Named(new QComboBox, u"cmbTo"_s);
     // The width does not follow the longest name of a list.
     cmbTo->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     cmbTo->setMinimumContentsLength(20);
     cmbTo->setMaxVisibleItems(20);
-    lblStatusRecipients =
-        Named(new QLabel(QStringLiteral("0 Recipients")), QStringLiteral("lblStatusRecipients"));
-    txtTo = Named(new QLineEdit(QStringLiteral("Mailing List")), QStringLiteral("txtTo"));
-    txtTo->setToolTip(QStringLiteral("\"To:\" name as it will appear to recipients"));
-    txtSubject = Named(new QLineEdit, QStringLiteral("txtSubject"));
-    txtMessage = Named(new MessageEdit, QStringLiteral("txtMessage"));
-    txtMessage->setAccessibleName(QStringLiteral("Message"));
+    lblStatusRecipients = Named(new QLabel(u"0 Recipients"_s), u"lblStatusRecipients"_s);
+    txtTo = Named(new QLineEdit(u"Mailing List"_s), u"txtTo"_s);
+    txtTo->setToolTip(u"\"To:\" name as it will appear to recipients"_s);
+    txtSubject = Named(new QLineEdit, u"txtSubject"_s);
+    txtMessage = Named(new MessageEdit, u"txtMessage"_s);
+    txtMessage->setAccessibleName(u"Message"_s);
     txtMessage->setContextMenuPolicy(Qt::CustomContextMenu);
 }
 
 void frmCompose::CreateIndicators() {
-    picAttachments = Named(new QToolButton, QStringLiteral("picAttachments"));
-    picAttachments->setAccessibleName(QStringLiteral("Attachments"));
+    picAttachments = Named(new QToolButton, u"picAttachments"_s);
+    picAttachments->setAccessibleName(u"Attachments"_s);
     picAttachments->setIcon(Icon(u"attach"));
     picAttachments->setIconSize(QSize(20, 20));
     picAttachments->setAutoRaise(true);
     picAttachments->setFocusPolicy(Qt::TabFocus);
     picAttachments->hide();
-    lblCaption = Named(new QLabel(QStringLiteral("Status:")), QStringLiteral("lblCaption"));
-    lblStatus = Named(new StatusLabel(QStringLiteral("Idle")), QStringLiteral("lblStatus"));
-    prgSending = Named(new QProgressBar, QStringLiteral("prgSending"));
-    prgSending->setAccessibleName(QStringLiteral("Sending"));
+    lblCaption = Named(new QLabel(u"Status:"_s), u"lblCaption"_s);
+    lblStatus = Named(new StatusLabel(u"Idle"_s), u"lblStatus"_s);
+    prgSending = Named(new QProgressBar, u"prgSending"_s);
+    prgSending->setAccessibleName(u"Sending"_s);
     prgSending->setRange(0, 100);
     prgSending->hide();
 }
 
 void frmCompose::CreateMessageMenu() {
-    mnuMessage = AddMenu(this, QStringLiteral("mnuMessage"), QStringLiteral("M&essage"));
-    AddEntry(mnuMessage, QStringLiteral("mnuMessageSend"), QStringLiteral("&Send Message"), this,
-             &frmCompose::mnuMessageSend_Click, QKeySequence(Qt::CTRL | Qt::Key_Return))
+    mnuMessage = AddMenu(this, u"mnuMessage"_s, u"M&essage"_s);
+    AddEntry(mnuMessage, u"mnuMessageSend"_s, u"&Send Message"_s, this, &frmCompose::mnuMessageSend_Click,
+             QKeySequence(Qt::CTRL | Qt::Key_Return))
         ->setIcon(Icon(u"send"));
-    AddLine(mnuMessage, QStringLiteral("mnuMessageLine1"));
-    AddEntry(mnuMessage, QStringLiteral("mnuMessageOpen"), QStringLiteral("&Open Draft"), this,
-             &frmCompose::mnuMessageOpen_Click, QKeySequence(Qt::CTRL | Qt::Key_O))
+    AddLine(mnuMessage, u"mnuMessageLine1"_s);
+    AddEntry(mnuMessage, u"mnuMessageOpen"_s, u"&Open Draft"_s, this, &frmCompose::mnuMessageOpen_Click,
+             QKeySequence(Qt::CTRL | Qt::Key_O))
         ->setIcon(Icon(u"draft-open"));
-    AddEntry(mnuMessage, QStringLiteral("mnuMessageSave"), QStringLiteral("Sa&ve Draft"), this,
-             &frmCompose::mnuMessageSave_Click, QKeySequence(Qt::CTRL | Qt::Key_S))
+    AddEntry(mnuMessage, u"mnuMessageSave"_s, u"Sa&ve Draft"_s, this, &frmCompose::mnuMessageSave_Click,
+             QKeySequence(Qt::CTRL | Qt::Key_S))
         ->setIcon(Icon(u"draft-save"));
-    AddLine(mnuMessage, QStringLiteral("mnuMessageLine2"));
-    AddEntry(mnuMessage, QStringLiteral("mnuMessageAttach"), QStringLiteral("&Attachments..."), this,
+    AddLine(mnuMessage, u"mnuMessageLine2"_s);
+    AddEntry(mnuMessage, u"mnuMessageAttach"_s, u"&Attachments..."_s, this,
              &frmCompose::mnuMessageAttach_Click, QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_A))
         ->setIcon(Icon(u"attach"));
-    AddLine(mnuMessage, QStringLiteral("mnuMessageLine3"));
-    AddEntry(mnuMessage, QStringLiteral("mnuMessageClearAll"), QStringLiteral("&Clear All"), this,
+    AddLine(mnuMessage, u"mnuMessageLine3"_s);
+    AddEntry(mnuMessage, u"mnuMessageClearAll"_s, u"&Clear All"_s, this,
              &frmCompose::mnuMessageClearAll_Click);
 }
 
 // The keys of this menu belong to the message: in the other fields they keep the meaning they have
 // everywhere. So the menu only shows them; txtMessage_KeyDown hears them.
 void frmCompose::CreateEditMenu() {
-    mnuEdit = AddMenu(this, QStringLiteral("mnuEdit"), QStringLiteral("&Edit"));
+    mnuEdit = AddMenu(this, u"mnuEdit"_s, u"&Edit"_s);
     const auto add = [this](const char *name, const char *caption, int key, void (frmCompose::*handler)()) {
         QAction *entry =
             AddEntry(mnuEdit, QString::fromLatin1(name), QString::fromLatin1(caption), this, handler);
@@ -125,30 +125,30 @@ void frmCompose::CreateEditMenu() {
     };
     add("mnuEditUndo", "&Undo", Qt::Key_Z, &frmCompose::mnuEditUndo_Click);
     add("mnuEditRedo", "&Redo", Qt::Key_Y, &frmCompose::mnuEditRedo_Click);
-    AddLine(mnuEdit, QStringLiteral("mnuEditLine1"));
+    AddLine(mnuEdit, u"mnuEditLine1"_s);
     add("mnuEditCut", "Cu&t", Qt::Key_X, &frmCompose::mnuEditCut_Click);
     add("mnuEditCopy", "&Copy", Qt::Key_C, &frmCompose::mnuEditCopy_Click);
     add("mnuEditPaste", "&Paste", Qt::Key_V, &frmCompose::mnuEditPaste_Click);
-    AddLine(mnuEdit, QStringLiteral("mnuEditLine2"));
+    AddLine(mnuEdit, u"mnuEditLine2"_s);
     add("mnuEditSelectAll", "Select &All", Qt::Key_A, &frmCompose::mnuEditSelectAll_Click);
 }
 
 void frmCompose::CreateInsertMenu() {
-    mnuInsert = AddMenu(this, QStringLiteral("mnuInsert"), QStringLiteral("&Insert"));
-    AddEntry(mnuInsert, QStringLiteral("mnuInsSignature"), QStringLiteral("&Signature"), this,
-             &frmCompose::mnuInsSignature_Click, QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S))
+    mnuInsert = AddMenu(this, u"mnuInsert"_s, u"&Insert"_s);
+    AddEntry(mnuInsert, u"mnuInsSignature"_s, u"&Signature"_s, this, &frmCompose::mnuInsSignature_Click,
+             QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S))
         ->setIcon(Icon(u"signature"));
 }
 
 void frmCompose::LayOut() {
     auto *fields = new QGridLayout;
-    fields->addWidget(BuddyLabel(QStringLiteral("Reci&pients:"), cmbTo), 0, 0);
+    fields->addWidget(BuddyLabel(u"Reci&pients:"_s, cmbTo), 0, 0);
     fields->addWidget(cmbTo, 0, 1);
     fields->addWidget(picAttachments, 0, 2);
     fields->addWidget(lblStatusRecipients, 1, 1);
-    fields->addWidget(BuddyLabel(QStringLiteral("&To:"), txtTo), 2, 0);
+    fields->addWidget(BuddyLabel(u"&To:"_s, txtTo), 2, 0);
     fields->addWidget(txtTo, 2, 1, 1, 2);
-    fields->addWidget(BuddyLabel(QStringLiteral("&Subject:"), txtSubject), 3, 0);
+    fields->addWidget(BuddyLabel(u"&Subject:"_s, txtSubject), 3, 0);
     fields->addWidget(txtSubject, 3, 1, 1, 2);
     fields->setColumnStretch(1, 1);
     auto *status = new QHBoxLayout;

@@ -1,11 +1,13 @@
 #include "compose/modDialogs.h"
 
+#include "core/Literals.h"
+
 #include <QDir>
 
 namespace varlo {
 
 QString AllFilesFilter() {
-    return QStringLiteral("All Files") + QChar(u'\0') + QStringLiteral("*.*") + QChar(u'\0');
+    return u"All Files"_s + QChar(u'\0') + u"*.*"_s + QChar(u'\0');
 }
 
 QString OpenFile(Session &session, const QString &filter, const QString &folder, const QString &title) {

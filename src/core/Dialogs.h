@@ -1,13 +1,15 @@
 // The one door through which every box, question and file chooser goes, so that tests can answer them.
 #pragma once
 
+#include "core/Literals.h"
+
 #include <QString>
 #include <QUrl>
 
 namespace varlo {
 
-inline const QString kApplicationTitle = QStringLiteral("Varlo Pro");
-inline const QString kErrorTitle = QStringLiteral("Varlo Pro Error");
+inline const QString kApplicationTitle = u"Varlo Pro"_s;
+inline const QString kErrorTitle = u"Varlo Pro Error"_s;
 
 enum class BoxIcon { None, Information, Exclamation, Critical, Question };
 enum class BoxButtons { Ok, OkCancel, YesNo, YesNoCancel };

@@ -1,5 +1,7 @@
 #include "core/Icons.h"
 
+#include "core/Literals.h"
+
 #include <QFile>
 #include <QGuiApplication>
 #include <QIconEngine>
@@ -31,8 +33,7 @@ public:
     }
 
     QPixmap pixmap(const QSize &size, QIcon::Mode mode, QIcon::State) override {
-        const QString key = QStringLiteral("varlo-icon %1 %2x%3 %4 %5")
-                                .arg(name_)
+        const QString key = u"varlo-icon %1 %2x%3 %4 %5"_s.arg(name_)
                                 .arg(size.width())
                                 .arg(size.height())
                                 .arg(mode)
@@ -77,7 +78,7 @@ private:
 
 QIcon Icon(QStringView name) {
     InitIconResources();
-    QFile file(QStringLiteral(":/icons/%1.svg").arg(name));
+    QFile file(u":/icons/%1.svg"_s.arg(name));
     if (!file.open(QIODevice::ReadOnly))
         return {};
     return QIcon(new PaletteIcon(name.toString(), file.readAll()));

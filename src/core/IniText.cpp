@@ -1,5 +1,7 @@
 #include "core/IniText.h"
 
+#include "core/Literals.h"
+
 #include <QStringList>
 
 namespace varlo::IniText {
@@ -80,12 +82,12 @@ qsizetype FindKey(const QStringList &lines, const SectionLines &section, const Q
     return -1;
 }
 
-const QString kLineEnd = QStringLiteral("\r\n");
+const QString kLineEnd = u"\r\n"_s;
 
 QString LineEndOf(const QString &line) {
     if (line.endsWith(kLineEnd))
         return kLineEnd;
-    return line.endsWith(u'\n') ? QStringLiteral("\n") : QString();
+    return line.endsWith(u'\n') ? u"\n"_s : QString();
 }
 
 // A line can follow the last one only after an end of its own.

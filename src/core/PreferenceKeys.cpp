@@ -1,5 +1,6 @@
 #include "core/PreferenceKeys.h"
 
+#include "core/Literals.h"
 #include "core/RuntimeError.h"
 
 #include <array>
@@ -39,9 +40,9 @@ int ReadNumber(clsINIFile &ini, const PreferenceKey &key) {
 
 bool ReadTruth(clsINIFile &ini, const PreferenceKey &key) {
     const QString text = ReadText(ini, key).trimmed();
-    if (text.compare(QStringLiteral("True"), Qt::CaseInsensitive) == 0)
+    if (text.compare(u"True"_s, Qt::CaseInsensitive) == 0)
         return true;
-    if (text.compare(QStringLiteral("False"), Qt::CaseInsensitive) == 0)
+    if (text.compare(u"False"_s, Qt::CaseInsensitive) == 0)
         return false;
     return ToNumber(text, ValueType::Whole32) != 0;
 }
@@ -66,11 +67,11 @@ int ToNumber(const QString &text, ValueType type) {
 }
 
 QString FromOneLine(QString stored) {
-    return stored.replace(QStringLiteral("\\n"), QStringLiteral("\r\n"));
+    return stored.replace(u"\\n"_s, u"\r\n"_s);
 }
 
 QString ToOneLine(QString text) {
-    return text.replace(QStringLiteral("\r\n"), QStringLiteral("\\n"));
+    return text.replace(u"\r\n"_s, u"\\n"_s);
 }
 
 } // namespace varlo

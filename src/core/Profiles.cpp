@@ -1,5 +1,6 @@
 #include "core/Profiles.h"
 
+#include "core/Literals.h"
 #include "core/RuntimeError.h"
 #include "core/TextFile.h"
 #include "core/modPublic.h"
@@ -15,8 +16,8 @@ namespace {
 
 // Whether `name` is that of an entry of its folder, and not a way out of it.
 bool IsOwnEntry(const QString &name) {
-    return !name.isEmpty() && name != QStringLiteral(".") && name != QStringLiteral("..") &&
-           !name.contains(u'/') && !name.contains(QDir::separator());
+    return !name.isEmpty() && name != u"."_s && name != u".."_s && !name.contains(u'/') &&
+           !name.contains(QDir::separator());
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 #include "core/Reporting.h"
 
+#include "core/Literals.h"
 #include "core/Product.h"
 #include "core/TextFile.h"
 #include "core/modPublic.h"
@@ -17,10 +18,10 @@ namespace {
 // separator.
 QString TimeFormatWithSeconds(const QLocale &locale) {
     QString format = locale.timeFormat(QLocale::ShortFormat);
-    const qsizetype minutes = format.indexOf(QStringLiteral("mm"));
+    const qsizetype minutes = format.indexOf(u"mm"_s);
     if (minutes < 1 || format.contains(u's'))
         return format;
-    return format.insert(minutes + 2, format.at(minutes - 1) + QStringLiteral("ss"));
+    return format.insert(minutes + 2, format.at(minutes - 1) + u"ss"_s);
 }
 
 } // namespace
@@ -44,7 +45,7 @@ QString DateTimeText(const Session &session) {
 void WriteLog(const Session &session, const QString &file, const QString &line) {
     if (!session.ProfilePath.isEmpty()) {
         try {
-            return AppendLine(session.ProfileFile(QStringLiteral("logs"), file), line);
+            return AppendLine(session.ProfileFile(u"logs"_s, file), line);
         } catch (const RuntimeError &) {
             if (PathExists(session.ProfilePath))
                 throw;
@@ -56,32 +57,30 @@ void WriteLog(const Session &session, const QString &file, const QString &line) 
 void ShowError(Session &session, const QString &label, const RuntimeError &error) noexcept {
     if (error.Number() == 0 || error.Number() == ResumeWithoutError)
         return;
-    const QString routine = label.isEmpty() ? QStringLiteral("Unknown") : label;
+    const QString routine = label.isEmpty() ? u"Unknown"_s : label;
     const QString number = QString::number(error.Number());
     try {
-        WriteLog(session, QStringLiteral("ErrorLog.txt"),
-                 TimeText(session) + QStringLiteral(" Error ") + number + QStringLiteral(" in ") + routine +
-                     QStringLiteral(" - ") + error.Description());
+        WriteLog(session, u"ErrorLog.txt"_s,
+                 TimeText(session) + u" Error "_s + number + u" in "_s + routine + u" - "_s +
+                     error.Description());
     } catch (const RuntimeError &) {
         // The box below still tells the operator of the error that matters.
     }
-    session.Boxes.MsgBox(QStringLiteral("The following error has occured:\r\n[ ") + error.Description() +
-                             QStringLiteral(" ]\rPlease report errors to ") + Product::kSupportAddress +
-                             QStringLiteral("\r\n"),
+    session.Boxes.MsgBox(u"The following error has occured:\r\n[ "_s + error.Description() +
+                             u" ]\rPlease report errors to "_s + Product::kSupportAddress + u"\r\n"_s,
                          BoxButtons::Ok, BoxIcon::Critical,
-                         Product::kExecutableName + QStringLiteral(" Error ") + number +
-                             QStringLiteral(" in ") + routine);
+                         Product::kExecutableName + u" Error "_s + number + u" in "_s + routine);
     session.Boxes.SetHourglass(false);
 }
 
 void StatusMessage(Session &session, const QString &message, bool NoLog, bool NoStatusBar) {
-    const QString line = NoLog ? QString() : TimeText(session) + QStringLiteral(" | ") + message;
+    const QString line = NoLog ? QString() : TimeText(session) + u" | "_s + message;
     if (!NoLog)
         Q_EMIT session.Status.ConsoleLine(line);
     if (!NoStatusBar)
         Q_EMIT session.Status.StatusText(message);
     if (!NoLog && session.Prefs.LogStatus == 1)
-        WriteLog(session, QStringLiteral("StatusLog.txt"), line);
+        WriteLog(session, u"StatusLog.txt"_s, line);
 }
 
 void WriteSessionMarker(const Session &session, const QString &file, const QString &words) {

@@ -1,5 +1,7 @@
 #include "core/RuntimeError.h"
 
+#include "core/Literals.h"
+
 #include <QFileDevice>
 #include <QFileInfo>
 
@@ -13,31 +15,31 @@ namespace {
 QString DescriptionOf(ErrorNumber number) {
     switch (number) {
     case InvalidProcedureCall:
-        return QStringLiteral("Invalid procedure call or argument");
+        return u"Invalid procedure call or argument"_s;
     case Overflow:
-        return QStringLiteral("Overflow");
+        return u"Overflow"_s;
     case TypeMismatch:
-        return QStringLiteral("Type mismatch");
+        return u"Type mismatch"_s;
     case ResumeWithoutError:
-        return QStringLiteral("Resume without error");
+        return u"Resume without error"_s;
     case FileNotFound:
-        return QStringLiteral("File not found");
+        return u"File not found"_s;
     case FileAlreadyOpen:
-        return QStringLiteral("File already open");
+        return u"File already open"_s;
     case DeviceIoError:
-        return QStringLiteral("Device I/O error");
+        return u"Device I/O error"_s;
     case FileAlreadyExists:
-        return QStringLiteral("File already exists");
+        return u"File already exists"_s;
     case DiskFull:
-        return QStringLiteral("Disk full");
+        return u"Disk full"_s;
     case PermissionDenied:
-        return QStringLiteral("Permission denied");
+        return u"Permission denied"_s;
     case PathFileAccess:
-        return QStringLiteral("Path/File access error");
+        return u"Path/File access error"_s;
     case PathNotFound:
-        return QStringLiteral("Path not found");
+        return u"Path not found"_s;
     case KeyAlreadyPresent:
-        return QStringLiteral("This key is already associated with an element of this collection");
+        return u"This key is already associated with an element of this collection"_s;
     }
     return {};
 }

@@ -1,5 +1,7 @@
 #include "core/Session.h"
 
+#include "core/Literals.h"
+
 #include <QDir>
 
 #include <utility>
@@ -24,7 +26,7 @@ QString Session::ProfileFile(const QString &folder, const QString &name) const {
 }
 
 QString Session::ProfilesFolder() const {
-    return QDir(ProgramFolder).filePath(QStringLiteral("profiles"));
+    return QDir(ProgramFolder).filePath(u"profiles"_s);
 }
 
 } // namespace varlo

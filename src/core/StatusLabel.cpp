@@ -1,5 +1,7 @@
 #include "core/StatusLabel.h"
 
+#include "core/Literals.h"
+
 #include <QMouseEvent>
 #include <QPainter>
 #include <QStyle>
@@ -92,7 +94,7 @@ void StatusLabel::UpdateToolTip() {
     const bool isCut = ShownText().size() < text().size() || ShownText().endsWith(QChar(0x2026));
     const QString whole = isCut ? text().left(kLongestToolTip) : QString();
     // Marked as markup and escaped: a tooltip otherwise guesses.
-    setToolTip(isCut ? QStringLiteral("<html>") + whole.toHtmlEscaped() : QString());
+    setToolTip(isCut ? u"<html>"_s + whole.toHtmlEscaped() : QString());
 }
 
 void StatusLabel::paintEvent(QPaintEvent *) {

@@ -1,5 +1,7 @@
 #include "core/WidgetDialogs.h"
 
+#include "core/Literals.h"
+
 #include <QApplication>
 #include <QDesktopServices>
 #include <QFileDialog>
@@ -56,7 +58,7 @@ BoxAnswer AnswerOf(int button) {
 
 // CR LF and a lone CR are line breaks in the program's texts; Qt knows the line feed.
 QString WithLineFeeds(QString text) {
-    return text.replace(QStringLiteral("\r\n"), QStringLiteral("\n")).replace(u'\r', u'\n');
+    return text.replace(u"\r\n"_s, u"\n"_s).replace(u'\r', u'\n');
 }
 
 // "All Files\0*.*" to "All Files (*)": on Linux a name without a point is a file, too.
@@ -64,10 +66,10 @@ QString QtFilter(const QString &pairs) {
     const QStringList parts = pairs.split(u'\0', Qt::SkipEmptyParts);
     QStringList filters;
     for (qsizetype i = 0; i + 1 < parts.size(); i += 2) {
-        const QString pattern = parts[i + 1] == QStringLiteral("*.*") ? QStringLiteral("*") : parts[i + 1];
-        filters << parts[i] + QStringLiteral(" (") + pattern + u')';
+        const QString pattern = parts[i + 1] == u"*.*"_s ? u"*"_s : parts[i + 1];
+        filters << parts[i] + u" ("_s + pattern + u')';
     }
-    return filters.join(QStringLiteral(";;"));
+    return filters.join(u";;"_s);
 }
 
 } // namespace
@@ -88,8 +90,7 @@ QString WidgetDialogs::InputBox(const QString &prompt, const QString &title, con
     QInputDialog box(QApplication::activeWindow());
     box.setWindowTitle(title);
     // The label of an input box guesses whether its text is markup; escaped and marked as such, it never is.
-    box.setLabelText(QStringLiteral("<html>") +
-                     WithLineFeeds(prompt).toHtmlEscaped().replace(u'\n', QStringLiteral("<br>")));
+    box.setLabelText(u"<html>"_s + WithLineFeeds(prompt).toHtmlEscaped().replace(u'\n', u"<br>"_s));
     box.setTextValue(text);
     box.resize(qMax(box.sizeHint().width(), 380), box.sizeHint().height());
     return box.exec() == QDialog::Accepted ? box.textValue() : QString();

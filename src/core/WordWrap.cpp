@@ -1,5 +1,6 @@
 #include "core/WordWrap.h"
 
+#include "core/Literals.h"
 #include "core/Reporting.h"
 
 #include <QStringView>
@@ -86,7 +87,7 @@ QString WrapAtBlanks(const QString &text, qint16 width) {
 
 QString WordWrap(Session &session, const QString &text, qint16 width) {
     QString wrapped;
-    Trapped(session, QStringLiteral("Public.WordWrap"), [&] { wrapped = WrapAtBlanks(text, width); });
+    Trapped(session, u"Public.WordWrap"_s, [&] { wrapped = WrapAtBlanks(text, width); });
     return wrapped;
 }
 

@@ -1,6 +1,7 @@
 #include "core/clsINIFile.h"
 
 #include "core/IniText.h"
+#include "core/Literals.h"
 #include "core/RuntimeError.h"
 #include "core/TextFile.h"
 
@@ -41,9 +42,9 @@ void Store(const QString &path, const QString &oldText, const QString &text) {
 
 QString TextForm(const QVariant &value) {
     if (value.typeId() == QMetaType::Bool)
-        return value.toBool() ? QStringLiteral("True") : QStringLiteral("False");
+        return value.toBool() ? u"True"_s : u"False"_s;
     QString text = value.toString();
-    text.replace(QStringLiteral("\r\n"), QStringLiteral(" "));
+    text.replace(u"\r\n"_s, u" "_s);
     for (QChar &c : text)
         if (c == u'\r' || c == u'\n' || c == u'\0')
             c = u' ';

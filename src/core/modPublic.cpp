@@ -1,5 +1,7 @@
 #include "core/modPublic.h"
 
+#include "core/Literals.h"
+
 #include <QFileInfo>
 
 #include <algorithm>
@@ -28,10 +30,10 @@ QString DurationText(qint64 seconds) {
     const qint64 minutes = seconds % 3600 / 60;
     QString text;
     if (hours > 0)
-        text += QString::number(hours) + QStringLiteral(" hrs, ");
+        text += QString::number(hours) + u" hrs, "_s;
     if (minutes > 0)
-        text += QString::number(minutes) + QStringLiteral(" mins, ");
-    return text + QString::number(seconds % 60) + QStringLiteral(" secs");
+        text += QString::number(minutes) + u" mins, "_s;
+    return text + QString::number(seconds % 60) + u" secs"_s;
 }
 
 } // namespace varlo

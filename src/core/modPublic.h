@@ -1,12 +1,14 @@
 // Small routines that every room shares.
 #pragma once
 
+#include "core/Literals.h"
+
 #include <QString>
 
 namespace varlo {
 
 // The characters that profile and list names cannot hold.
-inline const QString kForbiddenInNames = QStringLiteral("\\/:*?\"<>|");
+inline const QString kForbiddenInNames = u"\\/:*?\"<>|"_s;
 
 // True when a file or folder lies at exactly that path.
 bool PathExists(const QString &path);

@@ -1,5 +1,6 @@
 #include "lists/AddressRules.h"
 
+#include "core/Literals.h"
 #include "core/Reporting.h"
 #include "lists/EntryListModel.h"
 
@@ -7,7 +8,7 @@ namespace varlo {
 
 namespace {
 
-const QString kForbidden = QStringLiteral("!#$%^&*()=+{}[]|\\;:'/?>,< \"");
+const QString kForbidden = u"!#$%^&*()=+{}[]|\\;:'/?>,< \""_s;
 constexpr qsizetype kShortest = 6;
 
 } // namespace
@@ -23,28 +24,27 @@ bool PassesAddressRules(const QString &address) {
     // a file.
     const bool hasForbidden = std::any_of(address.begin(), address.end(),
                                           [](QChar c) { return c < u' ' || kForbidden.contains(c); });
-    return !hasForbidden && !address.contains(QStringLiteral(".."));
+    return !hasForbidden && !address.contains(u".."_s);
 }
 
 bool IsValidAddress(Session &session, const QString &address, bool Silent) {
     const bool valid = PassesAddressRules(address);
     if (!valid && !Silent)
-        session.Boxes.MsgBox(QStringLiteral("The e-mail address [") + address +
-                                 QStringLiteral("] is invalid"),
-                             BoxButtons::Ok, BoxIcon::Critical, kErrorTitle);
+        session.Boxes.MsgBox(u"The e-mail address ["_s + address + u"] is invalid"_s, BoxButtons::Ok,
+                             BoxIcon::Critical, kErrorTitle);
     return valid;
 }
 
 bool IsNewAddress(Session &session, const QString &address, const EntryListModel &listBox) {
     if (listBox.FindFirst(address) < 0)
         return true;
-    StatusMessage(session, QStringLiteral("Duplicate address [") + address + QStringLiteral("] ignored"));
+    StatusMessage(session, u"Duplicate address ["_s + address + u"] ignored"_s);
     return false;
 }
 
 QString CleanTypedAddress(const QString &text) {
     const QString trimmed = text.trimmed();
-    const QString prefix = QStringLiteral("mailto:");
+    const QString prefix = u"mailto:"_s;
     return trimmed.startsWith(prefix) ? trimmed.sliced(prefix.size()) : trimmed;
 }
 

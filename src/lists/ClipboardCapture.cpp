@@ -1,5 +1,6 @@
 #include "lists/ClipboardCapture.h"
 
+#include "core/Literals.h"
 #include "core/Reporting.h"
 #include "lists/AddressRules.h"
 #include "lists/ListStore.h"
@@ -11,24 +12,23 @@ ClipboardCapture::ClipboardCapture(Session &session, ListStore &lists, Clipboard
 }
 
 QString ClipboardCapture::Caption(int count) {
-    return QString::number(count) + QStringLiteral(" e-mail addresses captured");
+    return QString::number(count) + u" e-mail addresses captured"_s;
 }
 
 void ClipboardCapture::Begin() {
-    Trapped(session_, QStringLiteral("Main.cmdCapture"),
-            [&] { StatusMessage(session_, QStringLiteral("E-mail address capture on")); });
+    Trapped(session_, u"Main.cmdCapture"_s, [&] { StatusMessage(session_, u"E-mail address capture on"_s); });
     clipboard_.Clear(); // what was copied before is not meant
 }
 
 void ClipboardCapture::End() {
-    Trapped(session_, QStringLiteral("Main.cmdCapture"),
-            [&] { StatusMessage(session_, QStringLiteral("E-mail address capture off")); });
+    Trapped(session_, u"Main.cmdCapture"_s,
+            [&] { StatusMessage(session_, u"E-mail address capture off"_s); });
     clipboard_.Clear();
 }
 
 QString ClipboardCapture::Tick() {
     QString caption;
-    Trapped(session_, QStringLiteral("Main.tmrCaptureEmail"), [&] {
+    Trapped(session_, u"Main.tmrCaptureEmail"_s, [&] {
         if (TakeText())
             caption = Caption(lists_.lstEmailList(kPending).Count());
     });
@@ -46,7 +46,7 @@ bool ClipboardCapture::TakeText() {
     if (!isNew || !isValid)
         return false;
     lists_.AddPending(u'+' + address);
-    StatusMessage(session_, QStringLiteral("Added [") + address + QStringLiteral("] to the pending list"));
+    StatusMessage(session_, u"Added ["_s + address + u"] to the pending list"_s);
     lists_.UpdateControls();
     return true;
 }

@@ -1,6 +1,7 @@
 #include "lists/CurrentListFrame.h"
 
 #include "core/Buttons.h"
+#include "core/Literals.h"
 #include "core/Reporting.h"
 #include "lists/EntryListView.h"
 #include "lists/ListEditing.h"
@@ -19,42 +20,32 @@
 namespace varlo {
 
 CurrentListFrame::CurrentListFrame(Session &session, ListStore &lists, ListEditing &editing, QWidget *parent)
-    : QGroupBox(QStringLiteral("Current List"), parent), session_(session), lists_(lists), editing_(editing) {
-    setObjectName(QStringLiteral("fraCurrent"));
+    : QGroupBox(u"Current List"_s, parent), session_(session), lists_(lists), editing_(editing) {
+    setObjectName(u"fraCurrent"_s);
     CreateControls();
     LayOutControls();
     ConnectControls();
 }
 
 void CurrentListFrame::CreateControls() {
-    lblCurrentList = new QLabel(QStringLiteral("&Current List"), this);
-    lblCurrentList->setObjectName(QStringLiteral("lblCurrentList"));
+    lblCurrentList = new QLabel(u"&Current List"_s, this);
+    lblCurrentList->setObjectName(u"lblCurrentList"_s);
     cmbMList = new QComboBox(this);
-    cmbMList->setObjectName(QStringLiteral("cmbMList"));
-    cmbMList->setToolTip(QStringLiteral("The mailing list that is open"));
+    cmbMList->setObjectName(u"cmbMList"_s);
+    cmbMList->setToolTip(u"The mailing list that is open"_s);
     cmbMList->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     cmbMList->setMinimumContentsLength(12);
     lblCurrentList->setBuddy(cmbMList);
-    cmdFileNew = NewButton(this, "cmdFileNew", QStringLiteral("Ne&w"),
-                           QStringLiteral("Create new mailing list"), u"new");
-    cmdFileRename = NewButton(this, "cmdFileRename", QStringLiteral("Re&name"),
-                              QStringLiteral("Rename current list"), u"rename");
-    cmdFileDelete = NewButton(this, "cmdFileDelete", QStringLiteral("&Delete"),
-                              QStringLiteral("Delete current list"), u"delete");
-    cmdFileSave =
-        NewButton(this, "cmdFileSave", QStringLiteral("&Save"), QStringLiteral("Save current list"), u"save");
-    chronological_ =
-        new EntryListView(lists_, kChronological, QStringLiteral("Current list, chronological"), this);
-    alphabetical_ =
-        new EntryListView(lists_, kAlphabetical, QStringLiteral("Current list, alphabetical"), this);
-    cmdListEdit = NewButton(this, "cmdListEdit_0", QStringLiteral("Edi&t"),
-                            QStringLiteral("Edit selected items"), u"edit");
-    cmdListDelete = NewButton(this, "cmdListDelete_0", QStringLiteral("Delete"),
-                              QStringLiteral("Delete selected items"), u"delete");
-    cmdListFind = NewButton(this, "cmdListFind", QStringLiteral("Sea&rch"),
-                            QStringLiteral("Search through list"), u"search");
-    cmdListSort =
-        NewButton(this, "cmdListSort", QStringLiteral("S&ort"), QStringLiteral("Change sort order"), u"sort");
+    cmdFileNew = NewButton(this, "cmdFileNew", u"Ne&w"_s, u"Create new mailing list"_s, u"new");
+    cmdFileRename = NewButton(this, "cmdFileRename", u"Re&name"_s, u"Rename current list"_s, u"rename");
+    cmdFileDelete = NewButton(this, "cmdFileDelete", u"&Delete"_s, u"Delete current list"_s, u"delete");
+    cmdFileSave = NewButton(this, "cmdFileSave", u"&Save"_s, u"Save current list"_s, u"save");
+    chronological_ = new EntryListView(lists_, kChronological, u"Current list, chronological"_s, this);
+    alphabetical_ = new EntryListView(lists_, kAlphabetical, u"Current list, alphabetical"_s, this);
+    cmdListEdit = NewButton(this, "cmdListEdit_0", u"Edi&t"_s, u"Edit selected items"_s, u"edit");
+    cmdListDelete = NewButton(this, "cmdListDelete_0", u"Delete"_s, u"Delete selected items"_s, u"delete");
+    cmdListFind = NewButton(this, "cmdListFind", u"Sea&rch"_s, u"Search through list"_s, u"search");
+    cmdListSort = NewButton(this, "cmdListSort", u"S&ort"_s, u"Change sort order"_s, u"sort");
 }
 
 void CurrentListFrame::LayOutControls() {
@@ -166,7 +157,7 @@ void CurrentListFrame::cmbMList_Click() {
 // Says so when there is no list to work on.
 bool CurrentListFrame::HasList(const QString &name) {
     if (name.isEmpty())
-        session_.Boxes.MsgBox(QStringLiteral("Please create or choose a mailing list first."), BoxButtons::Ok,
+        session_.Boxes.MsgBox(u"Please create or choose a mailing list first."_s, BoxButtons::Ok,
                               BoxIcon::Exclamation);
     return !name.isEmpty();
 }
@@ -177,8 +168,7 @@ bool CurrentListFrame::Save() {
     if (!HasList(name) || !lists_.WriteList(name))
         return false;
     lists_.ListSaved = true;
-    Trapped(session_, QStringLiteral("Main.cmdFileSave"),
-            [&] { StatusMessage(session_, QStringLiteral("Saved [") + name + QStringLiteral("]")); });
+    Trapped(session_, u"Main.cmdFileSave"_s, [&] { StatusMessage(session_, u"Saved ["_s + name + u"]"_s); });
     lists_.UpdateControls();
     return true;
 }
@@ -192,9 +182,8 @@ void CurrentListFrame::cmdFileNew_Click() {
     ChooseName(*name);
     if (!ListNames().contains(*name))
         return; // it could not be created, which has been reported
-    Trapped(session_, QStringLiteral("Main.cmdFileNew"), [&] {
-        StatusMessage(session_, QStringLiteral("Created mailing list [") + *name + QStringLiteral("]"));
-    });
+    Trapped(session_, u"Main.cmdFileNew"_s,
+            [&] { StatusMessage(session_, u"Created mailing list ["_s + *name + u"]"_s); });
 }
 
 void CurrentListFrame::cmdFileRename_Click() {
@@ -221,9 +210,8 @@ void CurrentListFrame::cmdFileDelete_Click() {
         lists_.CurrentListName.clear();
         lists_.UpdateControls();
     }
-    Trapped(session_, QStringLiteral("Main.cmdFileDelete"), [&] {
-        StatusMessage(session_, QStringLiteral("Deleted mailing list [") + name + QStringLiteral("]"));
-    });
+    Trapped(session_, u"Main.cmdFileDelete"_s,
+            [&] { StatusMessage(session_, u"Deleted mailing list ["_s + name + u"]"_s); });
 }
 
 void CurrentListFrame::ShowSortOrder() {

@@ -1,5 +1,6 @@
 #include "lists/EntryListView.h"
 
+#include "core/Literals.h"
 #include "lists/ListStore.h"
 
 #include <QContextMenuEvent>
@@ -9,7 +10,7 @@ namespace varlo {
 
 EntryListView::EntryListView(ListStore &lists, int box, const QString &accessibleName, QWidget *parent)
     : QListView(parent) {
-    setObjectName(QStringLiteral("lstEmailList_") + QString::number(box));
+    setObjectName(u"lstEmailList_"_s + QString::number(box));
     setAccessibleName(accessibleName);
     setModel(&lists.lstEmailList(box));
     QItemSelectionModel *ownSelection = selectionModel();

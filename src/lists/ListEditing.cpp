@@ -1,5 +1,6 @@
 #include "lists/ListEditing.h"
 
+#include "core/Literals.h"
 #include "core/Reporting.h"
 #include "core/modPublic.h"
 #include "lists/AddressRules.h"
@@ -41,7 +42,7 @@ QList<int> MatchingRows(const EntryListModel &model, const QStringList &entries)
 } // namespace
 
 void ListEditing::EditSelected(int box) {
-    Trapped(session_, QStringLiteral("Main.cmdListEdit"), [&] {
+    Trapped(session_, u"Main.cmdListEdit"_s, [&] {
         // The boxes that ask let events run; persistent indexes follow their entries meanwhile.
         QList<QPersistentModelIndex> selected;
         for (int row : lists_.SelectedRows(box))
@@ -57,9 +58,8 @@ bool ListEditing::EditOne(int box, const QPersistentModelIndex &index) {
     const EntryListModel &model = lists_.lstEmailList(box);
     const QString old = model.Entry(index.row());
     const QString sign = box == kPending ? old.left(1) : QString();
-    const QString answer =
-        session_.Boxes.InputBox(QStringLiteral("Please enter the amended e-mail address:"),
-                                QStringLiteral("Edit e-mail address"), old.mid(sign.size()));
+    const QString answer = session_.Boxes.InputBox(u"Please enter the amended e-mail address:"_s,
+                                                   u"Edit e-mail address"_s, old.mid(sign.size()));
     if (answer.isEmpty())
         return false;
     if (IsNewAddress(session_, answer, model) && IsValidAddress(session_, answer, false) && index.isValid())
@@ -81,7 +81,7 @@ void ListEditing::ReplaceEntry(int box, int row, const QString &entry) {
 }
 
 void ListEditing::DeleteSelected(int box) {
-    Trapped(session_, QStringLiteral("Main.cmdListDelete"), [&] {
+    Trapped(session_, u"Main.cmdListDelete"_s, [&] {
         const QStringList entries = lists_.SelectedEntries(box);
         lists_.lstEmailList(box).RemoveRows(lists_.SelectedRows(box));
         if (box != kPending && !entries.isEmpty()) {
@@ -89,7 +89,7 @@ void ListEditing::DeleteSelected(int box) {
             lists_.MarkUnsaved();
         }
         for (const QString &entry : entries)
-            StatusMessage(session_, QStringLiteral("Deleted [") + entry + QStringLiteral("]"));
+            StatusMessage(session_, u"Deleted ["_s + entry + u"]"_s);
     });
     lists_.UpdateControls();
 }
@@ -101,12 +101,12 @@ void ListEditing::RemoveFromOtherBox(int box, const QStringList &entries) {
 
 void ListEditing::Search() {
     const QString text = session_.Boxes.InputBox(
-        QStringLiteral("Please enter the text you want to search for:\r\n(Can be a full or partial address)"),
-        QStringLiteral("Find e-mail address"));
+        u"Please enter the text you want to search for:\r\n(Can be a full or partial address)"_s,
+        u"Find e-mail address"_s);
     if (text.isEmpty())
         return;
-    Trapped(session_, QStringLiteral("Main.cmdListFind"), [&] {
-        StatusMessage(session_, QStringLiteral("Searching for [") + text + QStringLiteral("]..."));
+    Trapped(session_, u"Main.cmdListFind"_s, [&] {
+        StatusMessage(session_, u"Searching for ["_s + text + u"]..."_s);
         QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
         const int box = lists_.VisibleBox();
         const QString lower = text.toLower();
@@ -116,8 +116,8 @@ void ListEditing::Search() {
             if (LowerCased(entries[i]).contains(lower))
                 matches.append(static_cast<int>(i));
         lists_.SelectRows(box, matches);
-        StatusMessage(session_, QStringLiteral("Search returned ") + QString::number(matches.size()) +
-                                    QStringLiteral(" matches for [") + text + QStringLiteral("]"));
+        StatusMessage(session_, u"Search returned "_s + QString::number(matches.size()) +
+                                    u" matches for ["_s + text + u"]"_s);
     });
     lists_.UpdateControls();
 }
@@ -127,14 +127,14 @@ bool ListEditing::ChangeSortOrder(int order) {
     const int to = order == 1 ? kAlphabetical : kChronological;
     const bool tooMany = lists_.SelectedCount(from) > kMostCarriedSelections;
     const QString question =
-        QStringLiteral("Due to the amount of selections on the current list your selections will be lost "
-                       "when sorting. Continue?");
-    if (tooMany && session_.Boxes.MsgBox(question, BoxButtons::OkCancel, BoxIcon::Question,
-                                         QStringLiteral("Confirm")) != BoxAnswer::Ok)
+        u"Due to the amount of selections on the current list your selections will be lost "
+        "when sorting. Continue?"_s;
+    if (tooMany && session_.Boxes.MsgBox(question, BoxButtons::OkCancel, BoxIcon::Question, u"Confirm"_s) !=
+                       BoxAnswer::Ok)
         return false;
     session_.Boxes.SetHourglass(true);
-    Trapped(session_, QStringLiteral("Main.mnuSortOrder"), [&] {
-        StatusMessage(session_, QStringLiteral("Sorting list..."));
+    Trapped(session_, u"Main.mnuSortOrder"_s, [&] {
+        StatusMessage(session_, u"Sorting list..."_s);
         QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
         const QStringList carried = tooMany ? QStringList() : lists_.SelectedEntries(from);
         if (from != to || tooMany) {
@@ -142,9 +142,8 @@ bool ListEditing::ChangeSortOrder(int order) {
             lists_.SelectRows(to, MatchingRows(lists_.lstEmailList(to), carried));
         }
         session_.Prefs.ListSortBy = order;
-        StatusMessage(session_, order == 1
-                                    ? QStringLiteral("E-mail addresses sorted by alphabetical order")
-                                    : QStringLiteral("E-mail addresses sorted by chronological order"));
+        StatusMessage(session_, order == 1 ? u"E-mail addresses sorted by alphabetical order"_s
+                                           : u"E-mail addresses sorted by chronological order"_s);
     });
     session_.Boxes.SetHourglass(false);
     lists_.UpdateControls();
@@ -172,22 +171,22 @@ void ListEditing::SelectAll(int box) {
 
 void ListEditing::SelectNone(int box) {
     lists_.Selection(box).clearSelection();
-    Trapped(session_, QStringLiteral("Main.mnuListsDeSelAll"),
-            [&] { StatusMessage(session_, QStringLiteral("Cleared address selections")); });
+    Trapped(session_, u"Main.mnuListsDeSelAll"_s,
+            [&] { StatusMessage(session_, u"Cleared address selections"_s); });
     lists_.UpdateControls();
 }
 
 void ListEditing::ReportSelection(int box) {
     const int count = lists_.SelectedCount(box);
-    Trapped(session_, QStringLiteral("Main.lstEmailList"), [&] {
-        StatusMessage(session_, QStringLiteral("Selected ") + QString::number(count) +
-                                    (count == 1 ? QStringLiteral(" address") : QStringLiteral(" addresses")));
+    Trapped(session_, u"Main.lstEmailList"_s, [&] {
+        StatusMessage(session_, u"Selected "_s + QString::number(count) +
+                                    (count == 1 ? u" address"_s : u" addresses"_s));
     });
     lists_.UpdateControls();
 }
 
 void ListEditing::CurrentToPending(Transfer transfer) {
-    const bool copied = Trapped(session_, QStringLiteral("Main.mnuListsCurrentCopy"), [&] {
+    const bool copied = Trapped(session_, u"Main.mnuListsCurrentCopy"_s, [&] {
         QStringList entries = lists_.SelectedEntries(lists_.VisibleBox());
         for (QString &entry : entries)
             entry.prepend(u'+');
@@ -199,7 +198,7 @@ void ListEditing::CurrentToPending(Transfer transfer) {
 }
 
 void ListEditing::PendingToCurrent(Transfer transfer) {
-    const bool copied = Trapped(session_, QStringLiteral("Main.mnuListsPendingCopy"), [&] {
+    const bool copied = Trapped(session_, u"Main.mnuListsPendingCopy"_s, [&] {
         QStringList entries = lists_.SelectedEntries(kPending);
         for (QString &entry : entries)
             entry.remove(0, 1);

@@ -1,5 +1,6 @@
 #include "lists/ListFile.h"
 
+#include "core/Literals.h"
 #include "core/RuntimeError.h"
 #include "core/TextFile.h"
 #include "core/modPublic.h"
@@ -11,8 +12,8 @@ namespace varlo::ListFile {
 
 namespace {
 
-const QString kFolder = QStringLiteral("lists");
-const QString kExtension = QStringLiteral(".vlo");
+const QString kFolder = u"lists"_s;
+const QString kExtension = u".vlo"_s;
 
 } // namespace
 
@@ -48,7 +49,7 @@ void Write(const Session &session, const QString &name, const QStringList &entri
         length += entry.size() + 2;
     text.reserve(length);
     for (const QString &entry : entries)
-        text += entry + QStringLiteral("\r\n");
+        text += entry + u"\r\n"_s;
     WriteFile(Path(session, name), EncodeText(text));
 }
 
@@ -56,9 +57,9 @@ QString KeepBackup(const Session &session, const QString &name) {
     const QString path = Path(session, name);
     if (!PathExists(path))
         return {};
-    QString backup = path + QStringLiteral(".bak");
+    QString backup = path + u".bak"_s;
     for (int i = 2; PathExists(backup); ++i)
-        backup = path + QStringLiteral(".bak") + QString::number(i);
+        backup = path + u".bak"_s + QString::number(i);
     WriteFile(backup, ReadFile(path));
     return QFileInfo(backup).fileName();
 }

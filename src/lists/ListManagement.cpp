@@ -1,5 +1,6 @@
 #include "lists/ListManagement.h"
 
+#include "core/Literals.h"
 #include "core/Reporting.h"
 #include "core/TextFile.h"
 #include "core/modPublic.h"
@@ -9,26 +10,25 @@
 namespace varlo {
 
 std::optional<QString> CreateList(Session &session) {
-    const QString name =
-        StripChars(session.Boxes.InputBox(QStringLiteral("Please enter a name for the new mailing list:"),
-                                          QStringLiteral("Create New List")),
-                   kForbiddenInNames);
+    const QString name = StripChars(
+        session.Boxes.InputBox(u"Please enter a name for the new mailing list:"_s, u"Create New List"_s),
+        kForbiddenInNames);
     if (name.isEmpty())
         return std::nullopt;
-    Trapped(session, QStringLiteral("Main.cmdFileNew"), [&] { ListFile::Write(session, name, {}); });
+    Trapped(session, u"Main.cmdFileNew"_s, [&] { ListFile::Write(session, name, {}); });
     return name;
 }
 
 std::optional<QString> RenameList(Session &session, ListStore &lists, const QString &current) {
     if (!lists.PromptSaveList())
         return std::nullopt;
-    const QString name = StripChars(session.Boxes.InputBox(QStringLiteral("Please enter the new name for [") +
-                                                               current + QStringLiteral("]:"),
-                                                           QStringLiteral("Rename List"), current),
-                                    kForbiddenInNames);
+    const QString name =
+        StripChars(session.Boxes.InputBox(u"Please enter the new name for ["_s + current + u"]:"_s,
+                                          u"Rename List"_s, current),
+                   kForbiddenInNames);
     if (name.isEmpty() || name == current)
         return std::nullopt;
-    const bool renamed = Trapped(session, QStringLiteral("Main.cmdFileRename"), [&] {
+    const bool renamed = Trapped(session, u"Main.cmdFileRename"_s, [&] {
         RenamePath(ListFile::Path(session, current), ListFile::Path(session, name));
     });
     if (!renamed)
@@ -38,13 +38,11 @@ std::optional<QString> RenameList(Session &session, ListStore &lists, const QStr
 }
 
 bool DeleteList(Session &session, const QString &name) {
-    const QString question =
-        QStringLiteral("Are you sure you want to delete mailing list [") + name + QStringLiteral("]?");
-    if (session.Boxes.MsgBox(question, BoxButtons::YesNo, BoxIcon::Question,
-                             QStringLiteral("Confirm Delete")) != BoxAnswer::Yes)
+    const QString question = u"Are you sure you want to delete mailing list ["_s + name + u"]?"_s;
+    if (session.Boxes.MsgBox(question, BoxButtons::YesNo, BoxIcon::Question, u"Confirm Delete"_s) !=
+        BoxAnswer::Yes)
         return false;
-    return Trapped(session, QStringLiteral("Main.cmdFileDelete"),
-                   [&] { DeleteFile(ListFile::Path(session, name)); });
+    return Trapped(session, u"Main.cmdFileDelete"_s, [&] { DeleteFile(ListFile::Path(session, name)); });
 }
 
 } // namespace varlo

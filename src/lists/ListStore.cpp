@@ -1,5 +1,6 @@
 #include "lists/ListStore.h"
 
+#include "core/Literals.h"
 #include "core/Reporting.h"
 #include "lists/ListFile.h"
 
@@ -74,26 +75,26 @@ void ListStore::Fill(const QString &name) {
 bool ListStore::Load(const QString &name) {
     if (!PromptSaveList())
         return false;
-    ErrorTrap trap(session_, QStringLiteral("Main.cmbMList"));
+    ErrorTrap trap(session_, u"Main.cmbMList"_s);
     loading_ = true;
     const auto loaded = qScopeGuard([this] { loading_ = false; });
     ListSaved = true;
     session_.Boxes.SetHourglass(true);
-    trap([&] { StatusMessage(session_, QStringLiteral("Loading [") + name + QStringLiteral("]...")); });
+    trap([&] { StatusMessage(session_, u"Loading ["_s + name + u"]..."_s); });
     // Lets the status line paint. The operator's clicks wait until the list is there. The network should
     // wait, too, but not every event loop obeys: what a mail check brings meanwhile stays on the Pending
     // list.
     QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents | QEventLoop::ExcludeSocketNotifiers);
     trap([&] { Fill(name); });
     CurrentListName = name;
-    trap([&] { StatusMessage(session_, QStringLiteral("Loaded [") + name + QStringLiteral("]")); });
+    trap([&] { StatusMessage(session_, u"Loaded ["_s + name + u"]"_s); });
     UpdateControls();
     session_.Boxes.SetHourglass(false);
     return true;
 }
 
 bool ListStore::WriteList(const QString &name) {
-    ErrorTrap trap(session_, QStringLiteral("Main.WriteList"));
+    ErrorTrap trap(session_, u"Main.WriteList"_s);
     QString backup;
     const bool written = trap([&] {
         if (partlyLoaded_ && name == CurrentListName) {
@@ -103,26 +104,23 @@ bool ListStore::WriteList(const QString &name) {
         ListFile::Write(session_, name, lstEmailList(kChronological).Entries());
     });
     if (!backup.isEmpty())
-        trap([&] {
-            StatusMessage(session_, QStringLiteral("Kept the old file as [") + backup + QStringLiteral("]"));
-        });
+        trap([&] { StatusMessage(session_, u"Kept the old file as ["_s + backup + u"]"_s); });
     return written;
 }
 
 bool ListStore::PromptSaveList() {
     if (ListSaved)
         return true;
-    const QString question = QStringLiteral("The changes to list [") + CurrentListName +
-                             QStringLiteral("] have not been saved, save now?");
+    const QString question =
+        u"The changes to list ["_s + CurrentListName + u"] have not been saved, save now?"_s;
     if (session_.Boxes.MsgBox(question, BoxButtons::YesNo, BoxIcon::Question) != BoxAnswer::Yes)
         return true;
     if (!WriteList(CurrentListName))
         return false;
     ListSaved = true;
     // The list is saved, whether or not the log takes the line.
-    Trapped(session_, QStringLiteral("Main.PromptSaveList"), [&] {
-        StatusMessage(session_, QStringLiteral("Saved [") + CurrentListName + QStringLiteral("]"));
-    });
+    Trapped(session_, u"Main.PromptSaveList"_s,
+            [&] { StatusMessage(session_, u"Saved ["_s + CurrentListName + u"]"_s); });
     return true;
 }
 

@@ -1,5 +1,6 @@
 #include "lists/ListsMenu.h"
 
+#include "core/Literals.h"
 #include "lists/ListEditing.h"
 #include "lists/ListStore.h"
 
@@ -8,8 +9,8 @@
 namespace varlo {
 
 ListsMenu::ListsMenu(Session &session, ListStore &lists, ListEditing &editing, QWidget *parent)
-    : QMenu(QStringLiteral("&Lists"), parent), session_(session), lists_(lists), editing_(editing) {
-    setObjectName(QStringLiteral("mnuLists"));
+    : QMenu(u"&Lists"_s, parent), session_(session), lists_(lists), editing_(editing) {
+    setObjectName(u"mnuLists"_s);
     CreateCurrentMenu();
     CreatePendingMenu();
     ConnectEntries();
@@ -22,41 +23,33 @@ QAction *ListsMenu::MakeEntry(QMenu *menu, const char *name, const QString &capt
 }
 
 void ListsMenu::CreateCurrentMenu() {
-    mnuListsCurrent = addMenu(QStringLiteral("&Current List"));
-    mnuListsCurrent->setObjectName(QStringLiteral("mnuListsCurrent"));
-    mnuListsCurrentCopy[0] =
-        MakeEntry(mnuListsCurrent, "mnuListsCurrentCopy_0", QStringLiteral("&Copy to Pending List"));
-    mnuListsCurrentCopy[1] =
-        MakeEntry(mnuListsCurrent, "mnuListsCurrentCopy_1", QStringLiteral("&Move to Pending List"));
+    mnuListsCurrent = addMenu(u"&Current List"_s);
+    mnuListsCurrent->setObjectName(u"mnuListsCurrent"_s);
+    mnuListsCurrentCopy[0] = MakeEntry(mnuListsCurrent, "mnuListsCurrentCopy_0", u"&Copy to Pending List"_s);
+    mnuListsCurrentCopy[1] = MakeEntry(mnuListsCurrent, "mnuListsCurrentCopy_1", u"&Move to Pending List"_s);
     mnuListsCurrent->addSeparator();
-    mnuSort = mnuListsCurrent->addMenu(QStringLiteral("&Sort"));
-    mnuSort->setObjectName(QStringLiteral("mnuSort"));
-    mnuSortOrder[0] = MakeEntry(mnuSort, "mnuSortOrder_0", QStringLiteral("&Chronological"));
-    mnuSortOrder[1] = MakeEntry(mnuSort, "mnuSortOrder_1", QStringLiteral("&Alphabetical"));
+    mnuSort = mnuListsCurrent->addMenu(u"&Sort"_s);
+    mnuSort->setObjectName(u"mnuSort"_s);
+    mnuSortOrder[0] = MakeEntry(mnuSort, "mnuSortOrder_0", u"&Chronological"_s);
+    mnuSortOrder[1] = MakeEntry(mnuSort, "mnuSortOrder_1", u"&Alphabetical"_s);
     auto *orders = new QActionGroup(this);
     for (QAction *order : mnuSortOrder) {
         order->setCheckable(true);
         orders->addAction(order);
     }
     mnuListsCurrent->addSeparator();
-    mnuListsCurrentSelAll =
-        MakeEntry(mnuListsCurrent, "mnuListsCurrentSelAll", QStringLiteral("Select &All"));
-    mnuListsCurrentDeSelAll =
-        MakeEntry(mnuListsCurrent, "mnuListsCurrentDeSelAll", QStringLiteral("Select &None"));
+    mnuListsCurrentSelAll = MakeEntry(mnuListsCurrent, "mnuListsCurrentSelAll", u"Select &All"_s);
+    mnuListsCurrentDeSelAll = MakeEntry(mnuListsCurrent, "mnuListsCurrentDeSelAll", u"Select &None"_s);
 }
 
 void ListsMenu::CreatePendingMenu() {
-    mnuListsPending = addMenu(QStringLiteral("&Pending List"));
-    mnuListsPending->setObjectName(QStringLiteral("mnuListsPending"));
-    mnuListsPendingCopy[0] =
-        MakeEntry(mnuListsPending, "mnuListsPendingCopy_0", QStringLiteral("&Copy to Current List"));
-    mnuListsPendingCopy[1] =
-        MakeEntry(mnuListsPending, "mnuListsPendingCopy_1", QStringLiteral("&Move to Current List"));
+    mnuListsPending = addMenu(u"&Pending List"_s);
+    mnuListsPending->setObjectName(u"mnuListsPending"_s);
+    mnuListsPendingCopy[0] = MakeEntry(mnuListsPending, "mnuListsPendingCopy_0", u"&Copy to Current List"_s);
+    mnuListsPendingCopy[1] = MakeEntry(mnuListsPending, "mnuListsPendingCopy_1", u"&Move to Current List"_s);
     mnuListsPending->addSeparator();
-    mnuListsPendingSelAll =
-        MakeEntry(mnuListsPending, "mnuListsPendingSelAll", QStringLiteral("Select &All"));
-    mnuListsPendingDeSelAll =
-        MakeEntry(mnuListsPending, "mnuListsPendingDeSelAll", QStringLiteral("Select &None"));
+    mnuListsPendingSelAll = MakeEntry(mnuListsPending, "mnuListsPendingSelAll", u"Select &All"_s);
+    mnuListsPendingDeSelAll = MakeEntry(mnuListsPending, "mnuListsPendingDeSelAll", u"Select &None"_s);
 }
 
 void ListsMenu::ConnectEntries() {

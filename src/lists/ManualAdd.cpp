@@ -1,5 +1,6 @@
 #include "lists/ManualAdd.h"
 
+#include "core/Literals.h"
 #include "core/Reporting.h"
 #include "lists/AddressRules.h"
 #include "lists/ListStore.h"
@@ -8,23 +9,17 @@ namespace varlo {
 
 bool AddTypedAddress(Session &session, ListStore &lists, const QString &text, Request request,
                      const std::function<void()> &process) {
-    ErrorTrap trap(session, QStringLiteral("Main.cmdEmailAdd"));
+    ErrorTrap trap(session, u"Main.cmdEmailAdd"_s);
     if (!IsValidAddress(session, text, false)) {
-        trap([&] {
-            StatusMessage(session,
-                          QStringLiteral("The e-mail address [") + text + QStringLiteral("] is invalid"));
-        });
+        trap([&] { StatusMessage(session, u"The e-mail address ["_s + text + u"] is invalid"_s); });
         return false;
     }
     bool isNew = true;
     trap([&] { isNew = IsNewAddress(session, text, lists.lstEmailList(kPending)); });
     if (isNew) {
-        const QString sign = request == Request::Subscribe ? QStringLiteral("+") : QStringLiteral("-");
+        const QString sign = request == Request::Subscribe ? u"+"_s : u"-"_s;
         trap([&] { lists.AddPending(sign + text); });
-        trap([&] {
-            StatusMessage(session,
-                          QStringLiteral("Added [") + text + QStringLiteral("] to the pending list"));
-        });
+        trap([&] { StatusMessage(session, u"Added ["_s + text + u"] to the pending list"_s); });
     }
     if (process)
         process();
@@ -33,9 +28,8 @@ bool AddTypedAddress(Session &session, ListStore &lists, const QString &text, Re
 
 void ReportValidity(Session &session, const QString &text) {
     if (IsValidAddress(session, text, false))
-        session.Boxes.MsgBox(QStringLiteral("The e-mail address [") + text +
-                                 QStringLiteral("] appears to be valid"),
-                             BoxButtons::Ok, BoxIcon::Information);
+        session.Boxes.MsgBox(u"The e-mail address ["_s + text + u"] appears to be valid"_s, BoxButtons::Ok,
+                             BoxIcon::Information);
 }
 
 } // namespace varlo

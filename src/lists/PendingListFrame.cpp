@@ -1,6 +1,7 @@
 #include "lists/PendingListFrame.h"
 
 #include "core/Buttons.h"
+#include "core/Literals.h"
 #include "lists/AddressRules.h"
 #include "lists/EntryListView.h"
 #include "lists/ListEditing.h"
@@ -32,51 +33,46 @@ ClipboardAccess SystemClipboard() {
 
 PendingListFrame::PendingListFrame(Session &session, ListStore &lists, ListEditing &editing,
                                    PendingProcessing &processing, QWidget *parent)
-    : QGroupBox(QStringLiteral("Pending List"), parent), session_(session), lists_(lists), editing_(editing),
+    : QGroupBox(u"Pending List"_s, parent), session_(session), lists_(lists), editing_(editing),
       processing_(processing), capture_(session, lists, SystemClipboard()) {
-    setObjectName(QStringLiteral("Frame3"));
+    setObjectName(u"Frame3"_s);
     CreateControls();
     LayOutControls();
     ConnectControls();
 }
 
 void PendingListFrame::CreateControls() {
-    pending_ = new EntryListView(lists_, kPending, QStringLiteral("Pending list"), this);
+    pending_ = new EntryListView(lists_, kPending, u"Pending list"_s, this);
     txtAddEmail = new QLineEdit(this);
-    txtAddEmail->setObjectName(QStringLiteral("txtAddEmail"));
-    txtAddEmail->setToolTip(QStringLiteral("Enter e-mail addresses here"));
-    txtAddEmail->setPlaceholderText(QStringLiteral("name@example.com"));
-    txtAddEmail->setAccessibleName(QStringLiteral("E-mail address"));
-    chkInstantAdd = new QCheckBox(QStringLiteral("&Bypass"), this);
-    chkInstantAdd->setObjectName(QStringLiteral("chkInstantAdd"));
-    chkInstantAdd->setToolTip(QStringLiteral("Check to automatically process the pending list"));
+    txtAddEmail->setObjectName(u"txtAddEmail"_s);
+    txtAddEmail->setToolTip(u"Enter e-mail addresses here"_s);
+    txtAddEmail->setPlaceholderText(u"name@example.com"_s);
+    txtAddEmail->setAccessibleName(u"E-mail address"_s);
+    chkInstantAdd = new QCheckBox(u"&Bypass"_s, this);
+    chkInstantAdd->setObjectName(u"chkInstantAdd"_s);
+    chkInstantAdd->setToolTip(u"Check to automatically process the pending list"_s);
     tmrCaptureEmail = new QTimer(this);
-    tmrCaptureEmail->setObjectName(QStringLiteral("tmrCaptureEmail"));
+    tmrCaptureEmail->setObjectName(u"tmrCaptureEmail"_s);
     tmrCaptureEmail->setInterval(kCaptureInterval);
     CreateButtons();
 }
 
 void PendingListFrame::CreateButtons() {
-    cmdEmailAdd[0] =
-        NewButton(this, "cmdEmailAdd_0", QStringLiteral("&Add"), QStringLiteral("Add to list"), u"add");
-    cmdEmailAdd[1] = NewButton(this, "cmdEmailAdd_1", QStringLiteral("Re&move"),
-                               QStringLiteral("Remove from list"), u"remove");
-    cmdEmailValidate = NewButton(this, "cmdEmailValidate", QStringLiteral("Val&idate"),
-                                 QStringLiteral("Validate address"), u"validate");
-    cmdCapture = NewButton(this, "cmdCapture", QStringLiteral("Cli&pboard"),
-                           QStringLiteral("Capture new e-mail addresses from the clipboard"), u"clipboard");
-    cmdAutoAdd =
-        NewButton(this, "cmdAutoAdd", QStringLiteral("E-mail Acco&unt"),
-                  QStringLiteral("Automatic download of e-mail addresses from a POP3 account"), u"mailbox");
-    cmdCapturesAdd = NewButton(this, "cmdCapturesAdd", QStringLiteral("<<< Process Pendin&g List"),
-                               QStringLiteral("Add to current list and clear pending"));
-    cmdListEdit = NewButton(this, "cmdListEdit_1", QStringLiteral("&Edit"),
-                            QStringLiteral("Edit selected items"), u"edit");
-    cmdListDelete = NewButton(this, "cmdListDelete_1", QStringLiteral("Delete"),
-                              QStringLiteral("Delete selected items"), u"delete");
-    cmdListSwap = NewButton(this, "cmdListSwap", QStringLiteral("+/-"),
-                            QStringLiteral("Reverse +/- status of selected addresses"), u"swap");
-    cmdListSwap->setAccessibleName(QStringLiteral("Reverse sign"));
+    cmdEmailAdd[0] = NewButton(this, "cmdEmailAdd_0", u"&Add"_s, u"Add to list"_s, u"add");
+    cmdEmailAdd[1] = NewButton(this, "cmdEmailAdd_1", u"Re&move"_s, u"Remove from list"_s, u"remove");
+    cmdEmailValidate =
+        NewButton(this, "cmdEmailValidate", u"Val&idate"_s, u"Validate address"_s, u"validate");
+    cmdCapture = NewButton(this, "cmdCapture", u"Cli&pboard"_s,
+                           u"Capture new e-mail addresses from the clipboard"_s, u"clipboard");
+    cmdAutoAdd = NewButton(this, "cmdAutoAdd", u"E-mail Acco&unt"_s,
+                           u"Automatic download of e-mail addresses from a POP3 account"_s, u"mailbox");
+    cmdCapturesAdd = NewButton(this, "cmdCapturesAdd", u"<<< Process Pendin&g List"_s,
+                               u"Add to current list and clear pending"_s);
+    cmdListEdit = NewButton(this, "cmdListEdit_1", u"&Edit"_s, u"Edit selected items"_s, u"edit");
+    cmdListDelete = NewButton(this, "cmdListDelete_1", u"Delete"_s, u"Delete selected items"_s, u"delete");
+    cmdListSwap =
+        NewButton(this, "cmdListSwap", u"+/-"_s, u"Reverse +/- status of selected addresses"_s, u"swap");
+    cmdListSwap->setAccessibleName(u"Reverse sign"_s);
 }
 
 void PendingListFrame::LayOutControls() {
@@ -171,13 +167,13 @@ void PendingListFrame::txtAddEmail_Change() {
 
 void PendingListFrame::cmdCapture_Click() {
     if (!IsCapturing()) {
-        cmdCapture->setText(QStringLiteral("End Ca&pture"));
+        cmdCapture->setText(u"End Ca&pture"_s);
         Q_EMIT CaptionWanted(ClipboardCapture::Caption(0));
         capture_.Begin();
         tmrCaptureEmail->start();
         return;
     }
-    cmdCapture->setText(QStringLiteral("Cli&pboard"));
+    cmdCapture->setText(u"Cli&pboard"_s);
     Q_EMIT CaptionWanted(QString());
     capture_.End();
     tmrCaptureEmail->stop();

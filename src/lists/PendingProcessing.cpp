@@ -1,5 +1,6 @@
 #include "lists/PendingProcessing.h"
 
+#include "core/Literals.h"
 #include "core/PreferenceKeys.h"
 #include "core/Reporting.h"
 #include "core/WordWrap.h"
@@ -34,8 +35,7 @@ void PendingProcessing::ConnectMailer() {
     connect(SMTP_.get(), &OSSMTP::SMTP::ErrorSMTP, this, &PendingProcessing::OnMailError);
     SMTP_->SetServer(session_.Prefs.SMTPServer);
     SMTP_->SetPort(session_.Prefs.SMTPPort);
-    SMTP_->SetSender(u'"' + session_.Prefs.SMTPFrom + QStringLiteral("\" <") + session_.Prefs.SMTPEmail +
-                     u'>');
+    SMTP_->SetSender(u'"' + session_.Prefs.SMTPFrom + u"\" <"_s + session_.Prefs.SMTPEmail + u'>');
 }
 
 void PendingProcessing::Run() {
@@ -51,20 +51,20 @@ void PendingProcessing::Run() {
     });
     const SelectionPause chronological(lists_, kChronological);
     const SelectionPause alphabetical(lists_, kAlphabetical);
-    Trapped(session_, QStringLiteral("Main.cmdCapturesAdd"), [this] { ProcessAll(); });
+    Trapped(session_, u"Main.cmdCapturesAdd"_s, [this] { ProcessAll(); });
 }
 
 // Without a list the requests would be applied to nothing and be gone.
 bool PendingProcessing::HasOpenList() {
     if (!lists_.CurrentListName.isEmpty())
         return true;
-    session_.Boxes.MsgBox(QStringLiteral("Please create or choose a mailing list first."), BoxButtons::Ok,
+    session_.Boxes.MsgBox(u"Please create or choose a mailing list first."_s, BoxButtons::Ok,
                           BoxIcon::Exclamation);
     return false;
 }
 
 void PendingProcessing::ProcessAll() {
-    StatusMessage(session_, QStringLiteral("Processing pending list"));
+    StatusMessage(session_, u"Processing pending list"_s);
     added_ = removed_ = 0;
     ConnectMailer();
     // While a notification is sent the window is alive and more requests may arrive: they stay for the next
@@ -74,12 +74,12 @@ void PendingProcessing::ProcessAll() {
     for (qsizetype i = 0; i < entries.size(); ++i) {
         if (session_.AppExiting)
             return;
-        const QString progress = QStringLiteral("Processing pending list (") + QString::number(i + 1) + total;
+        const QString progress = u"Processing pending list ("_s + QString::number(i + 1) + total;
         StatusMessage(session_, progress + u')');
         ProcessEntry(entries[i], progress);
-        WriteLog(session_, QStringLiteral("PendingLog.txt"), entries[i]);
+        WriteLog(session_, u"PendingLog.txt"_s, entries[i]);
     }
-    StatusMessage(session_, QStringLiteral("Pending list processing complete (") + Summary() + u')');
+    StatusMessage(session_, u"Pending list processing complete ("_s + Summary() + u')');
     QList<int> processed(entries.size());
     std::iota(processed.begin(), processed.end(), 0);
     lists_.lstEmailList(kPending).RemoveRows(processed);
@@ -126,7 +126,7 @@ bool PendingProcessing::Unsubscribe(const QString &address) {
 void PendingProcessing::Notify(const QString &address, const Notification &mail, const QString &progress) {
     if (!SMTP_)
         return;
-    StatusMessage(session_, progress + QStringLiteral(" - sending notification)"));
+    StatusMessage(session_, progress + u" - sending notification)"_s);
     QCoreApplication::processEvents();
     if (session_.AppExiting)
         return;
@@ -137,9 +137,8 @@ void PendingProcessing::Notify(const QString &address, const Notification &mail,
 }
 
 void PendingProcessing::OnMailError(int number, const QString &description) {
-    Trapped(session_, QStringLiteral("Main.SMTP_ErrorSMTP"), [&] {
-        StatusMessage(session_, QStringLiteral("SMTP error ") + QString::number(number) +
-                                    QStringLiteral(" - ") + description);
+    Trapped(session_, u"Main.SMTP_ErrorSMTP"_s, [&] {
+        StatusMessage(session_, u"SMTP error "_s + QString::number(number) + u" - "_s + description);
     });
 }
 
@@ -149,7 +148,7 @@ QString PendingProcessing::Summary() const {
         parts << u'+' + QString::number(added_);
     if (removed_ > 0)
         parts << u'-' + QString::number(removed_);
-    return parts.isEmpty() ? QStringLiteral("no activity") : parts.join(QStringLiteral(", "));
+    return parts.isEmpty() ? u"no activity"_s : parts.join(u", "_s);
 }
 
 } // namespace varlo

@@ -1,5 +1,6 @@
 #include "pop3/Pop3Check.h"
 
+#include "core/Literals.h"
 #include "core/PreferenceKeys.h"
 #include "core/Reporting.h"
 #include "core/TextFile.h"
@@ -35,10 +36,9 @@ void Pop3Check::Start() {
 void Pop3Check::Begin() {
     const Pop3Account account = ReadAccount(session_.INI);
     if (account.Server.isEmpty() || account.UserName.isEmpty() || account.Password.isEmpty()) {
-        session_.Boxes.MsgBox(
-            QStringLiteral("You must configure your POP3 server, username and password from "
-                           "preferences before you can use this feature."),
-            BoxButtons::Ok, BoxIcon::Exclamation);
+        session_.Boxes.MsgBox(u"You must configure your POP3 server, username and password from "
+                              "preferences before you can use this feature."_s,
+                              BoxButtons::Ok, BoxIcon::Exclamation);
         openPreferences_();
         return;
     }
@@ -80,8 +80,7 @@ void Pop3Check::CarryOut(const Pop3Effect &effect) {
     case Kind::LogStatus:
         return StatusMessage(session_, effect.Text);
     case Kind::ReplyBox:
-        session_.Boxes.MsgBox(effect.Text, BoxButtons::Ok, BoxIcon::Exclamation,
-                              QStringLiteral("Varlo POP3 Error"));
+        session_.Boxes.MsgBox(effect.Text, BoxButtons::Ok, BoxIcon::Exclamation, u"Varlo POP3 Error"_s);
         return;
     case Kind::ErrorBox:
         session_.Boxes.MsgBox(effect.Text);

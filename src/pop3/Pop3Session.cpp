@@ -1,5 +1,6 @@
 #include "pop3/Pop3Session.h"
 
+#include "core/Literals.h"
 #include "core/PreferenceKeys.h"
 #include "core/RuntimeError.h"
 #include "core/TextFile.h"
@@ -57,16 +58,15 @@ Pop3Effects Pop3Session::Start(const Pop3Account &account) {
     state_ = State::Greeting;
     return {{Kind::Close, {}},
             {Kind::Connect, account.Server},
-            {Kind::LogStatus, QStringLiteral("Connecting to POP3 server")}};
+            {Kind::LogStatus, u"Connecting to POP3 server"_s}};
 }
 
 Pop3Effects Pop3Session::DataArrival(const QByteArray &chunk) {
     Pop3Effects effects;
     if (chunk.startsWith('+'))
-        effects.push_back({Kind::Log, QStringLiteral("POP: ") + WithoutLineEnd(chunk)});
+        effects.push_back({Kind::Log, u"POP: "_s + WithoutLineEnd(chunk)});
     else if (state_ != State::Retrieving)
-        return {{Kind::Close, {}},
-                {Kind::ReplyBox, QStringLiteral("POP3 Error [") + DecodeText(chunk) + u']'}};
+        return {{Kind::Close, {}}, {Kind::ReplyBox, u"POP3 Error ["_s + DecodeText(chunk) + u']'}};
     try {
         Act(chunk, effects);
     } catch (const RuntimeError &error) {
@@ -95,23 +95,23 @@ void Pop3Session::Act(const QByteArray &chunk, Pop3Effects &effects) {
 }
 
 void Pop3Session::Greeted(Pop3Effects &effects) {
-    const QString command = QStringLiteral("USER ") + account_.UserName;
+    const QString command = u"USER "_s + account_.UserName;
     count_ = 0;
-    effects.push_back({Kind::LogStatus, QStringLiteral("Connected to POP3 server")});
+    effects.push_back({Kind::LogStatus, u"Connected to POP3 server"_s});
     effects.push_back({Kind::Send, command});
     effects.push_back({Kind::Log, command});
     state_ = State::UserSent;
 }
 
 void Pop3Session::UserAccepted(Pop3Effects &effects) {
-    effects.push_back({Kind::Send, QStringLiteral("PASS ") + account_.Password});
-    effects.push_back({Kind::Log, QStringLiteral("PASS ********")}); // whatever the length of the password
+    effects.push_back({Kind::Send, u"PASS "_s + account_.Password});
+    effects.push_back({Kind::Log, u"PASS ********"_s}); // whatever the length of the password
     state_ = State::PassSent;
 }
 
 void Pop3Session::PassAccepted(Pop3Effects &effects) {
-    effects.push_back({Kind::Send, QStringLiteral("STAT")});
-    effects.push_back({Kind::Log, QStringLiteral("STAT")});
+    effects.push_back({Kind::Send, u"STAT"_s});
+    effects.push_back({Kind::Log, u"STAT"_s});
     state_ = State::StatSent;
 }
 
@@ -120,8 +120,7 @@ void Pop3Session::StatAnswered(const QByteArray &chunk, Pop3Effects &effects) {
     if (count_ < 1)
         return Quit(effects);
     current_ = To16Bit(current_ + 1);
-    const QString command =
-        QStringLiteral("RETR 1"); // wanted: the first message, whatever an earlier check left
+    const QString command = u"RETR 1"_s; // wanted: the first message, whatever an earlier check left
     effects.push_back({Kind::Send, command});
     effects.push_back({Kind::Log, command});
     effects.push_back({Kind::LogStatus, Progress()}); // for the later messages the two lines change places
@@ -138,7 +137,7 @@ void Pop3Session::TextArrived(const QByteArray &chunk, Pop3Effects &effects) {
 Pop3Effects Pop3Session::MessageExamined(bool isRequest) {
     Pop3Effects effects;
     if (isRequest || account_.DeleteUnrelated == 1) {
-        const QString command = QStringLiteral("DELE ") + QString::number(current_);
+        const QString command = u"DELE "_s + QString::number(current_);
         effects.push_back({Kind::Send, command});
         effects.push_back({Kind::Log, command});
     }
@@ -151,7 +150,7 @@ void Pop3Session::Deleted(Pop3Effects &effects) {
     if (current_ == count_)
         return Quit(effects);
     current_ = To16Bit(current_ + 1);
-    const QString command = QStringLiteral("RETR ") + QString::number(current_);
+    const QString command = u"RETR "_s + QString::number(current_);
     effects.push_back({Kind::Send, command});
     effects.push_back({Kind::LogStatus, Progress()});
     effects.push_back({Kind::Log, command});
@@ -166,19 +165,18 @@ void Pop3Session::QuitAccepted(Pop3Effects &effects) {
 }
 
 void Pop3Session::Quit(Pop3Effects &effects) {
-    effects.push_back({Kind::Send, QStringLiteral("QUIT")});
-    effects.push_back({Kind::Log, QStringLiteral("QUIT")});
+    effects.push_back({Kind::Send, u"QUIT"_s});
+    effects.push_back({Kind::Log, u"QUIT"_s});
     state_ = State::QuitSent;
 }
 
 QString Pop3Session::Progress() const {
-    return QStringLiteral("Downloading message ") + QString::number(current_) + u'/' +
-           QString::number(count_);
+    return u"Downloading message "_s + QString::number(current_) + u'/' + QString::number(count_);
 }
 
 Pop3Effects Pop3Session::SocketError(int number, const QString &description) const {
-    const QString text = QStringLiteral("POP3 check failed (error ") + QString::number(number) +
-                         QStringLiteral(" - ") + description + u')';
+    const QString text =
+        u"POP3 check failed (error "_s + QString::number(number) + u" - "_s + description + u')';
     return {{Kind::ErrorBox, text}, {Kind::LogStatus, text}};
 }
 

@@ -1,5 +1,6 @@
 #include "pop3/RequestCapture.h"
 
+#include "core/Literals.h"
 #include "core/Reporting.h"
 #include "pop3/ExtractAddress.h"
 
@@ -31,7 +32,7 @@ QString Summary(qint16 subscribed, qint16 unsubscribed) {
         parts << u'+' + QString::number(subscribed);
     if (unsubscribed > 0)
         parts << u'-' + QString::number(unsubscribed);
-    return parts.isEmpty() ? QStringLiteral("no activity") : parts.join(QStringLiteral(", "));
+    return parts.isEmpty() ? u"no activity"_s : parts.join(u", "_s);
 }
 
 } // namespace
@@ -41,8 +42,7 @@ void CaptureRequests(Session &session, const Requests &requests, const PendingDo
     const qint16 unsubscribed = AddSenders(requests.colUnsubscribe, u'-', pending);
     pending.SelectLast();
     pending.UpdateControls();
-    StatusMessage(session,
-                  QStringLiteral("POP3 check complete (") + Summary(subscribed, unsubscribed) + u')');
+    StatusMessage(session, u"POP3 check complete ("_s + Summary(subscribed, unsubscribed) + u')');
     if (pending.Bypass())
         pending.ProcessPending();
 }

@@ -1,5 +1,6 @@
 #include "pop3/WinsockPOP.h"
 
+#include "core/Literals.h"
 #include "core/SocketPoll.h"
 
 #include <QDeadlineTimer>
@@ -75,7 +76,7 @@ void WinsockPOP::NoteError(QAbstractSocket::SocketError error) {
     const bool wasReset = probe_.WasReset();
     probe_.Forget();
     if (wasReset)
-        failure_ = {kConnectionReset, QStringLiteral("Connection reset by peer")};
+        failure_ = {kConnectionReset, u"Connection reset by peer"_s};
     else if (error != QAbstractSocket::RemoteHostClosedError)
         failure_ = {NumberOf(error), socket_.errorString()};
     DeliverSoon();

@@ -1,6 +1,7 @@
 #include "pop3/clsMessage.h"
 
 #include "core/Dialogs.h"
+#include "core/Literals.h"
 #include "core/RuntimeError.h"
 #include "pop3/TrimBlanks.h"
 
@@ -9,9 +10,9 @@
 namespace varlo {
 
 void clsMessage::CreateFromText(const QString &strMessage, Dialogs &boxes) {
-    const qsizetype emptyLine = strMessage.indexOf(QStringLiteral("\r\n\r\n"));
+    const qsizetype emptyLine = strMessage.indexOf(u"\r\n\r\n"_s);
     if (emptyLine < 0) {
-        boxes.MsgBox(QStringLiteral("There was a problem with decoding the e-mail"));
+        boxes.MsgBox(u"There was a problem with decoding the e-mail"_s);
         return;
     }
     To16Bit(emptyLine + 1); // positions count from 1; a colon further on in a line cannot lie beyond this one

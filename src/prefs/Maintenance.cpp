@@ -1,5 +1,6 @@
 #include "prefs/Maintenance.h"
 
+#include "core/Literals.h"
 #include "core/Reporting.h"
 #include "core/modPublic.h"
 
@@ -21,14 +22,12 @@ struct Function {
 
 const std::array<Function, 4> &Functions() {
     static const std::array<Function, 4> functions{{
-        {QStringLiteral("Open log files folder"), QStringLiteral("logs"), {}, {}},
-        {QStringLiteral("Open sent messages folder"), QStringLiteral("sent"), {}, {}},
-        {QStringLiteral("Delete log files"), QStringLiteral("logs"),
-         QStringLiteral("Are you sure you want to delete all log files?"),
-         QStringLiteral("Log files deleted")},
-        {QStringLiteral("Delete sent messages"), QStringLiteral("sent"),
-         QStringLiteral("Are you sure you want to delete all sent messages?"),
-         QStringLiteral("Sent messages deleted")},
+        {u"Open log files folder"_s, u"logs"_s, {}, {}},
+        {u"Open sent messages folder"_s, u"sent"_s, {}, {}},
+        {u"Delete log files"_s, u"logs"_s, u"Are you sure you want to delete all log files?"_s,
+         u"Log files deleted"_s},
+        {u"Delete sent messages"_s, u"sent"_s, u"Are you sure you want to delete all sent messages?"_s,
+         u"Sent messages deleted"_s},
     }};
     return functions;
 }
@@ -39,7 +38,7 @@ void OpenFolder(Session &session, const QString &folder) {
     if (!PathExists(folder))
         throw RuntimeError(FileNotFound);
     throw RuntimeError(InvalidProcedureCall,
-                       QStringLiteral("No program opens the folder ") + QDir::toNativeSeparators(folder));
+                       u"No program opens the folder "_s + QDir::toNativeSeparators(folder));
 }
 
 void EmptyFolder(Session &session, const QString &folder, const Function &function) {
@@ -75,7 +74,7 @@ const QStringList &MaintenanceItems() {
 }
 
 void RunMaintenance(Session &session, const QString &item) {
-    Trapped(session, QStringLiteral("Preferences.cmdLogGo"), [&] {
+    Trapped(session, u"Preferences.cmdLogGo"_s, [&] {
         for (const Function &function : Functions())
             if (function.Item == item)
                 Run(session, function);

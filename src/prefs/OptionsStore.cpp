@@ -1,5 +1,6 @@
 #include "prefs/OptionsStore.h"
 
+#include "core/Literals.h"
 #include "core/PreferenceKeys.h"
 #include "core/Reporting.h"
 
@@ -87,7 +88,7 @@ Options LoadOptions(Session &session) {
     clsINIFile &ini = session.INI;
     Options options;
     FromMemory(session.Prefs, options);
-    ErrorTrap trap(session, QStringLiteral("Prefs.Load"));
+    ErrorTrap trap(session, u"Prefs.Load"_s);
     trap([&] { options.LogStatus = ReadSwitch(ini, Keys::LogStatus); });
     trap([&] { options.LogEmails = ReadSwitch(ini, Keys::LogEmails); });
     trap([&] { options.POPServer = ReadText(ini, Keys::POPServer); });
@@ -110,7 +111,7 @@ void SaveOptions(Session &session, const Options &options) {
 
 qint16 TypedNumber(const QString &typed) {
     // Stricter than what is read from a file: "2.5" or "1e3" in a port field is a slip, not a number.
-    static const QRegularExpression whole(QStringLiteral("\\A\\s*[+-]?[0-9]+\\s*\\z"));
+    static const QRegularExpression whole(u"\\A\\s*[+-]?[0-9]+\\s*\\z"_s);
     if (!whole.match(typed).hasMatch())
         throw RuntimeError(TypeMismatch);
     return static_cast<qint16>(ToNumber(typed, ValueType::Whole16));

@@ -1,5 +1,7 @@
 #include "prefs/WrapValidator.h"
 
+#include "core/Literals.h"
+
 namespace varlo {
 
 QValidator::State WrapValidator::validate(QString &input, int &) const {
@@ -10,7 +12,7 @@ QValidator::State WrapValidator::validate(QString &input, int &) const {
 }
 
 void WrapValidator::fixup(QString &input) const {
-    input = QStringLiteral("1");
+    input = u"1"_s;
 }
 
 } // namespace varlo

@@ -1,5 +1,6 @@
 #include "prefs/frmOptions.h"
 
+#include "core/Literals.h"
 #include "core/Reporting.h"
 #include "prefs/Maintenance.h"
 
@@ -65,7 +66,7 @@ namespace {
 QString TypedText(const QPlainTextEdit *box) {
     QString text = box->document()->toRawText();
     text.replace(QChar::ParagraphSeparator, u'\n').replace(QChar::LineSeparator, u'\n');
-    return text.replace(u'\n', QStringLiteral("\r\n"));
+    return text.replace(u'\n', u"\r\n"_s);
 }
 
 bool IsNumber(const QLineEdit *box) {
@@ -129,7 +130,7 @@ void frmOptions::lstOptions_Click() {
 }
 
 void frmOptions::cmdWrapDefault_Click() {
-    txtSMTPWrap->setText(QStringLiteral("72"));
+    txtSMTPWrap->setText(u"72"_s);
 }
 
 void frmOptions::cmdLogGo_Click() {

@@ -1,5 +1,6 @@
 // Where the controls of the Preferences window stand.
 
+#include "core/Literals.h"
 #include "prefs/frmOptions.h"
 
 #include <QCheckBox>
@@ -20,7 +21,7 @@ namespace {
 
 template<typename Control> Control *Numbered(const char *name, int index) {
     auto *control = new Control;
-    control->setObjectName(QStringLiteral("%1_%2").arg(QString::fromLatin1(name)).arg(index));
+    control->setObjectName(u"%1_%2"_s.arg(QString::fromLatin1(name)).arg(index));
     return control;
 }
 
@@ -82,14 +83,14 @@ void frmOptions::LayOut() {
 }
 
 void frmOptions::LayOutGeneral() {
-    QVBoxLayout *page = AddPage(0, QStringLiteral("General"), QStringLiteral("Miscellaneous settings"));
-    auto *pending = NewLayout<QVBoxLayout>(AddGroup(page, QStringLiteral("Pending List Processing")));
+    QVBoxLayout *page = AddPage(0, u"General"_s, u"Miscellaneous settings"_s);
+    auto *pending = NewLayout<QVBoxLayout>(AddGroup(page, u"Pending List Processing"_s));
     pending->addWidget(chkNotify);
-    auto *logging = NewLayout<QVBoxLayout>(AddGroup(page, QStringLiteral("Logging")));
+    auto *logging = NewLayout<QVBoxLayout>(AddGroup(page, u"Logging"_s));
     logging->addWidget(chkLogStatus);
     logging->addWidget(chkLogEmails);
     auto *maintenance = new QHBoxLayout;
-    maintenance->addWidget(NewLabel(QStringLiteral("&Maintenance:"), cmbMaintenance));
+    maintenance->addWidget(NewLabel(u"&Maintenance:"_s, cmbMaintenance));
     maintenance->addWidget(cmbMaintenance);
     maintenance->addWidget(cmdLogGo);
     maintenance->addStretch();
@@ -98,49 +99,45 @@ void frmOptions::LayOutGeneral() {
 }
 
 void frmOptions::LayOutSending() {
-    QVBoxLayout *page =
-        AddPage(1, QStringLiteral("E-mail Sending"), QStringLiteral("Configure your SMTP e-mail account"));
-    QFormLayout *rows = NewRows(AddGroup(page, QStringLiteral("Account")));
-    AddServer(rows, QStringLiteral("SMTP &server:"), txtSMTPServer, txtSMTPPort);
-    rows->addRow(NewLabel(QStringLiteral("Your &name:"), txtSMTPFrom), txtSMTPFrom);
-    rows->addRow(NewLabel(QStringLiteral("Your &e-mail:"), txtSMTPEmail), txtSMTPEmail);
-    auto *formatting = NewLayout<QHBoxLayout>(AddGroup(page, QStringLiteral("Formatting")));
-    formatting->addWidget(NewLabel(QStringLiteral("&Wrap messages to"), txtSMTPWrap));
+    QVBoxLayout *page = AddPage(1, u"E-mail Sending"_s, u"Configure your SMTP e-mail account"_s);
+    QFormLayout *rows = NewRows(AddGroup(page, u"Account"_s));
+    AddServer(rows, u"SMTP &server:"_s, txtSMTPServer, txtSMTPPort);
+    rows->addRow(NewLabel(u"Your &name:"_s, txtSMTPFrom), txtSMTPFrom);
+    rows->addRow(NewLabel(u"Your &e-mail:"_s, txtSMTPEmail), txtSMTPEmail);
+    auto *formatting = NewLayout<QHBoxLayout>(AddGroup(page, u"Formatting"_s));
+    formatting->addWidget(NewLabel(u"&Wrap messages to"_s, txtSMTPWrap));
     formatting->addWidget(txtSMTPWrap);
-    formatting->addWidget(NewLabel(QStringLiteral("characters per line"), nullptr));
+    formatting->addWidget(NewLabel(u"characters per line"_s, nullptr));
     formatting->addWidget(cmdWrapDefault);
     formatting->addStretch();
     page->addStretch();
 }
 
 void frmOptions::LayOutReceiving() {
-    QVBoxLayout *page =
-        AddPage(2, QStringLiteral("E-mail Receiving"), QStringLiteral("Configure your POP3 e-mail account"));
-    QFormLayout *rows = NewRows(AddGroup(page, QStringLiteral("Account")));
-    AddServer(rows, QStringLiteral("POP3 &server:"), txtPOPServer, txtPOPPort);
-    rows->addRow(NewLabel(QStringLiteral("&Username:"), txtPOPUsername), txtPOPUsername);
-    rows->addRow(NewLabel(QStringLiteral("Pass&word:"), txtPOPPassword), txtPOPPassword);
-    auto *extras = NewLayout<QVBoxLayout>(AddGroup(page, QStringLiteral("Options")));
+    QVBoxLayout *page = AddPage(2, u"E-mail Receiving"_s, u"Configure your POP3 e-mail account"_s);
+    QFormLayout *rows = NewRows(AddGroup(page, u"Account"_s));
+    AddServer(rows, u"POP3 &server:"_s, txtPOPServer, txtPOPPort);
+    rows->addRow(NewLabel(u"&Username:"_s, txtPOPUsername), txtPOPUsername);
+    rows->addRow(NewLabel(u"Pass&word:"_s, txtPOPPassword), txtPOPPassword);
+    auto *extras = NewLayout<QVBoxLayout>(AddGroup(page, u"Options"_s));
     extras->addWidget(chkPOPDeleteAll);
     page->addStretch();
 }
 
 void frmOptions::LayOutNotification() {
-    QVBoxLayout *page = AddPage(3, QStringLiteral("E-mail Notification"),
-                                QStringLiteral("Settings for notifying subscribers by e-mail"));
-    AddNotification(page, QStringLiteral("Subscriptions"),
-                    {QStringLiteral("&Subject:"), QStringLiteral("&Body:")}, txtNotifySubSubject,
+    QVBoxLayout *page =
+        AddPage(3, u"E-mail Notification"_s, u"Settings for notifying subscribers by e-mail"_s);
+    AddNotification(page, u"Subscriptions"_s, {u"&Subject:"_s, u"&Body:"_s}, txtNotifySubSubject,
                     txtNotifySubBody);
-    AddNotification(page, QStringLiteral("Unsubscriptions"),
-                    {QStringLiteral("S&ubject:"), QStringLiteral("B&ody:")}, txtNotifyUnsubSubject,
+    AddNotification(page, u"Unsubscriptions"_s, {u"S&ubject:"_s, u"B&ody:"_s}, txtNotifyUnsubSubject,
                     txtNotifyUnsubBody);
 }
 
 void frmOptions::LayOutCompose() {
-    QVBoxLayout *page = AddPage(4, QStringLiteral("Compose"), QStringLiteral("Compose window settings"));
-    auto *signature = NewLayout<QVBoxLayout>(AddGroup(page, QStringLiteral("Signature")));
+    QVBoxLayout *page = AddPage(4, u"Compose"_s, u"Compose window settings"_s);
+    auto *signature = NewLayout<QVBoxLayout>(AddGroup(page, u"Signature"_s));
     signature->addWidget(chkSignatureOn);
-    signature->addWidget(NewLabel(QStringLiteral("Signature &text:"), txtSignature));
+    signature->addWidget(NewLabel(u"Signature &text:"_s, txtSignature));
     signature->addWidget(txtSignature, 1);
 }
 
@@ -179,7 +176,7 @@ QWidget *frmOptions::AddGroup(QVBoxLayout *page, const QString &title) {
 void frmOptions::AddServer(QFormLayout *rows, const QString &caption, QLineEdit *server, QLineEdit *port) {
     auto *row = new QHBoxLayout;
     row->addWidget(server, 1);
-    row->addWidget(NewLabel(QStringLiteral("&Port:"), port));
+    row->addWidget(NewLabel(u"&Port:"_s, port));
     row->addWidget(port);
     rows->addRow(NewLabel(caption, server), row);
 }

@@ -1,5 +1,6 @@
 #include "smtp/Connection.h"
 
+#include "core/Literals.h"
 #include "smtp/ServerUrl.h"
 
 namespace OSSMTP {
@@ -44,11 +45,10 @@ MaybeFailure Connection::Open(const Server &server) {
 MaybeFailure Connection::TryOpen(const Server &server, Tls tls) {
     Drop();
     if (server.Port < 1 || server.Port > 65535)
-        return Failure{CannotConnect, QStringLiteral("The port %1 does not exist").arg(server.Port)};
+        return Failure{CannotConnect, u"The port %1 does not exist"_s.arg(server.Port)};
     const Url url = ServerUrl(server.Host, server.Port);
     if (!url)
-        return Failure{NameNotResolved,
-                       QStringLiteral("\"%1\" is not the name of a server").arg(server.Host)};
+        return Failure{NameNotResolved, u"\"%1\" is not the name of a server"_s.arg(server.Host)};
     easy_.reset(Curl().easy_init());
     SetOptions(url.get(), tls);
     if (MaybeFailure failure = RunHandshake())

@@ -1,5 +1,7 @@
 #include "smtp/Curl.h"
 
+#include "core/Literals.h"
+
 #include <QLibrary>
 
 namespace OSSMTP {
@@ -19,7 +21,7 @@ template<typename Function>
 void Find(Function &function, const char *name, QLibrary &file, QString &problem) {
     function = reinterpret_cast<Function>(file.resolve(name));
     if (!function)
-        problem = file.fileName() + QStringLiteral(" has no ") + QString::fromLatin1(name);
+        problem = file.fileName() + u" has no "_s + QString::fromLatin1(name);
 }
 
 } // namespace

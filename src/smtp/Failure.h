@@ -1,6 +1,7 @@
 // Why a send did not succeed, in the words of the error event.
 #pragma once
 
+#include "core/Literals.h"
 #include "smtp/SMTP.h"
 
 #include <QString>
@@ -28,15 +29,15 @@ inline Failure AbortedFailure() {
 }
 
 inline Failure TimedOutFailure() {
-    return {TimedOut, QStringLiteral("The server did not answer in time"), Failure::Reported};
+    return {TimedOut, u"The server did not answer in time"_s, Failure::Reported};
 }
 
 inline Failure LostFailure() {
-    return {ConnectionLost, QStringLiteral("The connection was closed by the server"), Failure::Lost};
+    return {ConnectionLost, u"The connection was closed by the server"_s, Failure::Lost};
 }
 
 inline Failure InvalidReplyFailure() {
-    return {InvalidReply, QStringLiteral("The server's answer is not an SMTP reply"), Failure::Reported};
+    return {InvalidReply, u"The server's answer is not an SMTP reply"_s, Failure::Reported};
 }
 
 } // namespace OSSMTP

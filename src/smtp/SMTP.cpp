@@ -1,5 +1,6 @@
 #include "smtp/SMTP.h"
 
+#include "core/Literals.h"
 #include "core/RuntimeError.h"
 #include "smtp/Connection.h"
 #include "smtp/Curl.h"
@@ -31,7 +32,7 @@ struct Job {
 Failure UnusableAddress(const QString &whose, const Mailbox &mailbox) {
     const Reply shown{0, mailbox.Given.toUtf8()}; // for its way with control characters
     return {kAddressRefused,
-            QStringLiteral("The %1's address [%2] is not a mail address").arg(whose, shown.Description())};
+            u"The %1's address [%2] is not a mail address"_s.arg(whose, shown.Description())};
 }
 
 QByteArray MailParameters(const Job &job, const Connection &connection) {
@@ -115,9 +116,9 @@ MaybeFailure SMTP::Private::Send() {
 MaybeFailure SMTP::Private::Deliver() {
     Job job{Target, ParseMailbox(Sender), ParseMailbox(Recipient), QByteArray(), QByteArray()};
     if (job.Sender.Address.isEmpty())
-        return UnusableAddress(QStringLiteral("sender"), job.Sender);
+        return UnusableAddress(u"sender"_s, job.Sender);
     if (job.Recipient.Address.isEmpty())
-        return UnusableAddress(QStringLiteral("recipient"), job.Recipient);
+        return UnusableAddress(u"recipient"_s, job.Recipient);
     job.Headers = headers_.Render(job.Sender, job.Recipient, SubjectHeader);
     const QString text = Text; // copies, because files are read with events running in between
     const std::vector<Attachment> attachments = attachments_;
@@ -153,7 +154,7 @@ MaybeFailure SMTP::Private::Prepare(const Job &job) {
     }
     if ((job.Sender.NeedsUtf8 || job.Recipient.NeedsUtf8) && !connection_.Offers("SMTPUTF8"))
         return Failure{kNoSuchMailbox,
-                       QStringLiteral("The server does not take addresses with other than ASCII characters")};
+                       u"The server does not take addresses with other than ASCII characters"_s};
     return {};
 }
 

@@ -1,6 +1,7 @@
 // Every window can be worked without a mouse and read to somebody who does not see it.
 
 #include "app/EveryWindow.h"
+#include "core/Literals.h"
 
 #include <QAbstractButton>
 #include <QAbstractItemView>
@@ -123,15 +124,14 @@ QStringList Twice(const QMultiMap<QString, QString> &mnemonics) {
     QStringList twice;
     for (const QString &key : mnemonics.uniqueKeys())
         if (mnemonics.count(key) > 1)
-            twice << key + QStringLiteral(": ") +
-                         QStringList(mnemonics.values(key)).join(QStringLiteral(", "));
+            twice << key + u": "_s + QStringList(mnemonics.values(key)).join(u", "_s);
     return twice;
 }
 
 TEST_P(AccessibilityTest, NoLetterStandsForTwoThings) {
     QStringList expected;
     if (GetParam() == "frmCompose") // wanted: the captions are given; Alt+E goes from one menu to the other
-        expected << QStringLiteral("Alt+E: &Edit, M&essage");
+        expected << u"Alt+E: &Edit, M&essage"_s;
     EXPECT_EQ(Twice(Mnemonics(window)), expected);
 }
 
@@ -149,7 +149,7 @@ TEST_P(AccessibilityTest, EveryButtonAndEveryEntryOfAMenuHasALetter) {
     QStringList without;
     const auto note = [&without](const QString &name, const QString &text) {
         if (!text.isEmpty() && QKeySequence::mnemonic(text).isEmpty())
-            without << name + QStringLiteral(": ") + text;
+            without << name + u": "_s + text;
     };
     for (const QAbstractButton *button : window.Visible<QAbstractButton>())
         note(button->objectName(), button->text());
@@ -157,9 +157,8 @@ TEST_P(AccessibilityTest, EveryButtonAndEveryEntryOfAMenuHasALetter) {
         for (const QAction *entry : menu->actions())
             note(entry->objectName(), entry->text());
     without.removeIf([](const QString &each) { // Enter, Escape, Del; and a button without a word
-        return each.endsWith(QStringLiteral(": OK")) || each.endsWith(QStringLiteral(": Cancel")) ||
-               each.startsWith(QStringLiteral("cmdListDelete_")) ||
-               each == QStringLiteral("cmdListSwap: +/-");
+        return each.endsWith(u": OK"_s) || each.endsWith(u": Cancel"_s) ||
+               each.startsWith(u"cmdListDelete_"_s) || each == u"cmdListSwap: +/-"_s;
     });
     EXPECT_EQ(without, QStringList());
 }
@@ -175,7 +174,7 @@ ToolTips ToolTipsOf(const char *name) {
     window.Show();
     ToolTips tips;
     for (const QWidget *control : window.Visible<QWidget>())
-        if (!control->toolTip().isEmpty() && !control->objectName().startsWith(QStringLiteral("lblStatus")))
+        if (!control->toolTip().isEmpty() && !control->objectName().startsWith(u"lblStatus"_s))
             tips[control->objectName()] = control->toolTip();
     return tips;
 }

@@ -1,5 +1,6 @@
 // Which controls of the main window are enabled when, row by row, on the real window.
 #include "app/frmMain.h"
+#include "core/Literals.h"
 #include "support/TestProfile.h"
 
 #include <QAction>
@@ -69,30 +70,30 @@ protected:
 TEST_F(ControlsTableTest, WithoutListsNothingIsEnabled) {
     Load();
     ExpectRows({});
-    EXPECT_EQ(Text("lblStatusCurrent"), QStringLiteral("0 Current"));
-    EXPECT_EQ(Text("lblStatusPending"), QStringLiteral("0 Pending"));
+    EXPECT_EQ(Text("lblStatusCurrent"), u"0 Current"_s);
+    EXPECT_EQ(Text("lblStatusPending"), u"0 Pending"_s);
 }
 
 TEST_F(ControlsTableTest, AnOpenListWithoutEntries) {
-    profile.Write(QStringLiteral("lists/news.vlo"), "");
+    profile.Write(u"lists/news.vlo"_s, "");
     Load();
     ExpectRows({kLists, kOpenList});
 }
 
 TEST_F(ControlsTableTest, TypedText) {
-    profile.Write(QStringLiteral("lists/news.vlo"), "");
+    profile.Write(u"lists/news.vlo"_s, "");
     Load();
-    QTest::keyClicks(Find<QLineEdit>("txtAddEmail"), QStringLiteral("a"));
+    QTest::keyClicks(Find<QLineEdit>("txtAddEmail"), u"a"_s);
     ExpectRows({kLists, kOpenList, kTypedText});
     Find<QLineEdit>("txtAddEmail")->clear();
     ExpectRows({kLists, kOpenList});
 }
 
 TEST_F(ControlsTableTest, CurrentEntriesThenTheirSelection) {
-    profile.Write(QStringLiteral("lists/news.vlo"), "a@x.test\r\nb@x.test\r\n");
+    profile.Write(u"lists/news.vlo"_s, "a@x.test\r\nb@x.test\r\n");
     Load();
     ExpectRows({kLists, kOpenList, kCurrent});
-    EXPECT_EQ(Text("lblStatusCurrent"), QStringLiteral("2 Current"));
+    EXPECT_EQ(Text("lblStatusCurrent"), u"2 Current"_s);
     Choose("mnuListsCurrentSelAll");
     ExpectRows({kLists, kOpenList, kCurrent, kCurrentSelection});
     Choose("mnuListsCurrentDeSelAll");
@@ -100,7 +101,7 @@ TEST_F(ControlsTableTest, CurrentEntriesThenTheirSelection) {
 }
 
 TEST_F(ControlsTableTest, AClickSelects) {
-    profile.Write(QStringLiteral("lists/news.vlo"), "a@x.test\r\n");
+    profile.Write(u"lists/news.vlo"_s, "a@x.test\r\n");
     Load();
     auto *view = Find<QListView>("lstEmailList_1");
     QTest::mouseClick(view->viewport(), Qt::LeftButton, Qt::NoModifier,
@@ -109,11 +110,11 @@ TEST_F(ControlsTableTest, AClickSelects) {
 }
 
 TEST_F(ControlsTableTest, PendingEntriesThenTheirSelection) {
-    profile.Write(QStringLiteral("lists/news.vlo"), "");
+    profile.Write(u"lists/news.vlo"_s, "");
     Load();
     TypeAndAdd("aa@x.test");
     ExpectRows({kLists, kOpenList, kPendingEntries});
-    EXPECT_EQ(Text("lblStatusPending"), QStringLiteral("1 Pending"));
+    EXPECT_EQ(Text("lblStatusPending"), u"1 Pending"_s);
     Choose("mnuListsPendingSelAll");
     ExpectRows({kLists, kOpenList, kPendingEntries, kPendingSelection});
     Click("cmdListDelete_1");
@@ -121,17 +122,17 @@ TEST_F(ControlsTableTest, PendingEntriesThenTheirSelection) {
 }
 
 TEST_F(ControlsTableTest, ProcessingMovesTheRequestsToTheCurrentList) {
-    profile.Write(QStringLiteral("lists/news.vlo"), "");
+    profile.Write(u"lists/news.vlo"_s, "");
     Load();
     TypeAndAdd("aa@x.test");
     Click("cmdCapturesAdd");
     ExpectRows({kLists, kOpenList, kCurrent});
-    EXPECT_EQ(Text("lblStatusCurrent"), QStringLiteral("1 Current"));
-    EXPECT_EQ(Text("lblStatusPending"), QStringLiteral("0 Pending"));
+    EXPECT_EQ(Text("lblStatusCurrent"), u"1 Current"_s);
+    EXPECT_EQ(Text("lblStatusPending"), u"0 Pending"_s);
 }
 
 TEST_F(ControlsTableTest, DeletingTheLastListDisablesAllButThePendingList) {
-    profile.Write(QStringLiteral("lists/news.vlo"), "a@x.test\r\n");
+    profile.Write(u"lists/news.vlo"_s, "a@x.test\r\n");
     Load();
     TypeAndAdd("aa@x.test");
     Choose("mnuListsCurrentSelAll");
@@ -139,11 +140,11 @@ TEST_F(ControlsTableTest, DeletingTheLastListDisablesAllButThePendingList) {
     Click("cmdFileDelete");
     // The alphabetical box keeps its entry and its selection; it can be seen and not be touched.
     ExpectRows({kPendingEntries, kCurrentSelection});
-    EXPECT_EQ(Text("lblStatusCurrent"), QStringLiteral("0 Current"));
+    EXPECT_EQ(Text("lblStatusCurrent"), u"0 Current"_s);
 }
 
 TEST_F(ControlsTableTest, AnotherOrderLooksAtTheSelectionOfTheOtherBox) {
-    profile.Write(QStringLiteral("lists/news.vlo"), "a@x.test\r\n");
+    profile.Write(u"lists/news.vlo"_s, "a@x.test\r\n");
     Load();
     Choose("mnuListsCurrentSelAll");
     Choose("mnuSortOrder_0");

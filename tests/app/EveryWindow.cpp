@@ -7,6 +7,7 @@
 #include "compose/frmAttach.h"
 #include "compose/frmCompRecip.h"
 #include "compose/frmCompose.h"
+#include "core/Literals.h"
 #include "prefs/frmOptions.h"
 
 #include <QLineEdit>
@@ -19,9 +20,9 @@
 namespace varlo::test {
 
 OpenWindow::OpenWindow(const std::string &name) {
-    profile_.Write(QStringLiteral("lists/Members.vlo"), "jo@example.org\r\n");
-    profile_.Write(QStringLiteral("lists/News.vlo"), "ann@example.org\r\nbob@example.org\r\n");
-    profile_.Write(QStringLiteral("prefs.ini"), "[Main]\r\nListCurrent=1\r\n");
+    profile_.Write(u"lists/Members.vlo"_s, "jo@example.org\r\n");
+    profile_.Write(u"lists/News.vlo"_s, "ann@example.org\r\nbob@example.org\r\n");
+    profile_.Write(u"prefs.ini"_s, "[Main]\r\nListCurrent=1\r\n");
     window_ = Make(name);
 }
 
@@ -56,10 +57,10 @@ std::unique_ptr<QWidget> OpenWindow::Make(const std::string &name) {
 std::unique_ptr<QWidget> OpenWindow::MakeMain() {
     auto window = std::make_unique<frmMain>(profile_.session);
     window->Form_Load();
-    auto *typed = window->findChild<QLineEdit *>(QStringLiteral("txtAddEmail"));
-    typed->setText(QStringLiteral("new@example.org"));
-    window->findChild<QPushButton *>(QStringLiteral("cmdEmailAdd_0"))->click();
-    typed->setText(QStringLiteral("next@example.org"));
+    auto *typed = window->findChild<QLineEdit *>(u"txtAddEmail"_s);
+    typed->setText(u"new@example.org"_s);
+    window->findChild<QPushButton *>(u"cmdEmailAdd_0"_s)->click();
+    typed->setText(u"next@example.org"_s);
     for (const char *list : {"lstEmailList_1", "lstEmailList_2"}) {
         auto *view = window->findChild<QListView *>(QString::fromLatin1(list));
         QTest::mouseClick(view->viewport(), Qt::LeftButton, {},
@@ -70,21 +71,21 @@ std::unique_ptr<QWidget> OpenWindow::MakeMain() {
 
 std::unique_ptr<QWidget> OpenWindow::MakeOptions(int page) {
     auto window = std::make_unique<frmOptions>(profile_.session);
-    window->findChild<QListWidget *>(QStringLiteral("lstOptions"))->setCurrentRow(page);
+    window->findChild<QListWidget *>(u"lstOptions"_s)->setCurrentRow(page);
     return window;
 }
 
 std::unique_ptr<QWidget> OpenWindow::MakeCompose() {
     auto window = std::make_unique<frmCompose>(profile_.session, host_);
-    window->findChild<QWidget *>(QStringLiteral("picAttachments"))->show();
-    window->findChild<QWidget *>(QStringLiteral("prgSending"))->show();
+    window->findChild<QWidget *>(u"picAttachments"_s)->show();
+    window->findChild<QWidget *>(u"prgSending"_s)->show();
     return window;
 }
 
 std::unique_ptr<QWidget> OpenWindow::MakeAttach() {
-    profile_.session.Attachments = QStringList{profile_.Path(QStringLiteral("prefs.ini"))};
+    profile_.session.Attachments = QStringList{profile_.Path(u"prefs.ini"_s)};
     auto window = std::make_unique<frmAttach>(profile_.session);
-    window->findChild<QListWidget *>(QStringLiteral("lstAttachments"))->setCurrentRow(0);
+    window->findChild<QListWidget *>(u"lstAttachments"_s)->setCurrentRow(0);
     return window;
 }
 

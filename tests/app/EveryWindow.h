@@ -2,6 +2,7 @@
 #pragma once
 
 #include "compose/ComposeHost.h"
+#include "core/Literals.h"
 #include "support/TestProfile.h"
 
 #include <QWidget>
@@ -34,9 +35,9 @@ public:
 
 private:
     struct Host : ComposeHost {
-        QStringList ListNames() const override { return {QStringLiteral("Members"), QStringLiteral("News")}; }
-        QString CurrentListName() const override { return QStringLiteral("News"); }
-        QStringList SelectedAddresses() const override { return {QStringLiteral("ann@example.org")}; }
+        QStringList ListNames() const override { return {u"Members"_s, u"News"_s}; }
+        QString CurrentListName() const override { return u"News"_s; }
+        QStringList SelectedAddresses() const override { return {u"ann@example.org"_s}; }
         void AddPending(const QString &) override {}
     };
 

@@ -1,6 +1,7 @@
 // Nothing is cut off when letters are larger or texts longer than here.
 
 #include "app/EveryWindow.h"
+#include "core/Literals.h"
 #include "core/StatusLabel.h"
 
 #include <QAbstractButton>
@@ -49,7 +50,7 @@ QString Longer(const QString &text) {
 
 bool IsCaption(const QLabel *label) {
     return !qobject_cast<const StatusLabel *>(label) && !label->text().isEmpty() &&
-           !label->objectName().contains(QStringLiteral("lblHyperlink"));
+           !label->objectName().contains(u"lblHyperlink"_s);
 }
 
 // Lets a change go through all layouts: each one tells the next.
@@ -96,15 +97,15 @@ bool FitTest::HasRoom(const QWidget *control) const {
 }
 
 QString Text(QSize size) {
-    return QStringLiteral("%1x%2").arg(size.width()).arg(size.height());
+    return u"%1x%2"_s.arg(size.width()).arg(size.height());
 }
 
 QStringList FitTest::Clipped() const {
     QStringList clipped;
     for (const QWidget *control : window.Visible<QWidget>())
         if (MustBeWhole(control) && !HasRoom(control))
-            clipped << control->objectName() + QStringLiteral(" has ") + Text(control->size()) +
-                           QStringLiteral(" needs ") + Text(Needed(control));
+            clipped << control->objectName() + u" has "_s + Text(control->size()) + u" needs "_s +
+                           Text(Needed(control));
     return clipped;
 }
 
@@ -181,7 +182,7 @@ TEST(PreferencesTest, TheNamesOfThePagesAreWhole) {
         const ScaledFont font(percent);
         const OpenWindow window("frmOptions_0");
         window.Show();
-        const auto *pages = window->findChild<QListWidget *>(QStringLiteral("lstOptions"));
+        const auto *pages = window->findChild<QListWidget *>(u"lstOptions"_s);
         EXPECT_GE(pages->viewport()->width(), pages->sizeHintForColumn(0)) << percent;
         EXPECT_GE(pages->viewport()->height(), pages->count() * pages->sizeHintForRow(0)) << percent;
     }

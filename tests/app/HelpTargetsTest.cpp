@@ -1,5 +1,6 @@
 #include "app/HelpTargets.h"
 
+#include "core/Literals.h"
 #include "support/TestProfile.h"
 
 namespace varlo::test {
@@ -37,11 +38,10 @@ struct HelpTargetsTest : testing::Test {
 };
 
 TEST_F(HelpTargetsTest, VersionTextsNameTheBuild) {
-    EXPECT_EQ(ShortText(kVersion), QStringLiteral("2.1"));
-    EXPECT_EQ(LongText(kVersion), QStringLiteral("2.1 (Build 7)"));
-    EXPECT_EQ(
-        LongText({}),
-        QStringLiteral("%1.%2 (Build %3)").arg(Product::kMajor).arg(Product::kMinor).arg(Product::kRevision));
+    EXPECT_EQ(ShortText(kVersion), u"2.1"_s);
+    EXPECT_EQ(LongText(kVersion), u"2.1 (Build 7)"_s);
+    EXPECT_EQ(LongText({}),
+              u"%1.%2 (Build %3)"_s.arg(Product::kMajor).arg(Product::kMinor).arg(Product::kRevision));
 }
 
 TEST_F(HelpTargetsTest, UpdateCheckAsksForVersion21) {
@@ -56,7 +56,7 @@ TEST_F(HelpTargetsTest, SupportMailKeepsItsEscapes) {
 
 TEST_F(HelpTargetsTest, PagesOfTheMakerLieBelowHisSite) {
     EXPECT_EQ(HelpTargets::Website().toString(), Product::kWebsite);
-    EXPECT_EQ(HelpTargets::Forums().toString(), Product::kWebsite + QStringLiteral("/forums"));
+    EXPECT_EQ(HelpTargets::Forums().toString(), Product::kWebsite + u"/forums"_s);
 }
 
 TEST_F(HelpTargetsTest, ReadMeLiesBesideTheProgram) {
@@ -100,38 +100,38 @@ TEST_F(HelpTargetsTest, MissingCompiledHelpGivesWayToThePages) {
 TEST_F(HelpTargetsTest, OpeningTheHelpEndsAtThePagesThatOpen) {
     Make("Varlo Pro.chm");
     const QUrl pages = Make("help/index.html");
-    Desktop.Ending = QStringLiteral(".html");
+    Desktop.Ending = u".html"_s;
     OpenHelp(session);
     EXPECT_EQ(Desktop.Opened.back(), pages);
     EXPECT_TRUE(Desktop.Shown.empty());
 }
 
 TEST_F(HelpTargetsTest, NoHelpAtAllIsReportedAfterTheDesktopWasAsked) {
-    Desktop.Ending = QStringLiteral(".chm");
+    Desktop.Ending = u".chm"_s;
     OpenHelp(session);
     EXPECT_EQ(Desktop.Opened, std::vector<QUrl>{Beside("Varlo Pro.chm")});
     ASSERT_EQ(Desktop.Shown.size(), 1U);
-    EXPECT_EQ(Desktop.Shown[0].Title, QStringLiteral("varlo-pro Error 53 in Main.mnuHelpContents"));
+    EXPECT_EQ(Desktop.Shown[0].Title, u"varlo-pro Error 53 in Main.mnuHelpContents"_s);
 }
 
 TEST_F(HelpTargetsTest, MissingReadMeIsReportedOnce) {
-    OpenTarget(session, HelpTargets::ReadMe(session), QStringLiteral("Main.mnuHelpReadMe"));
+    OpenTarget(session, HelpTargets::ReadMe(session), u"Main.mnuHelpReadMe"_s);
     ASSERT_EQ(Desktop.Shown.size(), 1U);
-    EXPECT_EQ(Desktop.Shown[0].Title, QStringLiteral("varlo-pro Error 53 in Main.mnuHelpReadMe"));
-    EXPECT_EQ(Profile.Log(QStringLiteral("ErrorLog.txt")).size(), 1);
+    EXPECT_EQ(Desktop.Shown[0].Title, u"varlo-pro Error 53 in Main.mnuHelpReadMe"_s);
+    EXPECT_EQ(Profile.Log(u"ErrorLog.txt"_s).size(), 1);
 }
 
 TEST_F(HelpTargetsTest, AddressThatNothingOpensIsNamed) {
-    OpenTarget(session, HelpTargets::Website(), QStringLiteral("Main.mnuHelpWebsite"));
+    OpenTarget(session, HelpTargets::Website(), u"Main.mnuHelpWebsite"_s);
     ASSERT_EQ(Desktop.Shown.size(), 1U);
-    EXPECT_EQ(Desktop.Shown[0].Title, QStringLiteral("varlo-pro Error 5 in Main.mnuHelpWebsite"));
+    EXPECT_EQ(Desktop.Shown[0].Title, u"varlo-pro Error 5 in Main.mnuHelpWebsite"_s);
     EXPECT_TRUE(Desktop.Shown[0].Text.contains(Product::kWebsite));
 }
 
 TEST_F(HelpTargetsTest, TargetThatOpensSaysNothing) {
-    Desktop.Ending = QStringLiteral("Me.html");
+    Desktop.Ending = u"Me.html"_s;
     const QUrl readMe = Make("Read Me.html");
-    OpenTarget(session, readMe, QStringLiteral("Main.mnuHelpReadMe"));
+    OpenTarget(session, readMe, u"Main.mnuHelpReadMe"_s);
     EXPECT_EQ(Desktop.Opened, std::vector<QUrl>{readMe});
     EXPECT_TRUE(Desktop.Shown.empty());
 }
@@ -143,7 +143,7 @@ TEST_F(HelpTargetsTest, ViewerIsFoundInTheRegistriesOfTheDesktop) {
         EXPECT_TRUE(file.open(QIODevice::WriteOnly));
         file.write(text);
         file.close();
-        return HasChmViewer({QStringLiteral("/nowhere"), folder.path()});
+        return HasChmViewer({u"/nowhere"_s, folder.path()});
     };
     EXPECT_TRUE(found("mimeinfo.cache", "[MIME Cache]\napplication/vnd.ms-htmlhelp=viewer.desktop;\n"));
     EXPECT_TRUE(found("mimeapps.list", "[Default Applications]\r\napplication/x-chm=viewer.desktop\r\n"));

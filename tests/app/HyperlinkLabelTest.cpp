@@ -1,5 +1,6 @@
 #include "app/HyperlinkLabel.h"
 
+#include "core/Literals.h"
 #include "support/Printers.h"
 
 namespace varlo::test {
@@ -7,7 +8,7 @@ namespace {
 
 struct HyperlinkLabelTest : testing::Test {
     QPalette Before = QApplication::palette();
-    HyperlinkLabel Link{QStringLiteral("<b>here</b>")};
+    HyperlinkLabel Link{u"<b>here</b>"_s};
     QSignalSpy Clicks{&Link, &HyperlinkLabel::Clicked};
 
     HyperlinkLabelTest() { Link.show(); }
@@ -61,7 +62,7 @@ TEST_F(HyperlinkLabelTest, ColourFollowsAChangeOfTheme) {
 
 TEST_F(HyperlinkLabelTest, MarkupIsShownAsItStands) {
     EXPECT_EQ(Link.textFormat(), Qt::PlainText);
-    EXPECT_EQ(Link.text(), QStringLiteral("<b>here</b>"));
+    EXPECT_EQ(Link.text(), u"<b>here</b>"_s);
 }
 
 } // namespace

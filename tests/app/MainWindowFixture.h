@@ -2,6 +2,7 @@
 #pragma once
 
 #include "app/frmMain.h"
+#include "core/Literals.h"
 #include "support/TestProfile.h"
 
 #include <QListView>
@@ -45,7 +46,7 @@ protected:
     }
     QString Ini(const char *section, const char *key) {
         profile.session.INI.SetSection(QString::fromLatin1(section));
-        return profile.session.INI.GetValue(QString::fromLatin1(key), QStringLiteral("(none)"));
+        return profile.session.INI.GetValue(QString::fromLatin1(key), u"(none)"_s);
     }
 
     TestProfile profile;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "app/frmProfile.h"
+#include "core/Literals.h"
 #include "core/Session.h"
 #include "core/TextFile.h"
 #include "core/modPublic.h"
@@ -15,21 +16,21 @@
 namespace varlo::test {
 
 inline const QString kNotFound =
-    QStringLiteral("The selected profile could not be found. It may have been renamed, moved or deleted.");
+    u"The selected profile could not be found. It may have been renamed, moved or deleted."_s;
 
 class frmProfileTest : public testing::Test {
 protected:
     // A program folder with these profiles; no "profiles" folder at all without any.
     void MakeProfiles(const QStringList &names) {
         for (const QString &name : names)
-            ASSERT_TRUE(QDir(folder_.path()).mkpath(QStringLiteral("profiles/") + name));
+            ASSERT_TRUE(QDir(folder_.path()).mkpath(u"profiles/"_s + name));
     }
     void WriteGlobalIni(const QByteArray &autoStart, const QByteArray &current) {
-        WriteFile(folder_.filePath(QStringLiteral("global.ini")),
+        WriteFile(folder_.filePath(u"global.ini"_s),
                   "[Profiles]\r\nAutoStart=" + autoStart + "\r\nProfileCurrent=" + current + "\r\n");
     }
     QByteArray GlobalIni() const {
-        const QString path = folder_.filePath(QStringLiteral("global.ini"));
+        const QString path = folder_.filePath(u"global.ini"_s);
         return QFile::exists(path) ? ReadFile(path) : QByteArray();
     }
     QStringList Folders() const {
@@ -86,9 +87,8 @@ protected:
     QByteArray iniAtOpening_;
 };
 
-inline const QStringList kAllEnabled{QStringLiteral("cmbProfiles"), QStringLiteral("cmdProfileNew"),
-                                     QStringLiteral("cmdProfileRename"), QStringLiteral("cmdProfileDelete"),
-                                     QStringLiteral("cmdGo")};
-inline const QStringList kThree{QStringLiteral("Alpha"), QStringLiteral("Beta"), QStringLiteral("Gamma")};
+inline const QStringList kAllEnabled{u"cmbProfiles"_s, u"cmdProfileNew"_s, u"cmdProfileRename"_s,
+                                     u"cmdProfileDelete"_s, u"cmdGo"_s};
+inline const QStringList kThree{u"Alpha"_s, u"Beta"_s, u"Gamma"_s};
 
 } // namespace varlo::test

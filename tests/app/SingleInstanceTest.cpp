@@ -1,5 +1,6 @@
 #include "app/SingleInstance.h"
 
+#include "core/Literals.h"
 #include "support/ScriptedDialogs.h"
 #include "support/WithoutRootRights.h"
 
@@ -56,7 +57,7 @@ TEST(SingleInstance, FirstCopyHoldsALockInItsFolder) {
     const QTemporaryDir folder;
     const SingleInstance first(folder.path());
     EXPECT_TRUE(first.IsFirst());
-    EXPECT_EQ(first.LockPath(), folder.filePath(QStringLiteral("varlo-pro.lock")));
+    EXPECT_EQ(first.LockPath(), folder.filePath(u"varlo-pro.lock"_s));
     EXPECT_TRUE(QFile::exists(first.LockPath()));
 }
 
@@ -79,7 +80,7 @@ TEST(SingleInstance, SameFolderUnderAnotherPathIsTheSameFolder) {
     const QTemporaryDir folder;
     const SingleInstance first(folder.path());
     const QTemporaryDir elsewhere;
-    const QString link = elsewhere.filePath(QStringLiteral("link"));
+    const QString link = elsewhere.filePath(u"link"_s);
     ASSERT_TRUE(QFile::link(folder.path(), link));
     EXPECT_FALSE(SingleInstance(link).IsFirst());
 }
@@ -102,7 +103,7 @@ TEST(SingleInstance, LockOfACrashedCopyIsTakenOver) {
     const QTemporaryDir folder;
     OtherCopy other(folder.path());
     other.Crash();
-    ASSERT_TRUE(QFile::exists(folder.filePath(QStringLiteral("varlo-pro.lock"))));
+    ASSERT_TRUE(QFile::exists(folder.filePath(u"varlo-pro.lock"_s)));
     const SingleInstance next(folder.path());
     EXPECT_TRUE(next.IsFirst());
     EXPECT_FALSE(SingleInstance(folder.path()).IsFirst());
@@ -110,7 +111,7 @@ TEST(SingleInstance, LockOfACrashedCopyIsTakenOver) {
 
 TEST(SingleInstance, LockFileCutShortByAPowerFailureIsTakenOver) {
     const QTemporaryDir folder;
-    QFile lock(folder.filePath(QStringLiteral("varlo-pro.lock")));
+    QFile lock(folder.filePath(u"varlo-pro.lock"_s));
     ASSERT_TRUE(lock.open(QIODevice::WriteOnly));
     lock.close();
     EXPECT_TRUE(SingleInstance(folder.path()).IsFirst());
@@ -138,11 +139,11 @@ TEST(SingleInstance, FolderThatCannotBeWrittenLocksInTheCacheFolder) {
 
 TEST(SingleInstance, StartsWithoutALockWhereNoneCanBeMade) {
     const QTemporaryDir folder;
-    QFile file(folder.filePath(QStringLiteral("file")));
+    QFile file(folder.filePath(u"file"_s));
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
     const QByteArray oldCache = qgetenv("XDG_CACHE_HOME");
     qputenv("XDG_CACHE_HOME", QFile::encodeName(file.fileName())); // a file where a folder is needed
-    const SingleInstance first(file.fileName() + QStringLiteral("/below"));
+    const SingleInstance first(file.fileName() + u"/below"_s);
     qputenv("XDG_CACHE_HOME", oldCache);
     EXPECT_TRUE(first.IsFirst());
     EXPECT_EQ(first.LockPath(), QString());
@@ -152,11 +153,10 @@ TEST(SingleInstance, SecondCopyTellsWhyItEnds) {
     ScriptedDialogs boxes;
     ShowAlreadyRunning(boxes);
     EXPECT_EQ(boxes.Shown,
-              (std::vector<ShownBox>{
-                  {QStringLiteral("Varlo Pro Error"),
-                   QStringLiteral("Varlo Pro is already running. Please close the other instance "
-                                  "before starting Varlo Pro again."),
-                   BoxButtons::Ok, BoxIcon::Exclamation}}));
+              (std::vector<ShownBox>{{u"Varlo Pro Error"_s,
+                                      u"Varlo Pro is already running. Please close the other instance "
+                                      "before starting Varlo Pro again."_s,
+                                      BoxButtons::Ok, BoxIcon::Exclamation}}));
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 #include "app/StartUp.h"
 
+#include "core/Literals.h"
 #include "support/TestProfile.h"
 #include "support/WithoutRootRights.h"
 
@@ -13,7 +14,7 @@ namespace {
 class StartUpTest : public testing::Test {
 protected:
     TestProfile profile;
-    ErrorTrap trap{profile.session, QStringLiteral("Main.Load")};
+    ErrorTrap trap{profile.session, u"Main.Load"_s};
 };
 
 TEST_F(StartUpTest, AWritableFolderIsItsOwnProgramFolder) {
@@ -22,14 +23,14 @@ TEST_F(StartUpTest, AWritableFolderIsItsOwnProgramFolder) {
 
 TEST_F(StartUpTest, AnInstalledCopyKeepsItsDataInTheUsersDataFolder) {
     qputenv("XDG_DATA_HOME", profile.Folder.path().toUtf8());
-    const QString folder = FindProgramFolder(QStringLiteral("/usr/bin"));
+    const QString folder = FindProgramFolder(u"/usr/bin"_s);
     qunsetenv("XDG_DATA_HOME");
-    EXPECT_EQ(folder, profile.Folder.filePath(QStringLiteral("Varlo Pro")));
+    EXPECT_EQ(folder, profile.Folder.filePath(u"Varlo Pro"_s));
     EXPECT_TRUE(QDir(folder).exists());
 }
 
 TEST_F(StartUpTest, ACopyInAReadOnlyPlaceKeepsItsDataInTheUsersDataFolder) {
-    const QString place = profile.Folder.filePath(QStringLiteral("place"));
+    const QString place = profile.Folder.filePath(u"place"_s);
     const auto readOnly = QFile::ReadOwner | QFile::ExeOwner | QFile::ReadOther | QFile::ExeOther;
     ASSERT_TRUE(QDir().mkpath(place));
     ASSERT_TRUE(QFile::setPermissions(place, readOnly));
@@ -39,12 +40,11 @@ TEST_F(StartUpTest, ACopyInAReadOnlyPlaceKeepsItsDataInTheUsersDataFolder) {
     qputenv("XDG_DATA_HOME", profile.Folder.path().toUtf8());
     const QString folder = FindProgramFolder(place);
     qunsetenv("XDG_DATA_HOME");
-    EXPECT_EQ(folder, profile.Folder.filePath(QStringLiteral("Varlo Pro")));
+    EXPECT_EQ(folder, profile.Folder.filePath(u"Varlo Pro"_s));
 }
 
 TEST_F(StartUpTest, DocumentsLieBesideTheExecutableOrInTheSharedDataFolder) {
-    EXPECT_EQ(FindDocumentFolders(QStringLiteral("/usr/bin")),
-              QStringList({QStringLiteral("/usr/bin"), QStringLiteral("/usr/share/varlo-pro")}));
+    EXPECT_EQ(FindDocumentFolders(u"/usr/bin"_s), QStringList({u"/usr/bin"_s, u"/usr/share/varlo-pro"_s}));
 }
 
 TEST_F(StartUpTest, MissingFoldersOfTheProfileAreCreated) {
@@ -52,9 +52,8 @@ TEST_F(StartUpTest, MissingFoldersOfTheProfileAreCreated) {
     PrepareProfile(profile.session, trap);
     const QStringList folders =
         QDir(profile.session.ProfilePath).entryList(QDir::Dirs | QDir::NoDotAndDotDot, QDir::Name);
-    EXPECT_EQ(folders,
-              QStringList({QStringLiteral("lists"), QStringLiteral("logs"), QStringLiteral("sent")}));
-    EXPECT_EQ(profile.session.INI.File(), profile.Path(QStringLiteral("prefs.ini")));
+    EXPECT_EQ(folders, QStringList({u"lists"_s, u"logs"_s, u"sent"_s}));
+    EXPECT_EQ(profile.session.INI.File(), profile.Path(u"prefs.ini"_s));
     EXPECT_TRUE(profile.Boxes.Shown.empty());
 }
 
@@ -62,7 +61,7 @@ TEST_F(StartUpTest, AFolderThatCannotBeMadeIsReportedWhileTheOthersAre) {
     QDir(profile.session.ProfilesFolder()).removeRecursively();
     PrepareProfile(profile.session, trap);
     ASSERT_EQ(profile.Boxes.Shown.size(), 4U); // the profile's folder and the three in it
-    EXPECT_EQ(profile.Boxes.Shown[0].Title, QStringLiteral("varlo-pro Error 76 in Main.Load"));
+    EXPECT_EQ(profile.Boxes.Shown[0].Title, u"varlo-pro Error 76 in Main.Load"_s);
 }
 
 TEST_F(StartUpTest, AnEmptyProfileRunsWithAllDefaults) {
@@ -72,28 +71,26 @@ TEST_F(StartUpTest, AnEmptyProfileRunsWithAllDefaults) {
     EXPECT_EQ(prefs.SMTPServer, QString());
     EXPECT_EQ(prefs.SMTPPort, 25);
     EXPECT_EQ(prefs.SMTPWrap, 72);
-    EXPECT_EQ(prefs.SubSubject, QStringLiteral("Mailing list subscription notification"));
-    EXPECT_EQ(prefs.UnsubBody,
-              QStringLiteral("Your e-mail address has been unsubscribed from our mailing list."));
+    EXPECT_EQ(prefs.SubSubject, u"Mailing list subscription notification"_s);
+    EXPECT_EQ(prefs.UnsubBody, u"Your e-mail address has been unsubscribed from our mailing list."_s);
 }
 
 TEST_F(StartUpTest, ASettingThatIsNoNumberIsReportedAndTheRestIsLoaded) {
-    profile.Write(QStringLiteral("prefs.ini"), "[SMTP]\r\nSMTPServer=mail.test\r\nSMTPPort=many\r\n"
-                                               "SMTPFrom=Ann\r\nSMTPWrap=70000\r\n");
+    profile.Write(u"prefs.ini"_s, "[SMTP]\r\nSMTPServer=mail.test\r\nSMTPPort=many\r\n"
+                                  "SMTPFrom=Ann\r\nSMTPWrap=70000\r\n");
     LoadPreferences(profile.session, trap);
-    EXPECT_EQ(profile.session.Prefs.SMTPServer, QStringLiteral("mail.test"));
+    EXPECT_EQ(profile.session.Prefs.SMTPServer, u"mail.test"_s);
     EXPECT_EQ(profile.session.Prefs.SMTPPort, 25);
-    EXPECT_EQ(profile.session.Prefs.SMTPFrom, QStringLiteral("Ann"));
+    EXPECT_EQ(profile.session.Prefs.SMTPFrom, u"Ann"_s);
     EXPECT_EQ(profile.session.Prefs.SMTPWrap, 72);
     ASSERT_EQ(profile.Boxes.Shown.size(), 2U);
-    EXPECT_EQ(profile.Boxes.Shown[0].Title, QStringLiteral("varlo-pro Error 13 in Main.Load"));
-    EXPECT_EQ(profile.Boxes.Shown[1].Title, QStringLiteral("varlo-pro Error 6 in Main.Load"));
+    EXPECT_EQ(profile.Boxes.Shown[0].Title, u"varlo-pro Error 13 in Main.Load"_s);
+    EXPECT_EQ(profile.Boxes.Shown[1].Title, u"varlo-pro Error 6 in Main.Load"_s);
 }
 
 TEST_F(StartUpTest, EachLogGetsTwoMarkerLines) {
-    WriteSessionMarkers(profile.session, QStringLiteral(" SESSION STARTED"), trap);
-    const QStringList expected{DateTimeText(profile.session) + QStringLiteral(" SESSION STARTED"),
-                               QString(70, u'-')};
+    WriteSessionMarkers(profile.session, u" SESSION STARTED"_s, trap);
+    const QStringList expected{DateTimeText(profile.session) + u" SESSION STARTED"_s, QString(70, u'-')};
     for (const char *log : {"ErrorLog.txt", "StatusLog.txt", "PendingLog.txt"})
         EXPECT_EQ(profile.Log(QString::fromLatin1(log)), expected) << log;
 }

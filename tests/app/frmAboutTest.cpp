@@ -1,6 +1,7 @@
 #include "app/frmAbout.h"
 
 #include "app/HyperlinkLabel.h"
+#include "core/Literals.h"
 #include "support/TestProfile.h"
 
 namespace varlo::test {
@@ -13,25 +14,25 @@ struct frmAboutTest : testing::Test {
 
     static QString Text(const frmAbout &window, const char *name) {
         const auto *label = window.findChild<QLabel *>(QString::fromLatin1(name));
-        return label ? label->text() : QStringLiteral("no such label");
+        return label ? label->text() : u"no such label"_s;
     }
 };
 
 TEST_F(frmAboutTest, Version21Revision7IsShown) {
     const frmAbout window(Profile.session, nullptr, ProductVersion{2, 1, 7});
-    EXPECT_EQ(Text(window, "lblVersion"), QStringLiteral("Version 2.1 (Build 7)"));
+    EXPECT_EQ(Text(window, "lblVersion"), u"Version 2.1 (Build 7)"_s);
 }
 
 TEST_F(frmAboutTest, CaptionsNameTheProduct) {
     const frmAbout window(Profile.session);
-    EXPECT_EQ(window.objectName(), QStringLiteral("frmAbout"));
-    EXPECT_EQ(window.windowTitle(), QStringLiteral("About Varlo Pro"));
-    EXPECT_EQ(Text(window, "lblProduct"), QStringLiteral("Varlo Pro"));
-    EXPECT_EQ(Text(window, "lblLabel_0"), QStringLiteral("Email:"));
-    EXPECT_EQ(Text(window, "lblLabel_1"), QStringLiteral("Website:"));
+    EXPECT_EQ(window.objectName(), u"frmAbout"_s);
+    EXPECT_EQ(window.windowTitle(), u"About Varlo Pro"_s);
+    EXPECT_EQ(Text(window, "lblProduct"), u"Varlo Pro"_s);
+    EXPECT_EQ(Text(window, "lblLabel_0"), u"Email:"_s);
+    EXPECT_EQ(Text(window, "lblLabel_1"), u"Website:"_s);
     EXPECT_EQ(Text(window, "lblHyperlink_0"), Product::kSupportAddress);
     EXPECT_EQ(Text(window, "lblHyperlink_1"), Product::kWebsite);
-    EXPECT_FALSE(window.findChild<QLabel *>(QStringLiteral("Picture1"))->pixmap().isNull());
+    EXPECT_FALSE(window.findChild<QLabel *>(u"Picture1"_s)->pixmap().isNull());
 }
 
 TEST_F(frmAboutTest, LinksOpenAMailThenTheSite) {
@@ -65,8 +66,7 @@ TEST_F(frmAboutTest, FitsASmallScreenInBothThemes) {
         EXPECT_LE(window.height(), 300);
         const QString folder = qEnvironmentVariable("VARLO_PICTURES");
         if (!folder.isEmpty()) {
-            EXPECT_TRUE(picture.save(QDir(folder).filePath(dark ? QStringLiteral("about-dark.png")
-                                                                : QStringLiteral("about.png"))));
+            EXPECT_TRUE(picture.save(QDir(folder).filePath(dark ? u"about-dark.png"_s : u"about.png"_s)));
         }
     }
 }

@@ -1,5 +1,6 @@
 #include "app/frmConsole.h"
 
+#include "core/Literals.h"
 #include "core/Reporting.h"
 #include "support/TestProfile.h"
 
@@ -12,7 +13,7 @@ namespace {
 class frmConsoleTest : public testing::Test {
 protected:
     frmConsoleTest() {
-        text_ = console_.findChild<QPlainTextEdit *>(QStringLiteral("txtConsole"));
+        text_ = console_.findChild<QPlainTextEdit *>(u"txtConsole"_s);
         EXPECT_NE(text_, nullptr);
     }
     void Say(const char *message) { StatusMessage(profile_.session, QString::fromUtf8(message)); }
@@ -30,8 +31,8 @@ protected:
 };
 
 TEST_F(frmConsoleTest, IsAReadOnlyTranscript) {
-    EXPECT_EQ(console_.objectName(), QStringLiteral("frmConsole"));
-    EXPECT_EQ(console_.windowTitle(), QStringLiteral("Console"));
+    EXPECT_EQ(console_.objectName(), u"frmConsole"_s);
+    EXPECT_EQ(console_.windowTitle(), u"Console"_s);
     EXPECT_TRUE(text_->isReadOnly());
     EXPECT_FALSE(console_.isVisible());
 }
@@ -40,15 +41,15 @@ TEST_F(frmConsoleTest, ShowsEveryMessageSinceItWasMade) {
     Say("one");
     Say("two");
     console_.ShowAtEnd();
-    EXPECT_EQ(text_->toPlainText(), time_ + QStringLiteral(" | one\n") + time_ + QStringLiteral(" | two\n"));
+    EXPECT_EQ(text_->toPlainText(), time_ + u" | one\n"_s + time_ + u" | two\n"_s);
 }
 
 TEST_F(frmConsoleTest, MessagesAppearWhileItIsVisible) {
     console_.ShowAtEnd();
     Say("one");
-    EXPECT_TRUE(WaitForText(time_ + QStringLiteral(" | one\n")));
+    EXPECT_TRUE(WaitForText(time_ + u" | one\n"_s));
     Say("two");
-    EXPECT_TRUE(WaitForText(time_ + QStringLiteral(" | one\n") + time_ + QStringLiteral(" | two\n")));
+    EXPECT_TRUE(WaitForText(time_ + u" | one\n"_s + time_ + u" | two\n"_s));
 }
 
 TEST_F(frmConsoleTest, HiddenWindowPutsNothingInItsTextBox) {
@@ -103,7 +104,7 @@ TEST_F(frmConsoleTest, CloseDuringTheRunHidesAndKeepsTheTranscript) {
     EXPECT_FALSE(console_.isVisible());
     Say("two");
     console_.ShowAtEnd();
-    EXPECT_EQ(text_->toPlainText(), time_ + QStringLiteral(" | one\n") + time_ + QStringLiteral(" | two\n"));
+    EXPECT_EQ(text_->toPlainText(), time_ + u" | one\n"_s + time_ + u" | two\n"_s);
 }
 
 TEST_F(frmConsoleTest, CloseWhileTheProgramEndsIsAccepted) {
@@ -135,18 +136,18 @@ TEST_F(frmConsoleTest, SmallSizesAreIgnored) {
 TEST_F(frmConsoleTest, MarkupIsShownAsItStands) {
     Say("<b>[x]</b> &amp;");
     console_.ShowAtEnd();
-    EXPECT_EQ(text_->toPlainText(), time_ + QStringLiteral(" | <b>[x]</b> &amp;\n"));
+    EXPECT_EQ(text_->toPlainText(), time_ + u" | <b>[x]</b> &amp;\n"_s);
 }
 
 TEST_F(frmConsoleTest, MessageKeptFromTheLogDoesNotReachTheConsole) {
-    StatusMessage(profile_.session, QStringLiteral("quiet"), true);
+    StatusMessage(profile_.session, u"quiet"_s, true);
     console_.ShowAtEnd();
     EXPECT_EQ(text_->toPlainText(), QString());
 }
 
 TEST_F(frmConsoleTest, HoldsHundredsOfThousandsOfLines) {
     constexpr int kLines = 300'000;
-    const QString line = QStringLiteral("05:06:07 | Sent message to [somebody@list.example]");
+    const QString line = u"05:06:07 | Sent message to [somebody@list.example]"_s;
     for (int i = 0; i < kLines; ++i)
         Q_EMIT profile_.session.Status.ConsoleLine(line);
     console_.ShowAtEnd();

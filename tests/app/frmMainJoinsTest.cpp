@@ -1,6 +1,7 @@
 // What the main window joins: menus, compose window, mail check, clipboard capture.
 
 #include "app/MainWindowFixture.h"
+#include "core/Literals.h"
 #include "core/Product.h"
 
 #include <QAction>
@@ -18,7 +19,7 @@ namespace {
 class frmMainJoinsTest : public frmMainTest {
 protected:
     frmMainJoinsTest() {
-        profile.Write(QStringLiteral("lists/news.vlo"), "b@x.test\r\na@x.test\r\n");
+        profile.Write(u"lists/news.vlo"_s, "b@x.test\r\na@x.test\r\n");
         Load();
     }
     static QWidget *Window(const char *name) {
@@ -43,11 +44,11 @@ TEST_F(frmMainJoinsTest, EveryMenuEntryLeadsSomewhere) {
     }
     Find<QAction>("mnuHelpForums")->trigger();
     ASSERT_EQ(profile.Boxes.Opened.size(), 1U);
-    EXPECT_EQ(profile.Boxes.Opened[0], QUrl(Product::kWebsite + QStringLiteral("/forums")));
+    EXPECT_EQ(profile.Boxes.Opened[0], QUrl(Product::kWebsite + u"/forums"_s));
 }
 
 TEST_F(frmMainJoinsTest, ComposingAsksForUnsavedChangesFirstAndAsksAgainAfterNo) {
-    TypeAddress(QStringLiteral("c@x.test"));
+    TypeAddress(u"c@x.test"_s);
     Click("cmdCapturesAdd");
     for (int i = 0; i < 2; ++i) {
         profile.Boxes.Answers = {BoxAnswer::No};
@@ -57,9 +58,8 @@ TEST_F(frmMainJoinsTest, ComposingAsksForUnsavedChangesFirstAndAsksAgainAfterNo)
     EXPECT_NE(Window("frmCompose"), nullptr);
     profile.Boxes.Answers = {BoxAnswer::Yes};
     Find<QAction>("mnuCompose")->trigger();
-    EXPECT_EQ(profile.Read(QStringLiteral("lists/news.vlo")),
-              QByteArray("b@x.test\r\na@x.test\r\nc@x.test\r\n"));
-    EXPECT_EQ(profile.StatusTexts.last(), QStringLiteral("Saved [news]"));
+    EXPECT_EQ(profile.Read(u"lists/news.vlo"_s), QByteArray("b@x.test\r\na@x.test\r\nc@x.test\r\n"));
+    EXPECT_EQ(profile.StatusTexts.last(), u"Saved [news]"_s);
 }
 
 TEST_F(frmMainJoinsTest, TheComposeWindowOffersTheSelectionOfTheVisibleList) {
@@ -67,9 +67,9 @@ TEST_F(frmMainJoinsTest, TheComposeWindowOffersTheSelectionOfTheVisibleList) {
     Find<QAction>("mnuCompose")->trigger();
     auto *window = Window("frmCompose");
     ASSERT_NE(window, nullptr);
-    auto *cmbTo = window->findChild<QComboBox *>(QStringLiteral("cmbTo"));
-    EXPECT_EQ(cmbTo->itemText(cmbTo->count() - 1), QStringLiteral("Current Selection"));
-    EXPECT_EQ(cmbTo->currentText(), QStringLiteral("news"));
+    auto *cmbTo = window->findChild<QComboBox *>(u"cmbTo"_s);
+    EXPECT_EQ(cmbTo->itemText(cmbTo->count() - 1), u"Current Selection"_s);
+    EXPECT_EQ(cmbTo->currentText(), u"news"_s);
 }
 
 TEST_F(frmMainJoinsTest, ThereIsOneComposeWindow) {
@@ -97,12 +97,12 @@ TEST_F(frmMainJoinsTest, AMailCheckWithoutAnAccountOpensThePreferences) {
 
 TEST_F(frmMainJoinsTest, CaptureShowsItsCountInTheCaption) {
     Click("cmdCapture");
-    EXPECT_EQ(window_->windowTitle(), QStringLiteral("0 e-mail addresses captured"));
-    QGuiApplication::clipboard()->setText(QStringLiteral("mailto:new@x.test"));
-    QTRY_COMPARE(window_->windowTitle(), QStringLiteral("1 e-mail addresses captured"));
-    EXPECT_EQ(Rows("lstEmailList_2"), QStringList(QStringLiteral("+new@x.test")));
+    EXPECT_EQ(window_->windowTitle(), u"0 e-mail addresses captured"_s);
+    QGuiApplication::clipboard()->setText(u"mailto:new@x.test"_s);
+    QTRY_COMPARE(window_->windowTitle(), u"1 e-mail addresses captured"_s);
+    EXPECT_EQ(Rows("lstEmailList_2"), QStringList(u"+new@x.test"_s));
     Click("cmdCapture");
-    EXPECT_EQ(window_->windowTitle(), QStringLiteral("Thornbeck Varlo Pro"));
+    EXPECT_EQ(window_->windowTitle(), u"Thornbeck Varlo Pro"_s);
     EXPECT_EQ(QGuiApplication::clipboard()->text(), QString());
 }
 

@@ -1,4 +1,5 @@
 #include "app/ProfileManagerFixture.h"
+#include "core/Literals.h"
 
 #include <gtest/gtest.h>
 
@@ -7,26 +8,26 @@ namespace {
 
 TEST_F(frmProfileTest, ShowsItsCaptionsAndToolTips) {
     Load();
-    EXPECT_EQ(window_->objectName(), QStringLiteral("frmProfile"));
-    EXPECT_EQ(window_->windowTitle(), QStringLiteral("Profile Manager"));
-    EXPECT_EQ(Find<QGroupBox>("Frame1")->title(), QStringLiteral("Profiles"));
-    EXPECT_EQ(Find<QPushButton>("cmdProfileNew")->text(), QStringLiteral("&New"));
-    EXPECT_EQ(Find<QPushButton>("cmdProfileNew")->toolTip(), QStringLiteral("Create new profile"));
-    EXPECT_EQ(Find<QPushButton>("cmdProfileRename")->text(), QStringLiteral("&Rename"));
-    EXPECT_EQ(Find<QPushButton>("cmdProfileRename")->toolTip(), QStringLiteral("Rename profile"));
-    EXPECT_EQ(Find<QPushButton>("cmdProfileDelete")->text(), QStringLiteral("&Delete"));
-    EXPECT_EQ(Find<QPushButton>("cmdProfileDelete")->toolTip(), QStringLiteral("Delete profile"));
-    EXPECT_EQ(Find<QCheckBox>("chkAutoStart")->text(), QStringLiteral("Don't &ask at startup"));
+    EXPECT_EQ(window_->objectName(), u"frmProfile"_s);
+    EXPECT_EQ(window_->windowTitle(), u"Profile Manager"_s);
+    EXPECT_EQ(Find<QGroupBox>("Frame1")->title(), u"Profiles"_s);
+    EXPECT_EQ(Find<QPushButton>("cmdProfileNew")->text(), u"&New"_s);
+    EXPECT_EQ(Find<QPushButton>("cmdProfileNew")->toolTip(), u"Create new profile"_s);
+    EXPECT_EQ(Find<QPushButton>("cmdProfileRename")->text(), u"&Rename"_s);
+    EXPECT_EQ(Find<QPushButton>("cmdProfileRename")->toolTip(), u"Rename profile"_s);
+    EXPECT_EQ(Find<QPushButton>("cmdProfileDelete")->text(), u"&Delete"_s);
+    EXPECT_EQ(Find<QPushButton>("cmdProfileDelete")->toolTip(), u"Delete profile"_s);
+    EXPECT_EQ(Find<QCheckBox>("chkAutoStart")->text(), u"Don't &ask at startup"_s);
     EXPECT_EQ(Find<QCheckBox>("chkAutoStart")->toolTip(),
-              QStringLiteral("Check this box to skip the profile manager at startup"));
-    EXPECT_EQ(Find<QPushButton>("cmdGo")->text(), QStringLiteral("&Start Varlo Pro"));
+              u"Check this box to skip the profile manager at startup"_s);
+    EXPECT_EQ(Find<QPushButton>("cmdGo")->text(), u"&Start Varlo Pro"_s);
     EXPECT_FALSE(List()->isEditable());
 }
 
 TEST_F(frmProfileTest, LoadPointsTheSettingsAtGlobalIni) {
     Load();
-    EXPECT_EQ(session_.INI.File(), folder_.filePath(QStringLiteral("global.ini")));
-    EXPECT_EQ(session_.INI.Section(), QStringLiteral("Profiles"));
+    EXPECT_EQ(session_.INI.File(), folder_.filePath(u"global.ini"_s));
+    EXPECT_EQ(session_.INI.Section(), u"Profiles"_s);
     EXPECT_FALSE(QFile::exists(session_.INI.File())) << "loading alone writes nothing";
 }
 
@@ -34,15 +35,14 @@ TEST_F(frmProfileTest, WithoutProfilesOnlyNewWorks) {
     Load();
     EXPECT_TRUE(QFileInfo(session_.ProfilesFolder()).isDir()) << "the profiles folder is made";
     EXPECT_EQ(Listed(), QStringList());
-    EXPECT_EQ(Enabled(), QStringList{QStringLiteral("cmdProfileNew")});
+    EXPECT_EQ(Enabled(), QStringList{u"cmdProfileNew"_s});
 }
 
 TEST_F(frmProfileTest, ListsFoldersAndSkipsFiles) {
-    MakeProfiles({QStringLiteral("beta"), QStringLiteral("Alpha"), QStringLiteral(".hidden")});
-    WriteFile(folder_.filePath(QStringLiteral("profiles/ErrorLog.txt")), "x");
+    MakeProfiles({u"beta"_s, u"Alpha"_s, u".hidden"_s});
+    WriteFile(folder_.filePath(u"profiles/ErrorLog.txt"_s), "x");
     Load();
-    EXPECT_EQ(Listed(),
-              (QStringList{QStringLiteral(".hidden"), QStringLiteral("Alpha"), QStringLiteral("beta")}));
+    EXPECT_EQ(Listed(), (QStringList{u".hidden"_s, u"Alpha"_s, u"beta"_s}));
     EXPECT_EQ(Enabled(), kAllEnabled);
 }
 
@@ -50,45 +50,45 @@ TEST_F(frmProfileTest, RememberedPositionIsSelected) {
     MakeProfiles(kThree);
     WriteGlobalIni("0", "2");
     Load();
-    EXPECT_EQ(Selected(), QStringLiteral("Gamma"));
+    EXPECT_EQ(Selected(), u"Gamma"_s);
 }
 
 TEST_F(frmProfileTest, RememberedPositionIsAPositionAndNotAName) {
     MakeProfiles(kThree);
     WriteGlobalIni("0", "1");
-    MakeProfiles({QStringLiteral("Aardvark")});
+    MakeProfiles({u"Aardvark"_s});
     Load();
-    EXPECT_EQ(Selected(), QStringLiteral("Alpha"));
+    EXPECT_EQ(Selected(), u"Alpha"_s);
 }
 
 TEST_F(frmProfileTest, PositionBeyondTheListSelectsTheFirst) {
     MakeProfiles(kThree);
     WriteGlobalIni("0", "5");
     Load();
-    EXPECT_EQ(Selected(), QStringLiteral("Alpha"));
+    EXPECT_EQ(Selected(), u"Alpha"_s);
 }
 
 TEST_F(frmProfileTest, PositionEqualToTheCountSelectsTheFirst) {
     MakeProfiles(kThree);
     WriteGlobalIni("0", "3");
     Load();
-    EXPECT_EQ(Selected(), QStringLiteral("Alpha"));
+    EXPECT_EQ(Selected(), u"Alpha"_s);
 }
 
 TEST_F(frmProfileTest, NegativePositionSelectsTheFirst) {
     MakeProfiles(kThree);
     WriteGlobalIni("0", "-1");
     Load();
-    EXPECT_EQ(Selected(), QStringLiteral("Alpha"));
+    EXPECT_EQ(Selected(), u"Alpha"_s);
 }
 
 TEST_F(frmProfileTest, PositionThatIsNoNumberIsReported) {
     MakeProfiles(kThree);
     WriteGlobalIni("0", "first");
     Load();
-    EXPECT_EQ(BoxTitles(), QStringList{QStringLiteral("varlo-pro Error 13 in Profile.Load")});
+    EXPECT_EQ(BoxTitles(), QStringList{u"varlo-pro Error 13 in Profile.Load"_s});
     EXPECT_EQ(Listed(), kThree);
-    EXPECT_EQ(ReadFile(folder_.filePath(QStringLiteral("global.ini"))),
+    EXPECT_EQ(ReadFile(folder_.filePath(u"global.ini"_s)),
               QByteArray("[Profiles]\r\nAutoStart=0\r\nProfileCurrent=first\r\n"));
 }
 
@@ -98,16 +98,15 @@ TEST_F(frmProfileTest, UnreadablePositionNeverOpensAnyProfileByItself) {
     Start();
     EXPECT_EQ(opened_, 0);
     EXPECT_TRUE(window_->isVisible());
-    EXPECT_EQ(BoxTitles(), (QStringList{QStringLiteral("varlo-pro Error 13 in Profile.Load"),
-                                        QStringLiteral("Varlo Pro Error")}));
-    EXPECT_EQ(Selected(), QStringLiteral("Alpha"));
+    EXPECT_EQ(BoxTitles(), (QStringList{u"varlo-pro Error 13 in Profile.Load"_s, u"Varlo Pro Error"_s}));
+    EXPECT_EQ(Selected(), u"Alpha"_s);
 }
 
 TEST_F(frmProfileTest, ProfilesFolderThatCannotBeMadeIsReported) {
-    WriteFile(folder_.filePath(QStringLiteral("file")), "x");
-    Session inFile(folder_.filePath(QStringLiteral("file/program")), boxes_);
+    WriteFile(folder_.filePath(u"file"_s), "x");
+    Session inFile(folder_.filePath(u"file/program"_s), boxes_);
     const frmProfile window(inFile, {});
-    EXPECT_EQ(BoxTitles(), QStringList{QStringLiteral("varlo-pro Error 76 in Profile.Load")});
+    EXPECT_EQ(BoxTitles(), QStringList{u"varlo-pro Error 76 in Profile.Load"_s});
 }
 
 TEST_F(frmProfileTest, AutoStartIsShownInTheCheckBox) {
@@ -132,32 +131,32 @@ TEST_F(frmProfileTest, StartShowsTheManagerByDefault) {
 TEST_F(frmProfileTest, AutoStartOpensTheRememberedProfileWithoutShowing) {
     MakeProfiles(kThree);
     WriteGlobalIni("1", "1");
-    Start({QStringLiteral("--other")});
+    Start({u"--other"_s});
     EXPECT_FALSE(window_->isVisible());
     EXPECT_EQ(opened_, 1);
-    EXPECT_EQ(session_.ProfilePath, folder_.filePath(QStringLiteral("profiles/Beta")));
+    EXPECT_EQ(session_.ProfilePath, folder_.filePath(u"profiles/Beta"_s));
 }
 
 TEST_F(frmProfileTest, ProfileSwitchShowsTheManagerInSpiteOfAutoStart) {
     MakeProfiles(kThree);
     WriteGlobalIni("1", "1");
-    Start({QStringLiteral("--other"), QStringLiteral("/profile")});
+    Start({u"--other"_s, u"/profile"_s});
     EXPECT_TRUE(window_->isVisible());
     EXPECT_EQ(opened_, 0);
-    EXPECT_EQ(Selected(), QStringLiteral("Beta"));
+    EXPECT_EQ(Selected(), u"Beta"_s);
 }
 
 TEST_F(frmProfileTest, ProfileSwitchIsFoundAnywhere) {
     MakeProfiles(kThree);
     WriteGlobalIni("1", "1");
-    Start({QStringLiteral("x=/profiles")});
+    Start({u"x=/profiles"_s});
     EXPECT_EQ(opened_, 0);
 }
 
 TEST_F(frmProfileTest, ProfileSwitchInCapitalsIsNotFound) {
     MakeProfiles(kThree);
     WriteGlobalIni("1", "1");
-    Start({QStringLiteral("/PROFILE")});
+    Start({u"/PROFILE"_s});
     EXPECT_EQ(opened_, 1);
 }
 
@@ -168,7 +167,7 @@ TEST_F(frmProfileTest, GoOpensTheSelectedProfile) {
     Find<QCheckBox>("chkAutoStart")->setChecked(true);
     Click("cmdGo");
     EXPECT_EQ(opened_, 1);
-    EXPECT_EQ(session_.ProfilePath, folder_.filePath(QStringLiteral("profiles/Gamma")));
+    EXPECT_EQ(session_.ProfilePath, folder_.filePath(u"profiles/Gamma"_s));
     EXPECT_EQ(iniAtOpening_, QByteArray("[Profiles]\r\nAutoStart=1\r\nProfileCurrent=2\r\n"))
         << "the choice is stored before the main window loads";
     EXPECT_FALSE(window_->isVisible());
@@ -201,13 +200,13 @@ TEST_F(frmProfileTest, VanishedProfileIsReportedAndNothingWritten) {
     MakeProfiles(kThree);
     Start();
     List()->setCurrentIndex(2);
-    ASSERT_TRUE(QDir().rmdir(folder_.filePath(QStringLiteral("profiles/Gamma"))));
+    ASSERT_TRUE(QDir().rmdir(folder_.filePath(u"profiles/Gamma"_s)));
     Click("cmdGo");
-    EXPECT_EQ(boxes_.Shown, (std::vector<ShownBox>{{QStringLiteral("Varlo Pro Error"), kNotFound,
-                                                    BoxButtons::Ok, BoxIcon::Critical}}));
+    EXPECT_EQ(boxes_.Shown,
+              (std::vector<ShownBox>{{u"Varlo Pro Error"_s, kNotFound, BoxButtons::Ok, BoxIcon::Critical}}));
     EXPECT_EQ(opened_, 0);
-    EXPECT_EQ(Listed(), (QStringList{QStringLiteral("Alpha"), QStringLiteral("Beta")}));
-    EXPECT_EQ(Selected(), QStringLiteral("Alpha"));
+    EXPECT_EQ(Listed(), (QStringList{u"Alpha"_s, u"Beta"_s}));
+    EXPECT_EQ(Selected(), u"Alpha"_s);
     EXPECT_EQ(GlobalIni(), QByteArray());
 }
 
@@ -215,14 +214,14 @@ TEST_F(frmProfileTest, VanishedProfileWithAutoStartShowsTheWindow) {
     MakeProfiles(kThree);
     WriteGlobalIni("1", "1");
     Load();
-    ASSERT_TRUE(QDir().rmdir(folder_.filePath(QStringLiteral("profiles/Beta"))));
+    ASSERT_TRUE(QDir().rmdir(folder_.filePath(u"profiles/Beta"_s)));
     bool wasVisible = false;
     boxes_.OnBox = [&](const QString &) { wasVisible = window_->isVisible(); };
     window_->CheckAutoStart();
     EXPECT_TRUE(wasVisible) << "the message stands over the window";
     EXPECT_EQ(boxes_.Texts(), QStringList{kNotFound});
     EXPECT_TRUE(window_->isVisible());
-    EXPECT_EQ(Selected(), QStringLiteral("Alpha"));
+    EXPECT_EQ(Selected(), u"Alpha"_s);
     EXPECT_EQ(GlobalIni(), QByteArray("[Profiles]\r\nAutoStart=1\r\nProfileCurrent=1\r\n"));
 }
 
@@ -232,20 +231,20 @@ TEST_F(frmProfileTest, AutoStartWithoutAnyProfileShowsTheWindow) {
     EXPECT_EQ(boxes_.Texts(), QStringList{kNotFound});
     EXPECT_TRUE(window_->isVisible());
     EXPECT_EQ(opened_, 0);
-    EXPECT_EQ(Enabled(), QStringList{QStringLiteral("cmdProfileNew")});
+    EXPECT_EQ(Enabled(), QStringList{u"cmdProfileNew"_s});
 }
 
 TEST_F(frmProfileTest, MarkupInANameIsShownAsItStands) {
-    MakeProfiles({QStringLiteral("<b>x")});
+    MakeProfiles({u"<b>x"_s});
     Load();
-    EXPECT_EQ(Listed(), QStringList{QStringLiteral("<b>x")});
+    EXPECT_EQ(Listed(), QStringList{u"<b>x"_s});
     boxes_.Answers = {BoxAnswer::No};
     Click("cmdProfileDelete");
-    EXPECT_TRUE(boxes_.Texts().first().endsWith(QStringLiteral("[<b>x]?")));
+    EXPECT_TRUE(boxes_.Texts().first().endsWith(u"[<b>x]?"_s));
 }
 
 TEST_F(frmProfileTest, LongestNameDoesNotWidenTheWindow) {
-    MakeProfiles({QStringLiteral("a")});
+    MakeProfiles({u"a"_s});
     Load();
     const int width = window_->sizeHint().width();
     MakeProfiles({QString(255, u'W')});

@@ -1,5 +1,6 @@
 #include "compose/AttachmentList.h"
 
+#include "core/Literals.h"
 #include "core/RuntimeError.h"
 #include "support/TestProfile.h"
 
@@ -18,7 +19,7 @@ protected:
     QString Summary(const QList<int> &sizes) {
         QStringList paths;
         for (int size : sizes)
-            paths << File(QStringLiteral("file%1").arg(paths.size()), size);
+            paths << File(u"file%1"_s.arg(paths.size()), size);
         return AttachmentSummary(paths);
     }
 

@@ -5,6 +5,7 @@
 #include "compose/MessageEdit.h"
 #include "compose/WindowHelpers.h"
 #include "compose/frmCompose.h"
+#include "core/Literals.h"
 #include "core/StatusLabel.h"
 #include "support/FakeSmtp.h"
 #include "support/TestProfile.h"
@@ -36,10 +37,10 @@ protected:
     ~ComposeFixture() override { delete window; }
 
     void List(const QString &name, const QByteArray &bytes) {
-        profile.Write(QStringLiteral("lists/") + name + QStringLiteral(".vlo"), bytes);
+        profile.Write(u"lists/"_s + name + u".vlo"_s, bytes);
         host.Names << name;
     }
-    void Ini(const QByteArray &text) { profile.Write(QStringLiteral("prefs.ini"), text); }
+    void Ini(const QByteArray &text) { profile.Write(u"prefs.ini"_s, text); }
 
     void Open() {
         window = new frmCompose(profile.session, host);
@@ -71,14 +72,14 @@ protected:
 
     // Everything that a message needs before it can be sent.
     void Prepare(const QByteArray &addresses) {
-        profile.session.Prefs.SMTPServer = QStringLiteral("mail.example.org");
-        profile.session.Prefs.SMTPFrom = QStringLiteral("Ann Editor");
-        profile.session.Prefs.SMTPEmail = QStringLiteral("ann@example.org");
-        List(QStringLiteral("news"), addresses);
-        host.Current = QStringLiteral("news");
+        profile.session.Prefs.SMTPServer = u"mail.example.org"_s;
+        profile.session.Prefs.SMTPFrom = u"Ann Editor"_s;
+        profile.session.Prefs.SMTPEmail = u"ann@example.org"_s;
+        List(u"news"_s, addresses);
+        host.Current = u"news"_s;
         Open();
-        Subject()->setText(QStringLiteral("News"));
-        Body()->SetText(QStringLiteral("Hello."));
+        Subject()->setText(u"News"_s);
+        Body()->SetText(u"Hello."_s);
     }
 
     TestProfile profile;

@@ -1,5 +1,6 @@
 #include "compose/Draft.h"
 
+#include "core/Literals.h"
 #include "core/RuntimeError.h"
 #include "support/TestProfile.h"
 
@@ -61,15 +62,15 @@ TEST_F(DraftTest, AnEmptyFileIsAnEmptyDraft) {
 TEST_F(DraftTest, InWindows1252KeepsEveryByte) {
     EXPECT_EQ(Opened("Gr\xFC\xDF"
                      "e\r\n10 \x80 \x96 \x81\r\n"),
-              (Draft{QStringLiteral("Gr\u00FC\u00DFe"), QStringLiteral("10 \u20AC \u2013 \u0081")}));
+              (Draft{u"Gr\u00FC\u00DFe"_s, u"10 \u20AC \u2013 \u0081"_s}));
 }
 
 TEST_F(DraftTest, IsWrittenInUtf8WithoutAByteOrderMark) {
-    EXPECT_EQ(Saved({QStringLiteral("\u20AC"), QStringLiteral("\u00FC")}), "\xE2\x82\xAC\r\n\xC3\xBC\r\n");
+    EXPECT_EQ(Saved({u"\u20AC"_s, u"\u00FC"_s}), "\xE2\x82\xAC\r\n\xC3\xBC\r\n");
 }
 
 TEST_F(DraftTest, OfAMegabyteComesBackWhole) {
-    const Draft draft{"large", QStringLiteral("0123456789abcd\r\n").repeated(65536)};
+    const Draft draft{"large", u"0123456789abcd\r\n"_s.repeated(65536)};
     EXPECT_EQ(Opened(Saved(draft)), draft);
 }
 

@@ -1,5 +1,6 @@
 #include "compose/DuplicateCheck.h"
 
+#include "core/Literals.h"
 #include "support/Printers.h"
 
 #include <QStringList>
@@ -30,34 +31,30 @@ void ExpectAgreement(const QStringList &recipients) {
 }
 
 TEST(DuplicateCheckTest, LetterCaseMakesNoDifference) {
-    ExpectAgreement({QStringLiteral("ann@example.org"), QStringLiteral("ANN@Example.ORG"),
-                     QStringLiteral("ann@example.org")});
+    ExpectAgreement({u"ann@example.org"_s, u"ANN@Example.ORG"_s, u"ann@example.org"_s});
 }
 
 TEST(DuplicateCheckTest, ATrailingBlankMakesAnother) {
     DuplicateCheck check;
-    EXPECT_TRUE(check.IsNew(QStringLiteral("ann@example.org")));
-    EXPECT_TRUE(check.IsNew(QStringLiteral("ann@example.org ")));
-    EXPECT_TRUE(check.IsNew(QStringLiteral("\"Ann\" <ann@example.org>")));
+    EXPECT_TRUE(check.IsNew(u"ann@example.org"_s));
+    EXPECT_TRUE(check.IsNew(u"ann@example.org "_s));
+    EXPECT_TRUE(check.IsNew(u"\"Ann\" <ann@example.org>"_s));
     EXPECT_EQ(check.Count(), 0);
 }
 
 TEST(DuplicateCheckTest, ASecondBlankLineIsADuplicateOfTheFirst) {
-    ExpectAgreement({QString(), QStringLiteral(""), QStringLiteral(" "), QString()});
+    ExpectAgreement({QString(), u""_s, u" "_s, QString()});
 }
 
 TEST(DuplicateCheckTest, LowersLettersOutsideAscii) {
-    ExpectAgreement({QStringLiteral("jürgen@example.org"), QStringLiteral("JÜRGEN@example.org"),
-                     QStringLiteral("straße@example.org"), QStringLiteral("STRASSE@example.org"),
-                     QStringLiteral("İ@example.org"), QStringLiteral("i̇@example.org"),
-                     QStringLiteral("Σ@example.org"), QStringLiteral("σ@example.org"),
-                     QStringLiteral("ς@example.org")});
+    ExpectAgreement({u"jürgen@example.org"_s, u"JÜRGEN@example.org"_s, u"straße@example.org"_s,
+                     u"STRASSE@example.org"_s, u"İ@example.org"_s, u"i̇@example.org"_s, u"Σ@example.org"_s,
+                     u"σ@example.org"_s, u"ς@example.org"_s});
 }
 
 TEST(DuplicateCheckTest, AgreesWithASearchOnRandomLists) {
     std::mt19937 random(7);
-    const QStringList pieces{QStringLiteral("a"), QStringLiteral("A"), QStringLiteral("b"),
-                             QStringLiteral("B"), QStringLiteral("@"), QStringLiteral(" ")};
+    const QStringList pieces{u"a"_s, u"A"_s, u"b"_s, u"B"_s, u"@"_s, u" "_s};
     for (int list = 0; list < 50; ++list) {
         QStringList recipients;
         for (int i = 0; i < 200; ++i) {
@@ -71,8 +68,8 @@ TEST(DuplicateCheckTest, AgreesWithASearchOnRandomLists) {
 }
 
 TEST(DuplicateCheckTest, NamesTheAddressAsItStands) {
-    EXPECT_EQ(DuplicateCheck::StatusText(QStringLiteral("Ann@Example.org ")),
-              QStringLiteral("Duplicate recipient [Ann@Example.org ] ignored"));
+    EXPECT_EQ(DuplicateCheck::StatusText(u"Ann@Example.org "_s),
+              u"Duplicate recipient [Ann@Example.org ] ignored"_s);
 }
 
 } // namespace

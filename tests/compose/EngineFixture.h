@@ -2,6 +2,7 @@
 #pragma once
 
 #include "compose/SendEngine.h"
+#include "core/Literals.h"
 #include "smtp/SMTP.h"
 #include "support/Printers.h"
 #include "support/TestProfile.h"
@@ -14,13 +15,13 @@ namespace varlo::test {
 class EngineFixture : public testing::Test {
 protected:
     EngineFixture() {
-        session.Prefs.SMTPServer = QStringLiteral("mail.example.org");
+        session.Prefs.SMTPServer = u"mail.example.org"_s;
         session.Prefs.SMTPPort = 2525;
-        session.Prefs.SMTPFrom = QStringLiteral("Ann Editor");
-        session.Prefs.SMTPEmail = QStringLiteral("ann@example.org");
-        message.ToName = QStringLiteral("Mailing List");
-        message.Subject = QStringLiteral("News");
-        message.Text = QStringLiteral("Hello.");
+        session.Prefs.SMTPFrom = u"Ann Editor"_s;
+        session.Prefs.SMTPEmail = u"ann@example.org"_s;
+        message.ToName = u"Mailing List"_s;
+        message.Subject = u"News"_s;
+        message.Text = u"Hello."_s;
         message.Recipients = Addresses(3);
         QObject::connect(engine.get(), &SendEngine::StatusChanged, &keeper,
                          [this](const QString &text) { statuses << text; });
@@ -36,18 +37,18 @@ protected:
     static QStringList Addresses(int count) {
         QStringList addresses;
         for (int i = 1; i <= count; ++i)
-            addresses << u'a' + QString::number(i) + QStringLiteral("@example.org");
+            addresses << u'a' + QString::number(i) + u"@example.org"_s;
         return addresses;
     }
 
-    QTimer *Timer() const { return engine->findChild<QTimer *>(QStringLiteral("tmrTimeRemaining")); }
+    QTimer *Timer() const { return engine->findChild<QTimer *>(u"tmrTimeRemaining"_s); }
     void Tick() const { QMetaObject::invokeMethod(Timer(), "timeout", Qt::DirectConnection); }
 
     // The errors of the log: number, routine and description.
     QStringList Errors() const {
         QStringList errors;
-        for (const QString &line : profile.Log(QStringLiteral("ErrorLog.txt")))
-            errors << line.mid(line.indexOf(QStringLiteral("Error ")) + 6);
+        for (const QString &line : profile.Log(u"ErrorLog.txt"_s))
+            errors << line.mid(line.indexOf(u"Error "_s) + 6);
         return errors;
     }
 

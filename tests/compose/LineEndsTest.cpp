@@ -1,26 +1,27 @@
 #include "compose/LineEnds.h"
 
+#include "core/Literals.h"
+
 #include <gtest/gtest.h>
 
 namespace varlo {
 namespace {
 
 TEST(LineEnds, ParagraphsOfADocumentEndWithCrLf) {
-    EXPECT_EQ(WithCrLf(QStringLiteral("a\u2029\u2029b\u2028c")), "a\r\n\r\nb\r\nc");
+    EXPECT_EQ(WithCrLf(u"a\u2029\u2029b\u2028c"_s), "a\r\n\r\nb\r\nc");
 }
 
 TEST(LineEnds, NoBreakSpacesStay) {
-    EXPECT_EQ(WithCrLf(QStringLiteral("a\u00A0b")), QStringLiteral("a\u00A0b"));
+    EXPECT_EQ(WithCrLf(u"a\u00A0b"_s), u"a\u00A0b"_s);
 }
 
 TEST(LineEnds, TheClipboardGetsLineFeeds) {
-    EXPECT_EQ(WithLineFeeds(QStringLiteral("a\u2029b\u2028c")), "a\nb\nc");
+    EXPECT_EQ(WithLineFeeds(u"a\u2029b\u2028c"_s), "a\nb\nc");
 }
 
 TEST(LineEnds, EveryBreakOpensOneParagraph) {
-    EXPECT_EQ(WithParagraphs("a\r\nb\nc\rd\r\r\n\n"),
-              QStringLiteral("a\u2029b\u2029c\u2029d\u2029\u2029\u2029"));
-    EXPECT_EQ(WithParagraphs("\r"), QStringLiteral("\u2029"));
+    EXPECT_EQ(WithParagraphs("a\r\nb\nc\rd\r\r\n\n"), u"a\u2029b\u2029c\u2029d\u2029\u2029\u2029"_s);
+    EXPECT_EQ(WithParagraphs("\r"), u"\u2029"_s);
 }
 
 TEST(LineEnds, ABreakCountsOnceInADocument) {
@@ -34,7 +35,7 @@ TEST(LineEnds, APositionInsideABreakIsTheOneBeforeIt) {
 }
 
 TEST(LineEnds, EveryKindOfBreakBecomesOneBlank) {
-    EXPECT_EQ(OnOneLine(QStringLiteral("a\r\nb\nc\rd\u2028e\u2029f")), "a b c d e f");
+    EXPECT_EQ(OnOneLine(u"a\r\nb\nc\rd\u2028e\u2029f"_s), "a b c d e f");
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 #include "compose/MessageEdit.h"
 
 #include "compose/WindowHelpers.h"
+#include "core/Literals.h"
 
 #include <QClipboard>
 #include <QFontInfo>
@@ -36,8 +37,8 @@ TEST_F(MessageEditTest, TextsHaveCrLfOutsideTheWidget) {
 }
 
 TEST_F(MessageEditTest, NoBreakSpacesAndTabsStayWhatTheyAre) {
-    edit.SetText(QStringLiteral("a\u00A0b\tc"));
-    EXPECT_EQ(edit.Text(), QStringLiteral("a\u00A0b\tc"));
+    edit.SetText(u"a\u00A0b\tc"_s);
+    EXPECT_EQ(edit.Text(), u"a\u00A0b\tc"_s);
 }
 
 TEST_F(MessageEditTest, IsWrittenInCourierNewOrAnotherFixedPitchFont) {

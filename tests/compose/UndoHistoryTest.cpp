@@ -1,5 +1,6 @@
 #include "compose/UndoHistory.h"
 
+#include "core/Literals.h"
 #include "core/RuntimeError.h"
 
 #include <QRandomGenerator>
@@ -10,7 +11,7 @@
 namespace varlo {
 namespace {
 
-const QString kNoState = QStringLiteral("smeebux");
+const QString kNoState = u"smeebux"_s;
 
 QStringList Slots(const UndoHistory &history, int first, int last = UndoHistory::kNewest) {
     QStringList texts;

@@ -1,5 +1,7 @@
 #include "compose/WordBoundary.h"
 
+#include "core/Literals.h"
+
 #include <gtest/gtest.h>
 
 namespace varlo {
@@ -52,7 +54,7 @@ TEST(WordBoundary, AnApostropheBelongsToItsWord) {
 }
 
 TEST(WordBoundary, AccentsAndCharactersOfTwoUnitsStayWhole) {
-    EXPECT_EQ(Left(QStringLiteral("a cafe\u0301")), "a ");
+    EXPECT_EQ(Left(u"a cafe\u0301"_s), "a ");
     EXPECT_EQ(Left(QString::fromUtf8("a \xF0\x9F\x98\x80")), "a ");
 }
 

@@ -2,6 +2,7 @@
 
 #include "compose/AttachmentBox.h"
 #include "compose/WindowHelpers.h"
+#include "core/Literals.h"
 #include "support/TestProfile.h"
 
 #include <QLabel>
@@ -12,7 +13,7 @@
 namespace varlo {
 namespace {
 
-const QString kToolTip = QStringLiteral("Add and remove files to be sent as attachments with your e-mail");
+const QString kToolTip = u"Add and remove files to be sent as attachments with your e-mail"_s;
 
 class frmAttachTest : public testing::Test {
 protected:

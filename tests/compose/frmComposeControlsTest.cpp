@@ -1,6 +1,7 @@
 // The controls of the compose window: texts, menus, order of the focus, names for screen readers.
 
 #include "compose/ComposeFixture.h"
+#include "core/Literals.h"
 
 #include <QMenu>
 #include <QMenuBar>
@@ -15,7 +16,7 @@ protected:
     QStringList Entries(const char *menu) const {
         QStringList entries;
         for (const QAction *entry : Find<QMenu>(menu)->actions())
-            entries << (entry->isSeparator() ? QStringLiteral("-") : entry->text());
+            entries << (entry->isSeparator() ? u"-"_s : entry->text());
         return entries;
     }
 };

@@ -3,6 +3,7 @@
 #include "compose/ComposeFixture.h"
 #include "compose/frmAttach.h"
 #include "compose/frmCompRecip.h"
+#include "core/Literals.h"
 
 #include <QClipboard>
 #include <QListWidget>
@@ -253,7 +254,7 @@ TEST_F(frmComposeTest, ADraftThatCannotBeReadChangesNothing) {
 
 TEST_F(frmComposeTest, AMegabyteDraftComesBackWhole) {
     Open();
-    const QString body = QStringLiteral("0123456789abcd\r\n").repeated(65536);
+    const QString body = u"0123456789abcd\r\n"_s.repeated(65536);
     Body()->SetText(body);
     Choose("mnuMessageSave");
     Choose("mnuMessageClearAll");

@@ -1,5 +1,6 @@
 #include "core/Buttons.h"
 
+#include "core/Literals.h"
 #include "support/Printers.h"
 
 #include <QDialog>
@@ -11,19 +12,18 @@ namespace varlo {
 
 TEST(ButtonsTest, ButtonHasWhatIsGiven) {
     QWidget window;
-    const QPushButton *button =
-        NewButton(&window, "cmdSave", QStringLiteral("&Save"), QStringLiteral("Save it"), u"save");
+    const QPushButton *button = NewButton(&window, "cmdSave", u"&Save"_s, u"Save it"_s, u"save");
     EXPECT_EQ(button->parent(), &window);
-    EXPECT_EQ(button->objectName(), QStringLiteral("cmdSave"));
-    EXPECT_EQ(button->text(), QStringLiteral("&Save"));
-    EXPECT_EQ(button->toolTip(), QStringLiteral("Save it"));
+    EXPECT_EQ(button->objectName(), u"cmdSave"_s);
+    EXPECT_EQ(button->text(), u"&Save"_s);
+    EXPECT_EQ(button->toolTip(), u"Save it"_s);
     EXPECT_FALSE(button->icon().isNull());
 }
 
 TEST(ButtonsTest, EnterBelongsToTheDefaultButtonWhereverTheFocusIs) {
     QDialog window;
-    QPushButton *focused = NewButton(&window, "cmdOther", QStringLiteral("Other"));
-    QPushButton *ok = NewButton(&window, "cmdOK", QStringLiteral("OK"));
+    QPushButton *focused = NewButton(&window, "cmdOther", u"Other"_s);
+    QPushButton *ok = NewButton(&window, "cmdOK", u"OK"_s);
     ok->setDefault(true);
     QString clicked;
     for (QPushButton *button : {focused, ok})
@@ -32,7 +32,7 @@ TEST(ButtonsTest, EnterBelongsToTheDefaultButtonWhereverTheFocusIs) {
     window.show();
     focused->setFocus();
     QTest::keyClick(focused, Qt::Key_Return);
-    EXPECT_EQ(clicked, QStringLiteral("cmdOK"));
+    EXPECT_EQ(clicked, u"cmdOK"_s);
     EXPECT_TRUE(focused->icon().isNull());
 }
 

@@ -1,18 +1,15 @@
 #include "core/Icons.h"
 
+#include "core/Literals.h"
 #include "support/Printers.h"
 
 namespace varlo::test {
 namespace {
 
-const QStringList kToolNames{
-    QStringLiteral("new"),       QStringLiteral("rename"),  QStringLiteral("delete"),
-    QStringLiteral("save"),      QStringLiteral("search"),  QStringLiteral("sort"),
-    QStringLiteral("edit"),      QStringLiteral("swap"),    QStringLiteral("clipboard"),
-    QStringLiteral("mailbox"),   QStringLiteral("add"),     QStringLiteral("remove"),
-    QStringLiteral("validate"),  QStringLiteral("process"), QStringLiteral("attach"),
-    QStringLiteral("signature"), QStringLiteral("send"),    QStringLiteral("draft-open"),
-    QStringLiteral("draft-save")};
+const QStringList kToolNames{u"new"_s,       u"rename"_s, u"delete"_s,     u"save"_s,      u"search"_s,
+                             u"sort"_s,      u"edit"_s,   u"swap"_s,       u"clipboard"_s, u"mailbox"_s,
+                             u"add"_s,       u"remove"_s, u"validate"_s,   u"process"_s,   u"attach"_s,
+                             u"signature"_s, u"send"_s,   u"draft-open"_s, u"draft-save"_s};
 
 struct IconsTest : testing::Test {
     QPalette Before = QApplication::palette();
@@ -79,15 +76,15 @@ TEST_F(IconsTest, DisabledIconIsPaler) {
                 alpha = qMax(alpha, qAlpha(picture.pixel(x, y)));
         return alpha;
     };
-    EXPECT_EQ(strongest(Drawn(QStringLiteral("save"))), 255);
-    EXPECT_LT(strongest(Drawn(QStringLiteral("save"), QIcon::Disabled)), 160);
+    EXPECT_EQ(strongest(Drawn(u"save"_s)), 255);
+    EXPECT_LT(strongest(Drawn(u"save"_s, QIcon::Disabled)), 160);
 }
 
 TEST_F(IconsTest, ProgramIconKeepsItsColours) {
     SetTheme(false);
-    const QImage light = Drawn(QStringLiteral("varlo-pro"));
+    const QImage light = Drawn(u"varlo-pro"_s);
     SetTheme(true);
-    EXPECT_EQ(Drawn(QStringLiteral("varlo-pro")), light);
+    EXPECT_EQ(Drawn(u"varlo-pro"_s), light);
     EXPECT_TRUE(HasOpaque(light, QColor(0xff, 0xff, 0xff)));
 }
 
@@ -112,7 +109,7 @@ TEST_F(IconsTest, SheetShowsEveryIconInBothThemes) {
         const int top = dark ? 110 : 0;
         painter.fillRect(0, top, sheet.width(), 110, QApplication::palette().window());
         int x = 20;
-        for (const QString &name : kToolNames + QStringList(QStringLiteral("varlo-pro"))) {
+        for (const QString &name : kToolNames + QStringList(u"varlo-pro"_s)) {
             painter.drawPixmap(x, top + 10, Icon(name).pixmap(QSize(16, 16), 1.0));
             painter.drawPixmap(x + 22, top + 10, Icon(name).pixmap(QSize(16, 16), 1.0, QIcon::Disabled));
             painter.drawPixmap(x, top + 40, Icon(name).pixmap(QSize(48, 48), 1.0));
@@ -124,7 +121,7 @@ TEST_F(IconsTest, SheetShowsEveryIconInBothThemes) {
     EXPECT_GT(qGray(sheet.pixel(1, 1)), 200);
     const QString folder = qEnvironmentVariable("VARLO_PICTURES");
     if (!folder.isEmpty()) {
-        EXPECT_TRUE(sheet.save(QDir(folder).filePath(QStringLiteral("icons.png"))));
+        EXPECT_TRUE(sheet.save(QDir(folder).filePath(u"icons.png"_s)));
     }
 }
 

@@ -1,5 +1,7 @@
 #include "core/IniText.h"
 
+#include "core/Literals.h"
+
 #include <gtest/gtest.h>
 
 namespace varlo::test {
@@ -11,14 +13,14 @@ QString Text(const char *text) {
 
 // The value as the operator's program reads it; "(none)" when there is no such key.
 QString Found(const QString &text, const char *section, const char *key) {
-    return IniText::Find(text, Text(section), Text(key)).value_or(QStringLiteral("(none)"));
+    return IniText::Find(text, Text(section), Text(key)).value_or(u"(none)"_s);
 }
 
 QString With(const char *text, const char *section, const char *key, const char *value) {
     return IniText::WithValue(Text(text), Text(section), Text(key), Text(value));
 }
 
-const QString kNone = QStringLiteral("(none)");
+const QString kNone = u"(none)"_s;
 
 TEST(IniTextFind, FindsAKeyInItsSection) {
     const QString text = Text("[A]\r\nx=1\r\n[B]\r\nx=2\r\ny=3\r\n");

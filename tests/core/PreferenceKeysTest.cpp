@@ -1,5 +1,6 @@
 #include "core/PreferenceKeys.h"
 
+#include "core/Literals.h"
 #include "core/RuntimeError.h"
 #include "core/TextFile.h"
 
@@ -20,9 +21,9 @@ template<typename Statement> int ErrorOf(Statement statement) {
 
 QString Row(const PreferenceKey &key) {
     const char *types[] = {"text", "16-bit", "32-bit", "truth"};
-    return QStringLiteral("%1/%2 %3 [%4]")
-        .arg(QString::fromLatin1(key.Section), QString::fromLatin1(key.Key),
-             QString::fromLatin1(types[static_cast<int>(key.Type)]), QString::fromLatin1(key.Default));
+    return u"%1/%2 %3 [%4]"_s.arg(QString::fromLatin1(key.Section), QString::fromLatin1(key.Key),
+                                  QString::fromLatin1(types[static_cast<int>(key.Type)]),
+                                  QString::fromLatin1(key.Default));
 }
 
 class PreferenceKeysTest : public testing::Test {
@@ -31,7 +32,7 @@ protected:
     void Put(const QByteArray &bytes) { WriteFile(path_, bytes); }
 
     QTemporaryDir folder_;
-    QString path_ = folder_.filePath(QStringLiteral("prefs.ini"));
+    QString path_ = folder_.filePath(u"prefs.ini"_s);
     clsINIFile ini_;
 };
 
@@ -40,36 +41,35 @@ TEST_F(PreferenceKeysTest, TableIsWhole) {
     for (const PreferenceKey &key : AllPreferenceKeys())
         rows << Row(key);
     const QStringList expected{
-        QStringLiteral("General/Notify 32-bit [0]"),
-        QStringLiteral("General/LogStatus 32-bit [1]"),
-        QStringLiteral("Main/LogStatus 32-bit [1]"),
-        QStringLiteral("General/LogEmails 32-bit [1]"),
-        QStringLiteral("SMTP/SMTPServer text []"),
-        QStringLiteral("SMTP/SMTPPort 16-bit [25]"),
-        QStringLiteral("SMTP/SMTPFrom text []"),
-        QStringLiteral("SMTP/SMTPEmail text []"),
-        QStringLiteral("SMTP/SMTPWrap 16-bit [72]"),
-        QStringLiteral("POP3/POPServer text []"),
-        QStringLiteral("POP3/POPPort text [110]"),
-        QStringLiteral("POP3/POPUsername text []"),
-        QStringLiteral("POP3/POPPassword text []"),
-        QStringLiteral("POP3/POPDeleteAll 32-bit [0]"),
-        QStringLiteral("Notify/SubSubject text [Mailing list subscription notification]"),
-        QStringLiteral("Notify/SubBody text [Your e-mail address has been subscribed to our mailing list.]"),
-        QStringLiteral("Notify/UnsubSubject text [Mailing list unsubscription notification]"),
-        QStringLiteral(
-            "Notify/UnsubBody text [Your e-mail address has been unsubscribed from our mailing list.]"),
-        QStringLiteral("Signature/Text text []"),
-        QStringLiteral("Signature/AutoAdd 32-bit [1]"),
-        QStringLiteral("Signature/AutoAdd 32-bit [0]"),
-        QStringLiteral("Main/AlwaysOnTop truth [False]"),
-        QStringLiteral("Main/BypassPending 32-bit [0]"),
-        QStringLiteral("Main/ListCurrent 16-bit [0]"),
-        QStringLiteral("Main/ListSortBy 32-bit [1]"),
+        u"General/Notify 32-bit [0]"_s,
+        u"General/LogStatus 32-bit [1]"_s,
+        u"Main/LogStatus 32-bit [1]"_s,
+        u"General/LogEmails 32-bit [1]"_s,
+        u"SMTP/SMTPServer text []"_s,
+        u"SMTP/SMTPPort 16-bit [25]"_s,
+        u"SMTP/SMTPFrom text []"_s,
+        u"SMTP/SMTPEmail text []"_s,
+        u"SMTP/SMTPWrap 16-bit [72]"_s,
+        u"POP3/POPServer text []"_s,
+        u"POP3/POPPort text [110]"_s,
+        u"POP3/POPUsername text []"_s,
+        u"POP3/POPPassword text []"_s,
+        u"POP3/POPDeleteAll 32-bit [0]"_s,
+        u"Notify/SubSubject text [Mailing list subscription notification]"_s,
+        u"Notify/SubBody text [Your e-mail address has been subscribed to our mailing list.]"_s,
+        u"Notify/UnsubSubject text [Mailing list unsubscription notification]"_s,
+        u"Notify/UnsubBody text [Your e-mail address has been unsubscribed from our mailing list.]"_s,
+        u"Signature/Text text []"_s,
+        u"Signature/AutoAdd 32-bit [1]"_s,
+        u"Signature/AutoAdd 32-bit [0]"_s,
+        u"Main/AlwaysOnTop truth [False]"_s,
+        u"Main/BypassPending 32-bit [0]"_s,
+        u"Main/ListCurrent 16-bit [0]"_s,
+        u"Main/ListSortBy 32-bit [1]"_s,
     };
     EXPECT_EQ(rows, expected);
-    EXPECT_EQ(Row(GlobalKeys::AutoStart), QStringLiteral("Profiles/AutoStart 32-bit [0]"));
-    EXPECT_EQ(Row(GlobalKeys::ProfileCurrent), QStringLiteral("Profiles/ProfileCurrent 32-bit [0]"));
+    EXPECT_EQ(Row(GlobalKeys::AutoStart), u"Profiles/AutoStart 32-bit [0]"_s);
+    EXPECT_EQ(Row(GlobalKeys::ProfileCurrent), u"Profiles/ProfileCurrent 32-bit [0]"_s);
 }
 
 TEST_F(PreferenceKeysTest, MissingKeysReadAsTheirDefaults) {
@@ -90,9 +90,8 @@ TEST_F(PreferenceKeysTest, EveryKeyReadsBackAsWritten) {
     for (const PreferenceKey &key : AllPreferenceKeys()) {
         switch (key.Type) {
         case ValueType::Text:
-            WriteValue(ini_, key, QStringLiteral("caf\u00E9 = [x]; %1").arg(QString::fromLatin1(key.Key)));
-            EXPECT_EQ(ReadText(ini_, key),
-                      QStringLiteral("caf\u00E9 = [x]; %1").arg(QString::fromLatin1(key.Key)));
+            WriteValue(ini_, key, u"caf\u00E9 = [x]; %1"_s.arg(QString::fromLatin1(key.Key)));
+            EXPECT_EQ(ReadText(ini_, key), u"caf\u00E9 = [x]; %1"_s.arg(QString::fromLatin1(key.Key)));
             break;
         case ValueType::Whole16:
             for (const int number : {-32768, 0, 1, 32767}) {
@@ -118,11 +117,11 @@ TEST_F(PreferenceKeysTest, EveryKeyReadsBackAsWritten) {
 }
 
 TEST_F(PreferenceKeysTest, ReadingAndWritingLeavesTheKeysSection) {
-    ini_.SetSection(QStringLiteral("elsewhere"));
+    ini_.SetSection(u"elsewhere"_s);
     (void)ReadText(ini_, Keys::SMTPServer); // the section it leaves is looked at
-    EXPECT_EQ(ini_.Section(), QStringLiteral("SMTP"));
+    EXPECT_EQ(ini_.Section(), u"SMTP"_s);
     WriteValue(ini_, Keys::AlwaysOnTop, true);
-    EXPECT_EQ(ini_.Section(), QStringLiteral("Main"));
+    EXPECT_EQ(ini_.Section(), u"Main"_s);
 }
 
 TEST_F(PreferenceKeysTest, LogStatusOfTheStartIsAnotherKeyThanThatOfThePreferences) {
@@ -169,17 +168,17 @@ TEST_F(PreferenceKeysTest, TruthIsReadInAnyLetterCaseOrAsANumber) {
 }
 
 TEST(ToNumber, ReadsDecimalText) {
-    EXPECT_EQ(ToNumber(QStringLiteral(" 25 "), ValueType::Whole16), 25);
-    EXPECT_EQ(ToNumber(QStringLiteral("-32768"), ValueType::Whole16), -32768);
-    EXPECT_EQ(ToNumber(QStringLiteral("+7"), ValueType::Whole32), 7);
-    EXPECT_EQ(ToNumber(QStringLiteral("1e3"), ValueType::Whole32), 1000);
+    EXPECT_EQ(ToNumber(u" 25 "_s, ValueType::Whole16), 25);
+    EXPECT_EQ(ToNumber(u"-32768"_s, ValueType::Whole16), -32768);
+    EXPECT_EQ(ToNumber(u"+7"_s, ValueType::Whole32), 7);
+    EXPECT_EQ(ToNumber(u"1e3"_s, ValueType::Whole32), 1000);
 }
 
 TEST(ToNumber, RoundsHalvesToTheEvenNeighbour) {
-    EXPECT_EQ(ToNumber(QStringLiteral("0.5"), ValueType::Whole16), 0);
-    EXPECT_EQ(ToNumber(QStringLiteral("1.5"), ValueType::Whole16), 2);
-    EXPECT_EQ(ToNumber(QStringLiteral("2.5"), ValueType::Whole16), 2);
-    EXPECT_EQ(ToNumber(QStringLiteral("32767.4"), ValueType::Whole16), 32767);
+    EXPECT_EQ(ToNumber(u"0.5"_s, ValueType::Whole16), 0);
+    EXPECT_EQ(ToNumber(u"1.5"_s, ValueType::Whole16), 2);
+    EXPECT_EQ(ToNumber(u"2.5"_s, ValueType::Whole16), 2);
+    EXPECT_EQ(ToNumber(u"32767.4"_s, ValueType::Whole16), 32767);
 }
 
 TEST(ToNumber, RefusesWhatIsNoNumber) {
@@ -195,18 +194,18 @@ TEST(ToNumber, RefusesWhatDoesNotFit) {
     for (const char *text : {"2147483648", "-2147483649", "1e300"})
         EXPECT_EQ(ErrorOf([&] { ToNumber(QString::fromLatin1(text), ValueType::Whole32); }), Overflow)
             << text;
-    EXPECT_EQ(ToNumber(QStringLiteral("32768"), ValueType::Whole32), 32768);
+    EXPECT_EQ(ToNumber(u"32768"_s, ValueType::Whole32), 32768);
 }
 
 TEST(OneLine, MultiLineTextsStandOnOneLine) {
-    EXPECT_EQ(ToOneLine(QStringLiteral("a\r\n\r\nb")), QStringLiteral("a\\n\\nb"));
-    EXPECT_EQ(FromOneLine(QStringLiteral("a\\n\\nb")), QStringLiteral("a\r\n\r\nb"));
+    EXPECT_EQ(ToOneLine(u"a\r\n\r\nb"_s), u"a\\n\\nb"_s);
+    EXPECT_EQ(FromOneLine(u"a\\n\\nb"_s), u"a\r\n\r\nb"_s);
     EXPECT_EQ(ToOneLine(QString()), QString());
-    EXPECT_EQ(FromOneLine(QStringLiteral("plain")), QStringLiteral("plain"));
+    EXPECT_EQ(FromOneLine(u"plain"_s), u"plain"_s);
 }
 
 TEST_F(PreferenceKeysTest, SignatureOfSeveralLinesSurvivesTheFile) {
-    const QString signature = QStringLiteral("-- \r\nVarlo\r\n  tel. 123");
+    const QString signature = u"-- \r\nVarlo\r\n  tel. 123"_s;
     WriteValue(ini_, Keys::SignatureText, ToOneLine(signature));
     EXPECT_EQ(ReadFile(path_), QByteArray("[Signature]\r\nText=-- \\nVarlo\\n  tel. 123\r\n"));
     EXPECT_EQ(FromOneLine(ReadText(ini_, Keys::SignatureText)), signature);

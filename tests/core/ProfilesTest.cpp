@@ -1,5 +1,6 @@
 #include "core/Profiles.h"
 
+#include "core/Literals.h"
 #include "core/RuntimeError.h"
 
 #include <QDir>
@@ -38,14 +39,13 @@ protected:
 TEST_F(ProfilesTest, NamesAreFoldersSortedWithoutRegardToCase) {
     for (const char *name : {"work", "Home", "Zoo", "abc"})
         Make(QString::fromLatin1(name));
-    MakeFile(QStringLiteral("ErrorLog.txt"));
-    EXPECT_EQ(Profiles::Names(folder_.path()), (QStringList{QStringLiteral("abc"), QStringLiteral("Home"),
-                                                            QStringLiteral("work"), QStringLiteral("Zoo")}));
+    MakeFile(u"ErrorLog.txt"_s);
+    EXPECT_EQ(Profiles::Names(folder_.path()), (QStringList{u"abc"_s, u"Home"_s, u"work"_s, u"Zoo"_s}));
 }
 
 TEST_F(ProfilesTest, NamesThatDifferInCaseOnlyKeepOneOrder) {
     // The remembered profile is a position: the order must not depend on which folder was made first.
-    const QStringList names{QStringLiteral("WORK"), QStringLiteral("Work"), QStringLiteral("work")};
+    const QStringList names{u"WORK"_s, u"Work"_s, u"work"_s};
     QStringList order = names;
     do {
         QTemporaryDir folder;
@@ -56,106 +56,101 @@ TEST_F(ProfilesTest, NamesThatDifferInCaseOnlyKeepOneOrder) {
 }
 
 TEST_F(ProfilesTest, MissingFolderHasNoNames) {
-    EXPECT_EQ(Profiles::Names(folder_.filePath(QStringLiteral("none"))), QStringList());
+    EXPECT_EQ(Profiles::Names(folder_.filePath(u"none"_s)), QStringList());
 }
 
 TEST_F(ProfilesTest, CreateMakesAnEmptyFolder) {
-    Profiles::Create(folder_.path(), QStringLiteral(" with blanks "));
-    EXPECT_EQ(Entries(), QStringList{QStringLiteral(" with blanks ")});
+    Profiles::Create(folder_.path(), u" with blanks "_s);
+    EXPECT_EQ(Entries(), QStringList{u" with blanks "_s});
 }
 
 TEST_F(ProfilesTest, CreateRefusesAnExistingFolder) {
-    Make(QStringLiteral("Work"));
-    EXPECT_EQ(ErrorOf([&] { Profiles::Create(folder_.path(), QStringLiteral("Work")); }), PathFileAccess);
+    Make(u"Work"_s);
+    EXPECT_EQ(ErrorOf([&] { Profiles::Create(folder_.path(), u"Work"_s); }), PathFileAccess);
 }
 
 TEST_F(ProfilesTest, CreateRefusesTheNameOfAFile) {
-    MakeFile(QStringLiteral("Work"));
-    EXPECT_EQ(ErrorOf([&] { Profiles::Create(folder_.path(), QStringLiteral("Work")); }), PathFileAccess);
-    EXPECT_EQ(Entries(), QStringList{QStringLiteral("Work")});
+    MakeFile(u"Work"_s);
+    EXPECT_EQ(ErrorOf([&] { Profiles::Create(folder_.path(), u"Work"_s); }), PathFileAccess);
+    EXPECT_EQ(Entries(), QStringList{u"Work"_s});
 }
 
 TEST_F(ProfilesTest, CreateNeedsTheProfilesFolder) {
-    const QString none = folder_.filePath(QStringLiteral("none"));
-    EXPECT_EQ(ErrorOf([&] { Profiles::Create(none, QStringLiteral("Work")); }), PathNotFound);
+    const QString none = folder_.filePath(u"none"_s);
+    EXPECT_EQ(ErrorOf([&] { Profiles::Create(none, u"Work"_s); }), PathNotFound);
 }
 
 TEST_F(ProfilesTest, RenameKeepsTheContents) {
-    Make(QStringLiteral("Work/lists"));
-    Profiles::Rename(folder_.path(), QStringLiteral("Work"), QStringLiteral("Home"));
-    EXPECT_EQ(Entries(), QStringList{QStringLiteral("Home")});
-    EXPECT_TRUE(QFileInfo(folder_.filePath(QStringLiteral("Home/lists"))).isDir());
+    Make(u"Work/lists"_s);
+    Profiles::Rename(folder_.path(), u"Work"_s, u"Home"_s);
+    EXPECT_EQ(Entries(), QStringList{u"Home"_s});
+    EXPECT_TRUE(QFileInfo(folder_.filePath(u"Home/lists"_s)).isDir());
 }
 
 TEST_F(ProfilesTest, RenameToOtherLetterCaseRenames) {
-    Make(QStringLiteral("Work"));
-    Profiles::Rename(folder_.path(), QStringLiteral("Work"), QStringLiteral("work"));
-    EXPECT_EQ(Entries(), QStringList{QStringLiteral("work")});
+    Make(u"Work"_s);
+    Profiles::Rename(folder_.path(), u"Work"_s, u"work"_s);
+    EXPECT_EQ(Entries(), QStringList{u"work"_s});
 }
 
 TEST_F(ProfilesTest, RenameRefusesATakenName) {
-    Make(QStringLiteral("Work"));
-    Make(QStringLiteral("Home")); // empty: the system itself would let a folder replace it
-    EXPECT_EQ(
-        ErrorOf([&] { Profiles::Rename(folder_.path(), QStringLiteral("Work"), QStringLiteral("Home")); }),
-        FileAlreadyExists);
-    EXPECT_EQ(Entries(), (QStringList{QStringLiteral("Home"), QStringLiteral("Work")}));
+    Make(u"Work"_s);
+    Make(u"Home"_s); // empty: the system itself would let a folder replace it
+    EXPECT_EQ(ErrorOf([&] { Profiles::Rename(folder_.path(), u"Work"_s, u"Home"_s); }), FileAlreadyExists);
+    EXPECT_EQ(Entries(), (QStringList{u"Home"_s, u"Work"_s}));
 }
 
 TEST_F(ProfilesTest, RenameOfAVanishedProfileIsRefused) {
-    EXPECT_EQ(
-        ErrorOf([&] { Profiles::Rename(folder_.path(), QStringLiteral("Work"), QStringLiteral("Home")); }),
-        FileNotFound);
+    EXPECT_EQ(ErrorOf([&] { Profiles::Rename(folder_.path(), u"Work"_s, u"Home"_s); }), FileNotFound);
 }
 
 TEST_F(ProfilesTest, RenameWithoutAnOldNameNeverMovesTheProfilesFolder) {
-    Make(QStringLiteral("profiles/Work"));
-    const QString profiles = folder_.filePath(QStringLiteral("profiles"));
+    Make(u"profiles/Work"_s);
+    const QString profiles = folder_.filePath(u"profiles"_s);
     for (const char *name : {"", ".", "..", "../profiles"})
-        EXPECT_EQ(
-            ErrorOf([&] { Profiles::Rename(profiles, QString::fromLatin1(name), QStringLiteral("New")); }),
-            FileNotFound)
+        EXPECT_EQ(ErrorOf([&] { Profiles::Rename(profiles, QString::fromLatin1(name), u"New"_s); }),
+                  FileNotFound)
             << name;
-    EXPECT_TRUE(QFileInfo(folder_.filePath(QStringLiteral("profiles/Work"))).isDir());
+    EXPECT_TRUE(QFileInfo(folder_.filePath(u"profiles/Work"_s)).isDir());
 }
 
 TEST_F(ProfilesTest, DeleteRemovesEverythingBelow) {
-    Make(QStringLiteral("Work/lists/deep"));
-    MakeFile(QStringLiteral("Work/.hidden"));
-    Make(QStringLiteral("Home"));
-    Profiles::Delete(folder_.path(), QStringLiteral("Work"));
-    EXPECT_EQ(Entries(), QStringList{QStringLiteral("Home")});
+    Make(u"Work/lists/deep"_s);
+    MakeFile(u"Work/.hidden"_s);
+    Make(u"Home"_s);
+    Profiles::Delete(folder_.path(), u"Work"_s);
+    EXPECT_EQ(Entries(), QStringList{u"Home"_s});
 }
 
 TEST_F(ProfilesTest, DeleteOfAVanishedProfileGoesUnnoticed) {
-    Make(QStringLiteral("Home"));
-    EXPECT_NO_THROW(Profiles::Delete(folder_.path(), QStringLiteral("Work")));
-    EXPECT_EQ(Entries(), QStringList{QStringLiteral("Home")});
+    Make(u"Home"_s);
+    EXPECT_NO_THROW(Profiles::Delete(folder_.path(), u"Work"_s));
+    EXPECT_EQ(Entries(), QStringList{u"Home"_s});
 }
 
 TEST_F(ProfilesTest, DeleteNeverLeavesTheProfilesFolder) {
-    Make(QStringLiteral("profiles/Work"));
-    Make(QStringLiteral("other"));
-    const QString profiles = folder_.filePath(QStringLiteral("profiles"));
+    Make(u"profiles/Work"_s);
+    Make(u"other"_s);
+    const QString profiles = folder_.filePath(u"profiles"_s);
     for (const char *name : {"", ".", "..", "../other", "/"})
         Profiles::Delete(profiles, QString::fromLatin1(name));
-    EXPECT_TRUE(QFileInfo(folder_.filePath(QStringLiteral("profiles/Work"))).isDir());
-    EXPECT_TRUE(QFileInfo(folder_.filePath(QStringLiteral("other"))).isDir());
+    EXPECT_TRUE(QFileInfo(folder_.filePath(u"profiles/Work"_s)).isDir());
+    EXPECT_TRUE(QFileInfo(folder_.filePath(u"other"_s)).isDir());
 }
 
 TEST_F(ProfilesTest, DeleteRemovesLinksAndNotWhatTheyLeadTo) {
-    Make(QStringLiteral("profiles/Work"));
-    Make(QStringLiteral("outside"));
-    MakeFile(QStringLiteral("outside/kept.vlo"));
-    const QString outside = folder_.filePath(QStringLiteral("outside"));
-    ASSERT_TRUE(QFile::link(outside, folder_.filePath(QStringLiteral("profiles/Work/lists"))));
-    ASSERT_TRUE(QFile::link(outside, folder_.filePath(QStringLiteral("profiles/Linked"))));
-    const QString profiles = folder_.filePath(QStringLiteral("profiles"));
-    Profiles::Delete(profiles, QStringLiteral("Work"));
-    Profiles::Delete(profiles, QStringLiteral("Linked"));
+    Make(u"profiles/Work"_s);
+    Make(u"outside"_s);
+    MakeFile(u"outside/kept.vlo"_s);
+    const QString outside = folder_.filePath(u"outside"_s);
+    ASSERT_TRUE(QFile::link(outside, folder_.filePath(u"profiles/Work/lists"_s)));
+    ASSERT_TRUE(QFile::link(outside, folder_.filePath(u"profiles/Linked"_s)));
+    const QString profiles = folder_.filePath(u"profiles"_s);
+    Profiles::Delete(profiles, u"Work"_s);
+    Profiles::Delete(profiles, u"Linked"_s);
     EXPECT_EQ(QDir(profiles).entryList(QDir::AllEntries | QDir::NoDotAndDotDot | QDir::System),
               QStringList());
-    EXPECT_TRUE(QFile::exists(folder_.filePath(QStringLiteral("outside/kept.vlo"))));
+    EXPECT_TRUE(QFile::exists(folder_.filePath(u"outside/kept.vlo"_s)));
 }
 
 } // namespace

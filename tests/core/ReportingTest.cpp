@@ -1,5 +1,6 @@
 #include "core/Reporting.h"
 
+#include "core/Literals.h"
 #include "core/Product.h"
 #include "core/TextFile.h"
 #include "support/TestProfile.h"
@@ -15,10 +16,9 @@ class ReportingTest : public testing::Test {
 protected:
     // The box that an error of this number, description and routine shows.
     static ShownBox ErrorBox(const char *number, const char *description, const char *routine) {
-        return {QStringLiteral("varlo-pro Error %1 in %2")
-                    .arg(QString::fromLatin1(number), QString::fromLatin1(routine)),
-                QStringLiteral("The following error has occured:\r\n[ %1 ]\rPlease report errors to %2\r\n")
-                    .arg(QString::fromUtf8(description), Product::kSupportAddress),
+        return {u"varlo-pro Error %1 in %2"_s.arg(QString::fromLatin1(number), QString::fromLatin1(routine)),
+                u"The following error has occured:\r\n[ %1 ]\rPlease report errors to %2\r\n"_s.arg(
+                    QString::fromUtf8(description), Product::kSupportAddress),
                 BoxButtons::Ok, BoxIcon::Critical};
     }
     QStringList LogInProfilesFolder(const char *file) const {
@@ -27,25 +27,24 @@ protected:
     }
     // In place of the folder of the logs stands a file: no log can be written.
     void BreakLogs() {
-        ASSERT_TRUE(QDir(profile_.Path(QStringLiteral("logs"))).removeRecursively());
-        profile_.Write(QStringLiteral("logs"), "");
+        ASSERT_TRUE(QDir(profile_.Path(u"logs"_s)).removeRecursively());
+        profile_.Write(u"logs"_s, "");
     }
 
     TestProfile profile_;
     Session &session_ = profile_.session;
     const QString time_ = TimeText(session_);
-    const QString errorLog_ = QStringLiteral("ErrorLog.txt");
-    const QString statusLog_ = QStringLiteral("StatusLog.txt");
+    const QString errorLog_ = u"ErrorLog.txt"_s;
+    const QString statusLog_ = u"StatusLog.txt"_s;
 };
 
 TEST_F(ReportingTest, TimeHasSecondsAndNoDate) {
-    EXPECT_TRUE(time_.contains(QStringLiteral("05"))) << time_.toStdString();
-    EXPECT_TRUE(time_.contains(QStringLiteral("06"))) << time_.toStdString();
-    EXPECT_TRUE(time_.contains(QStringLiteral("07"))) << time_.toStdString();
-    EXPECT_FALSE(time_.contains(QStringLiteral("26"))) << time_.toStdString();
+    EXPECT_TRUE(time_.contains(u"05"_s)) << time_.toStdString();
+    EXPECT_TRUE(time_.contains(u"06"_s)) << time_.toStdString();
+    EXPECT_TRUE(time_.contains(u"07"_s)) << time_.toStdString();
+    EXPECT_FALSE(time_.contains(u"26"_s)) << time_.toStdString();
     EXPECT_TRUE(DateTimeText(session_).endsWith(u' ' + time_));
-    EXPECT_TRUE(DateTimeText(session_).contains(QStringLiteral("26")))
-        << DateTimeText(session_).toStdString();
+    EXPECT_TRUE(DateTimeText(session_).contains(u"26"_s)) << DateTimeText(session_).toStdString();
 }
 
 TEST_F(ReportingTest, TimeFollowsTheClockFromSecondToSecond) {
@@ -57,33 +56,33 @@ TEST_F(ReportingTest, TimeFollowsTheClockFromSecondToSecond) {
     EXPECT_EQ(at(QTime(12, 0, 0, 999)), noon);
     const QString later = at(QTime(12, 0, 1));
     EXPECT_NE(later, noon);
-    EXPECT_TRUE(later.contains(QStringLiteral("01"))) << later.toStdString();
+    EXPECT_TRUE(later.contains(u"01"_s)) << later.toStdString();
     EXPECT_EQ(at(QTime(12, 0, 0)), noon);
 }
 
 TEST_F(ReportingTest, LogLinesAreAppended) {
-    WriteLog(session_, QStringLiteral("PendingLog.txt"), QStringLiteral("one"));
-    WriteLog(session_, QStringLiteral("PendingLog.txt"), QStringLiteral("caf\u00E9"));
-    EXPECT_EQ(profile_.Read(QStringLiteral("logs/PendingLog.txt")), QByteArray("one\r\ncaf\xC3\xA9\r\n"));
+    WriteLog(session_, u"PendingLog.txt"_s, u"one"_s);
+    WriteLog(session_, u"PendingLog.txt"_s, u"caf\u00E9"_s);
+    EXPECT_EQ(profile_.Read(u"logs/PendingLog.txt"_s), QByteArray("one\r\ncaf\xC3\xA9\r\n"));
 }
 
 TEST_F(ReportingTest, LogBeforeAProfileIsOpenGoesToTheProfilesFolder) {
     session_.ProfilePath.clear();
-    WriteLog(session_, errorLog_, QStringLiteral("early"));
-    EXPECT_EQ(LogInProfilesFolder("ErrorLog.txt"), QStringList{QStringLiteral("early")});
+    WriteLog(session_, errorLog_, u"early"_s);
+    EXPECT_EQ(LogInProfilesFolder("ErrorLog.txt"), QStringList{u"early"_s});
 }
 
 TEST_F(ReportingTest, LogAfterTheProfileVanishedGoesToTheProfilesFolder) {
     ASSERT_TRUE(QDir(session_.ProfilePath).removeRecursively());
-    WriteLog(session_, errorLog_, QStringLiteral("late"));
-    EXPECT_EQ(LogInProfilesFolder("ErrorLog.txt"), QStringList{QStringLiteral("late")});
+    WriteLog(session_, errorLog_, u"late"_s);
+    EXPECT_EQ(LogInProfilesFolder("ErrorLog.txt"), QStringList{u"late"_s});
     EXPECT_FALSE(QFileInfo::exists(session_.ProfilePath));
 }
 
 TEST_F(ReportingTest, LogThatCannotBeWrittenIsTheCallersError) {
     BreakLogs();
     try {
-        WriteLog(session_, errorLog_, QStringLiteral("x"));
+        WriteLog(session_, errorLog_, u"x"_s);
         ADD_FAILURE() << "nothing was thrown";
     } catch (const RuntimeError &error) {
         EXPECT_EQ(error.Number(), PathNotFound);
@@ -92,23 +91,22 @@ TEST_F(ReportingTest, LogThatCannotBeWrittenIsTheCallersError) {
 
 TEST_F(ReportingTest, ErrorIsLoggedAndShown) {
     session_.Boxes.SetHourglass(true);
-    ShowError(session_, QStringLiteral("Main.Load"), RuntimeError(Overflow));
-    EXPECT_EQ(profile_.Log(errorLog_),
-              QStringList{time_ + QStringLiteral(" Error 6 in Main.Load - Overflow")});
+    ShowError(session_, u"Main.Load"_s, RuntimeError(Overflow));
+    EXPECT_EQ(profile_.Log(errorLog_), QStringList{time_ + u" Error 6 in Main.Load - Overflow"_s});
     EXPECT_EQ(profile_.Boxes.Shown, std::vector{ErrorBox("6", "Overflow", "Main.Load")});
     EXPECT_FALSE(profile_.Boxes.Hourglass);
 }
 
 TEST_F(ReportingTest, EmptyLabelIsUnknown) {
     ShowError(session_, QString(), RuntimeError(Overflow));
-    EXPECT_EQ(profile_.Log(errorLog_), QStringList{time_ + QStringLiteral(" Error 6 in Unknown - Overflow")});
+    EXPECT_EQ(profile_.Log(errorLog_), QStringList{time_ + u" Error 6 in Unknown - Overflow"_s});
     EXPECT_EQ(profile_.Boxes.Shown, std::vector{ErrorBox("6", "Overflow", "Unknown")});
 }
 
 TEST_F(ReportingTest, NumbersZeroAndTwentyAreIgnored) {
     session_.Boxes.SetHourglass(true);
-    ShowError(session_, QStringLiteral("Main.Load"), RuntimeError(0, QString()));
-    ShowError(session_, QStringLiteral("Main.Load"), RuntimeError(ResumeWithoutError));
+    ShowError(session_, u"Main.Load"_s, RuntimeError(0, QString()));
+    ShowError(session_, u"Main.Load"_s, RuntimeError(ResumeWithoutError));
     EXPECT_EQ(profile_.Log(errorLog_), QStringList());
     EXPECT_EQ(profile_.Boxes.Texts(), QStringList());
     EXPECT_TRUE(profile_.Boxes.Hourglass);
@@ -116,86 +114,86 @@ TEST_F(ReportingTest, NumbersZeroAndTwentyAreIgnored) {
 
 TEST_F(ReportingTest, ErrorWithoutALogIsStillShown) {
     BreakLogs();
-    ShowError(session_, QStringLiteral("Main.Load"), RuntimeError(DiskFull));
+    ShowError(session_, u"Main.Load"_s, RuntimeError(DiskFull));
     EXPECT_EQ(profile_.Boxes.Shown, std::vector{ErrorBox("61", "Disk full", "Main.Load")});
 }
 
 TEST_F(ReportingTest, StatusReachesConsoleBarAndLog) {
-    StatusMessage(session_, QStringLiteral("Loading [news]"));
-    const QStringList line{time_ + QStringLiteral(" | Loading [news]")};
+    StatusMessage(session_, u"Loading [news]"_s);
+    const QStringList line{time_ + u" | Loading [news]"_s};
     EXPECT_EQ(profile_.ConsoleLines, line);
-    EXPECT_EQ(profile_.StatusTexts, QStringList{QStringLiteral("Loading [news]")});
+    EXPECT_EQ(profile_.StatusTexts, QStringList{u"Loading [news]"_s});
     EXPECT_EQ(profile_.Log(statusLog_), line);
 }
 
 TEST_F(ReportingTest, WithoutStatusLoggingTheLogStaysEmpty) {
     session_.Prefs.LogStatus = 0;
-    StatusMessage(session_, QStringLiteral("x"));
-    EXPECT_EQ(profile_.ConsoleLines, QStringList{time_ + QStringLiteral(" | x")});
-    EXPECT_EQ(profile_.StatusTexts, QStringList{QStringLiteral("x")});
+    StatusMessage(session_, u"x"_s);
+    EXPECT_EQ(profile_.ConsoleLines, QStringList{time_ + u" | x"_s});
+    EXPECT_EQ(profile_.StatusTexts, QStringList{u"x"_s});
     EXPECT_EQ(profile_.Log(statusLog_), QStringList());
 }
 
 TEST_F(ReportingTest, OnlyTheNumberOneTurnsStatusLoggingOn) {
     session_.Prefs.LogStatus = 2;
-    StatusMessage(session_, QStringLiteral("x"));
+    StatusMessage(session_, u"x"_s);
     EXPECT_EQ(profile_.Log(statusLog_), QStringList());
 }
 
 TEST_F(ReportingTest, NoLogChangesTheStatusBarOnly) {
-    StatusMessage(session_, QStringLiteral("x"), true);
+    StatusMessage(session_, u"x"_s, true);
     EXPECT_EQ(profile_.ConsoleLines, QStringList());
-    EXPECT_EQ(profile_.StatusTexts, QStringList{QStringLiteral("x")});
+    EXPECT_EQ(profile_.StatusTexts, QStringList{u"x"_s});
     EXPECT_EQ(profile_.Log(statusLog_), QStringList());
 }
 
 TEST_F(ReportingTest, NoStatusBarChangesConsoleAndLogOnly) {
-    StatusMessage(session_, QStringLiteral("x"), false, true);
-    EXPECT_EQ(profile_.ConsoleLines, QStringList{time_ + QStringLiteral(" | x")});
+    StatusMessage(session_, u"x"_s, false, true);
+    EXPECT_EQ(profile_.ConsoleLines, QStringList{time_ + u" | x"_s});
     EXPECT_EQ(profile_.StatusTexts, QStringList());
-    EXPECT_EQ(profile_.Log(statusLog_), QStringList{time_ + QStringLiteral(" | x")});
+    EXPECT_EQ(profile_.Log(statusLog_), QStringList{time_ + u" | x"_s});
 }
 
 TEST_F(ReportingTest, NoLogAndNoStatusBarChangesNothing) {
-    StatusMessage(session_, QStringLiteral("x"), true, true);
+    StatusMessage(session_, u"x"_s, true, true);
     EXPECT_EQ(profile_.ConsoleLines + profile_.StatusTexts + profile_.Log(statusLog_), QStringList());
 }
 
 TEST_F(ReportingTest, StatusThatCannotBeLoggedIsShownBeforeTheErrorIsReported) {
     BreakLogs();
-    EXPECT_THROW(StatusMessage(session_, QStringLiteral("x")), RuntimeError);
-    EXPECT_EQ(profile_.ConsoleLines, QStringList{time_ + QStringLiteral(" | x")});
-    EXPECT_EQ(profile_.StatusTexts, QStringList{QStringLiteral("x")});
+    EXPECT_THROW(StatusMessage(session_, u"x"_s), RuntimeError);
+    EXPECT_EQ(profile_.ConsoleLines, QStringList{time_ + u" | x"_s});
+    EXPECT_EQ(profile_.StatusTexts, QStringList{u"x"_s});
 }
 
 TEST_F(ReportingTest, SessionMarkersAreTwoLines) {
-    WriteSessionMarker(session_, errorLog_, QStringLiteral(" SESSION STARTED"));
+    WriteSessionMarker(session_, errorLog_, u" SESSION STARTED"_s);
     EXPECT_EQ(profile_.Log(errorLog_),
-              (QStringList{DateTimeText(session_) + QStringLiteral(" SESSION STARTED"), QString(70, u'-')}));
+              (QStringList{DateTimeText(session_) + u" SESSION STARTED"_s, QString(70, u'-')}));
 }
 
 TEST_F(ReportingTest, ErrorTrapCarriesOnWithTheNextStatement) {
     QStringList ran;
-    ErrorTrap trap(session_, QStringLiteral("Main.Load"));
-    EXPECT_TRUE(trap([&] { ran << QStringLiteral("first"); }));
+    ErrorTrap trap(session_, u"Main.Load"_s);
+    EXPECT_TRUE(trap([&] { ran << u"first"_s; }));
     EXPECT_FALSE(trap([&] {
-        ran << QStringLiteral("second");
+        ran << u"second"_s;
         throw RuntimeError(FileNotFound);
     }));
-    EXPECT_TRUE(trap([&] { ran << QStringLiteral("third"); }));
-    EXPECT_EQ(ran, (QStringList{QStringLiteral("first"), QStringLiteral("second"), QStringLiteral("third")}));
+    EXPECT_TRUE(trap([&] { ran << u"third"_s; }));
+    EXPECT_EQ(ran, (QStringList{u"first"_s, u"second"_s, u"third"_s}));
     EXPECT_EQ(profile_.Boxes.Shown, std::vector{ErrorBox("53", "File not found", "Main.Load")});
 }
 
 TEST_F(ReportingTest, TrappedLeavesTheRoutine) {
     bool reached = false;
-    EXPECT_FALSE(Trapped(session_, QStringLiteral("Compose.cmdSend"), [&] {
+    EXPECT_FALSE(Trapped(session_, u"Compose.cmdSend"_s, [&] {
         To16Bit(40'000);
         reached = true;
     }));
     EXPECT_FALSE(reached);
     EXPECT_EQ(profile_.Boxes.Shown, std::vector{ErrorBox("6", "Overflow", "Compose.cmdSend")});
-    EXPECT_TRUE(Trapped(session_, QStringLiteral("Compose.cmdSend"), [&] { reached = true; }));
+    EXPECT_TRUE(Trapped(session_, u"Compose.cmdSend"_s, [&] { reached = true; }));
     EXPECT_TRUE(reached);
 }
 

@@ -1,5 +1,7 @@
 #include "core/RuntimeError.h"
 
+#include "core/Literals.h"
+
 #include <QFile>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
@@ -26,15 +28,14 @@ TEST(RuntimeError, KnownNumbersCarryTheirDescriptions) {
     };
     for (const auto &[number, text] : cases) {
         const RuntimeError error(number);
-        EXPECT_EQ(QStringLiteral("%1 %2").arg(error.Number()).arg(error.Description()),
-                  QString::fromLatin1(text));
+        EXPECT_EQ(u"%1 %2"_s.arg(error.Number()).arg(error.Description()), QString::fromLatin1(text));
     }
 }
 
 TEST(RuntimeError, CarriesANumberAndTextOfItsOwn) {
-    const RuntimeError error(550, QStringLiteral("no caf\u00E9 here"));
+    const RuntimeError error(550, u"no caf\u00E9 here"_s);
     EXPECT_EQ(error.Number(), 550);
-    EXPECT_EQ(error.Description(), QStringLiteral("no caf\u00E9 here"));
+    EXPECT_EQ(error.Description(), u"no caf\u00E9 here"_s);
     EXPECT_STREQ(error.what(), "no caf\xC3\xA9 here");
 }
 
@@ -56,16 +57,16 @@ TEST(SystemError, TellsTheSystemsErrorsApart) {
 
 TEST(FileError, TellsTheFailuresOfAFileApart) {
     const QTemporaryDir folder;
-    QFile missing(folder.filePath(QStringLiteral("none")));
+    QFile missing(folder.filePath(u"none"_s));
     ASSERT_FALSE(missing.open(QIODevice::ReadOnly));
     EXPECT_EQ(FileError(missing).Number(), FileNotFound);
-    QFile below(folder.filePath(QStringLiteral("none/file")));
+    QFile below(folder.filePath(u"none/file"_s));
     ASSERT_FALSE(below.open(QIODevice::ReadOnly));
     EXPECT_EQ(FileError(below).Number(), PathNotFound);
     QFile itself(folder.path());
     ASSERT_FALSE(itself.open(QIODevice::ReadOnly));
     EXPECT_EQ(FileError(itself).Number(), PermissionDenied);
-    QFile full(QStringLiteral("/dev/full"));
+    QFile full(u"/dev/full"_s);
     ASSERT_TRUE(full.open(QIODevice::WriteOnly | QIODevice::Unbuffered));
     ASSERT_EQ(full.write("x"), -1);
     EXPECT_EQ(FileError(full).Number(), DiskFull);

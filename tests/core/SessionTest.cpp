@@ -1,5 +1,7 @@
 #include "core/Session.h"
 
+#include "core/Literals.h"
+
 #include <QThread>
 #include <gtest/gtest.h>
 
@@ -8,7 +10,7 @@ namespace {
 
 // What the operator's clock shows; a text, because it must not matter how the time zone is kept.
 QString Shown(const QDateTime &time) {
-    return time.toString(QStringLiteral("yyyy-MM-dd hh:mm:ss"));
+    return time.toString(u"yyyy-MM-dd hh:mm:ss"_s);
 }
 
 TEST(LocalTime, IsTheTimeOfTheOperatorsClock) {

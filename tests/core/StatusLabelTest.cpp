@@ -1,5 +1,7 @@
 #include "core/StatusLabel.h"
 
+#include "core/Literals.h"
+
 #include <QHBoxLayout>
 #include <QToolTip>
 #include <gtest/gtest.h>
@@ -49,7 +51,7 @@ protected:
     }
 
     QWidget window_;
-    StatusLabel label_{QStringLiteral("Idle")};
+    StatusLabel label_{u"Idle"_s};
 };
 
 TEST_F(StatusLabelTest, PaintsItselfWhileNoEventsAreHandled) {
@@ -61,7 +63,7 @@ TEST_F(StatusLabelTest, PaintsItselfWhileNoEventsAreHandled) {
     work.start();
     int texts = 0;
     while (paints.Count < 3 && !work.hasExpired(30000))
-        label_.setText(QStringLiteral("Processing (%1)").arg(++texts));
+        label_.setText(u"Processing (%1)"_s.arg(++texts));
     EXPECT_EQ(paints.Count, 3);
     EXPECT_EQ(others.Count, 0) << "nothing else may happen in the middle of the work";
     EXPECT_GE(work.elapsed(), 300);
@@ -70,7 +72,7 @@ TEST_F(StatusLabelTest, PaintsItselfWhileNoEventsAreHandled) {
 TEST_F(StatusLabelTest, TextIsReadableAtOnce) {
     Show();
     for (int i = 0; i < 100; ++i) {
-        const QString text = QStringLiteral("Sending [%1]").arg(i);
+        const QString text = u"Sending [%1]"_s.arg(i);
         label_.setText(text);
         ASSERT_EQ(static_cast<QLabel &>(label_).text(), text);
         ASSERT_EQ(label_.property("text").toString(), text);
@@ -83,7 +85,7 @@ TEST_F(StatusLabelTest, TenThousandTextsArePaintedThirtyTimesASecondAtMost) {
     QElapsedTimer clock;
     clock.start();
     for (int i = 0; i < 10'000 || (paints.Count < 5 && clock.elapsed() < 10'000); ++i) {
-        label_.setText(QStringLiteral("Sending [%1]").arg(i));
+        label_.setText(u"Sending [%1]"_s.arg(i));
         QCoreApplication::processEvents();
     }
     const double seconds = static_cast<double>(clock.elapsed()) / 1000.0;
@@ -94,17 +96,17 @@ TEST_F(StatusLabelTest, TenThousandTextsArePaintedThirtyTimesASecondAtMost) {
 TEST_F(StatusLabelTest, LastTextOfABurstIsPainted) {
     Show();
     for (int i = 0; i < 1000; ++i) {
-        label_.setText(QStringLiteral("Sending [%1]").arg(i));
+        label_.setText(u"Sending [%1]"_s.arg(i));
         QCoreApplication::processEvents();
     }
-    label_.setText(QStringLiteral("the last one"));
+    label_.setText(u"the last one"_s);
     const EventCounter paints(&label_, QEvent::Paint);
     ASSERT_TRUE(QTest::qWaitFor([&] { return paints.Count > 0; }, 5000));
     const QImage shown = OnScreen(window_);
 
     QWidget other;
     auto *row = new QHBoxLayout(&other);
-    row->addWidget(new StatusLabel(QStringLiteral("the last one")));
+    row->addWidget(new StatusLabel(u"the last one"_s));
     other.resize(window_.size());
     other.show();
     ASSERT_TRUE(QTest::qWaitForWindowExposed(&other));
@@ -117,7 +119,7 @@ TEST_F(StatusLabelTest, FirstTextAfterAPauseIsPaintedAtOnce) {
     Show();
     Settle();
     const EventCounter paints(&label_, QEvent::Paint);
-    label_.setText(QStringLiteral("Connecting..."));
+    label_.setText(u"Connecting..."_s);
     QCoreApplication::processEvents();
     EXPECT_EQ(paints.Count, 1);
 }
@@ -143,15 +145,15 @@ TEST_F(StatusLabelTest, SizeDoesNotDependOnTheText) {
 }
 
 TEST_F(StatusLabelTest, StoringATextLeavesTheLabelAsVisibleAsItWas) {
-    label_.setText(QStringLiteral("before"));
+    label_.setText(u"before"_s);
     EXPECT_FALSE(label_.isVisible());
     Show();
-    label_.setText(QStringLiteral("while shown"));
+    label_.setText(u"while shown"_s);
     EXPECT_TRUE(label_.isVisible());
     EXPECT_FALSE(label_.isHidden());
     EXPECT_TRUE(label_.updatesEnabled());
     label_.hide();
-    label_.setText(QStringLiteral("while hidden"));
+    label_.setText(u"while hidden"_s);
     EXPECT_TRUE(label_.isHidden());
     label_.show();
     EXPECT_TRUE(label_.isVisible());
@@ -159,15 +161,15 @@ TEST_F(StatusLabelTest, StoringATextLeavesTheLabelAsVisibleAsItWas) {
 
 TEST_F(StatusLabelTest, TextThatFitsHasNoToolTip) {
     Show();
-    label_.setText(QStringLiteral("short"));
+    label_.setText(u"short"_s);
     EXPECT_EQ(label_.toolTip(), QString());
 }
 
 TEST_F(StatusLabelTest, TextThatIsTooLongStandsEscapedInTheToolTip) {
     Show();
     Settle();
-    label_.setText(QStringLiteral("<img src=x> & ") + QString(300, u'W'));
-    EXPECT_EQ(label_.toolTip(), QStringLiteral("<html>&lt;img src=x&gt; &amp; ") + QString(300, u'W'));
+    label_.setText(u"<img src=x> & "_s + QString(300, u'W'));
+    EXPECT_EQ(label_.toolTip(), u"<html>&lt;img src=x&gt; &amp; "_s + QString(300, u'W'));
 }
 
 TEST_F(StatusLabelTest, ToolTipFollowsTheWidth) {
@@ -177,7 +179,7 @@ TEST_F(StatusLabelTest, ToolTipFollowsTheWidth) {
     EXPECT_EQ(label_.toolTip(), QString());
     window_.resize(100, 60);
     QCoreApplication::processEvents();
-    EXPECT_EQ(label_.toolTip(), QStringLiteral("<html>") + QString(30, u'W'));
+    EXPECT_EQ(label_.toolTip(), u"<html>"_s + QString(30, u'W'));
 }
 
 TEST_F(StatusLabelTest, TextOfFiftyMegabytesIsPaintedQuickly) {
@@ -192,10 +194,10 @@ TEST_F(StatusLabelTest, TextOfFiftyMegabytesIsPaintedQuickly) {
 
 TEST_F(StatusLabelTest, MarkupIsPaintedAsItStands) {
     Show();
-    label_.setText(QStringLiteral("<b></b>"));
+    label_.setText(u"<b></b>"_s);
     Settle();
     const QImage markup = OnScreen(window_);
-    label_.setText(QStringLiteral(" "));
+    label_.setText(u" "_s);
     Settle();
     EXPECT_EQ(label_.textFormat(), Qt::PlainText);
     EXPECT_NE(markup, OnScreen(window_)) << "markup that became formatting would have left nothing to see";
@@ -203,10 +205,10 @@ TEST_F(StatusLabelTest, MarkupIsPaintedAsItStands) {
 
 TEST_F(StatusLabelTest, LineBreaksAreBlanksOnTheOneLine) {
     Show();
-    label_.setText(QStringLiteral("one two"));
+    label_.setText(u"one two"_s);
     Settle();
     const QImage blank = OnScreen(window_);
-    label_.setText(QStringLiteral("one\ntwo"));
+    label_.setText(u"one\ntwo"_s);
     Settle();
     EXPECT_EQ(blank, OnScreen(window_));
 }

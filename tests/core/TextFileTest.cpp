@@ -1,5 +1,6 @@
 #include "core/TextFile.h"
 
+#include "core/Literals.h"
 #include "core/RuntimeError.h"
 #include "support/FullDisk.h"
 #include "support/WithoutRootRights.h"
@@ -43,29 +44,28 @@ protected:
 };
 
 TEST(DecodeText, ReadsUtf8) {
-    EXPECT_EQ(DecodeText("caf\xC3\xA9 \xE2\x82\xAC \xF0\x9F\x93\xA7"),
-              QStringLiteral("caf\u00E9 \u20AC \U0001F4E7"));
+    EXPECT_EQ(DecodeText("caf\xC3\xA9 \xE2\x82\xAC \xF0\x9F\x93\xA7"), u"caf\u00E9 \u20AC \U0001F4E7"_s);
     EXPECT_EQ(DecodeText(QByteArray()), QString());
 }
 
 TEST(DecodeText, DropsAByteOrderMarkAtTheStartOnly) {
-    EXPECT_EQ(DecodeText("\xEF\xBB\xBFx"), QStringLiteral("x"));
-    EXPECT_EQ(DecodeText("x\xEF\xBB\xBF"), QStringLiteral("x\uFEFF"));
+    EXPECT_EQ(DecodeText("\xEF\xBB\xBFx"), u"x"_s);
+    EXPECT_EQ(DecodeText("x\xEF\xBB\xBF"), u"x\uFEFF"_s);
 }
 
 TEST(DecodeText, ReadsWhatIsNotUtf8AsWindows1252) {
-    EXPECT_EQ(DecodeText("caf\xE9 \x80\x93"), QStringLiteral("caf\u00E9 \u20AC\u201C"));
+    EXPECT_EQ(DecodeText("caf\xE9 \x80\x93"), u"caf\u00E9 \u20AC\u201C"_s);
 }
 
 TEST(DecodeText, OneWrongByteMakesTheWholeTextWindows1252) {
-    EXPECT_EQ(DecodeText("\xC3\xA9 \xE9"), QStringLiteral("\u00C3\u00A9 \u00E9"));
+    EXPECT_EQ(DecodeText("\xC3\xA9 \xE9"), u"\u00C3\u00A9 \u00E9"_s);
 }
 
 TEST(DecodeText, CutOffOrForbiddenSequencesAreNotUtf8) {
-    EXPECT_EQ(DecodeText("a\xC3"), QStringLiteral("a\u00C3"));
-    EXPECT_EQ(DecodeText("a\xE2\x82"), QStringLiteral("a\u00E2\u201A"));
-    EXPECT_EQ(DecodeText("\xC0\xAF"), QStringLiteral("\u00C0\u00AF"));           // a slash in two bytes
-    EXPECT_EQ(DecodeText("\xED\xA0\x80"), QStringLiteral("\u00ED\u00A0\u20AC")); // half of a pair
+    EXPECT_EQ(DecodeText("a\xC3"), u"a\u00C3"_s);
+    EXPECT_EQ(DecodeText("a\xE2\x82"), u"a\u00E2\u201A"_s);
+    EXPECT_EQ(DecodeText("\xC0\xAF"), u"\u00C0\u00AF"_s);           // a slash in two bytes
+    EXPECT_EQ(DecodeText("\xED\xA0\x80"), u"\u00ED\u00A0\u20AC"_s); // half of a pair
 }
 
 TEST(DecodeText, EveryByteOfWindows1252IsKeptApart) {
@@ -80,26 +80,24 @@ TEST(DecodeText, EveryByteOfWindows1252IsKeptApart) {
 }
 
 TEST(EncodeText, WritesUtf8WithoutAMark) {
-    EXPECT_EQ(EncodeText(QStringLiteral("caf\u00E9 \U0001F4E7")), QByteArray("caf\xC3\xA9 \xF0\x9F\x93\xA7"));
+    EXPECT_EQ(EncodeText(u"caf\u00E9 \U0001F4E7"_s), QByteArray("caf\xC3\xA9 \xF0\x9F\x93\xA7"));
 }
 
 TEST(SplitLines, LastLineCountsWithOrWithoutItsEnd) {
-    const QStringList both{QStringLiteral("a"), QStringLiteral("b")};
-    EXPECT_EQ(SplitLines(QStringLiteral("a\r\nb\r\n")), both);
-    EXPECT_EQ(SplitLines(QStringLiteral("a\r\nb")), both);
+    const QStringList both{u"a"_s, u"b"_s};
+    EXPECT_EQ(SplitLines(u"a\r\nb\r\n"_s), both);
+    EXPECT_EQ(SplitLines(u"a\r\nb"_s), both);
 }
 
 TEST(SplitLines, EmptyTextHasNoLinesAndAnEmptyLineIsALine) {
     EXPECT_EQ(SplitLines(QString()), QStringList());
-    EXPECT_EQ(SplitLines(QStringLiteral("\r\n")), QStringList{QString()});
-    EXPECT_EQ(SplitLines(QStringLiteral("\r\n\r\na")),
-              (QStringList{QString(), QString(), QStringLiteral("a")}));
+    EXPECT_EQ(SplitLines(u"\r\n"_s), QStringList{QString()});
+    EXPECT_EQ(SplitLines(u"\r\n\r\na"_s), (QStringList{QString(), QString(), u"a"_s}));
 }
 
 TEST(SplitLines, LoneLineFeedEndsALineAndALoneCarriageReturnDoesNot) {
-    EXPECT_EQ(SplitLines(QStringLiteral("a\nb\rc\r\nd")),
-              (QStringList{QStringLiteral("a"), QStringLiteral("b\rc"), QStringLiteral("d")}));
-    EXPECT_EQ(SplitLines(QStringLiteral("a\r\r\n")), QStringList{QStringLiteral("a\r")});
+    EXPECT_EQ(SplitLines(u"a\nb\rc\r\nd"_s), (QStringList{u"a"_s, u"b\rc"_s, u"d"_s}));
+    EXPECT_EQ(SplitLines(u"a\r\r\n"_s), QStringList{u"a\r"_s});
 }
 
 TEST_F(TextFileTest, ReadsTheLinesThatTheDecodedTextHas) {
@@ -122,11 +120,11 @@ TEST_F(TextFileTest, ReadsAllBytes) {
 }
 
 TEST_F(TextFileTest, ReadFailuresAreToldApart) {
-    ASSERT_TRUE(QDir(folder_.path()).mkdir(QStringLiteral("folder")));
+    ASSERT_TRUE(QDir(folder_.path()).mkdir(u"folder"_s));
     EXPECT_EQ(ErrorOf([&] { ReadFile(Path("none")); }), FileNotFound);
     EXPECT_EQ(ErrorOf([&] { ReadFile(Path("none/file")); }), PathNotFound);
     EXPECT_EQ(ErrorOf([&] { ReadFile(Path("folder")); }), PermissionDenied);
-    EXPECT_EQ(ErrorOf([&] { ReadFile(QStringLiteral("/proc/self/mem")); }), DeviceIoError);
+    EXPECT_EQ(ErrorOf([&] { ReadFile(u"/proc/self/mem"_s); }), DeviceIoError);
     Make("secret", "x");
     ASSERT_TRUE(QFile::setPermissions(Path("secret"), QFileDevice::WriteOwner));
     ASSERT_TRUE(QFile::setPermissions(folder_.path(), kForEverybody));
@@ -141,7 +139,7 @@ TEST_F(TextFileTest, WriteMakesAndReplacesAFile) {
     EXPECT_EQ(ReadFile(Path("file")), QByteArray("2"));
     WriteFile(Path("file"), QByteArray());
     EXPECT_EQ(ReadFile(Path("file")), QByteArray());
-    EXPECT_EQ(Entries(), QStringList{QStringLiteral("file")});
+    EXPECT_EQ(Entries(), QStringList{u"file"_s});
 }
 
 TEST_F(TextFileTest, WriteThatFailsAtEveryByteLeavesTheOldFile) {
@@ -156,7 +154,7 @@ TEST_F(TextFileTest, WriteThatFailsAtEveryByteLeavesTheOldFile) {
         ASSERT_EQ(error, DiskFull) << "with room for " << room << " bytes";
         ASSERT_EQ(ReadFile(Path("file")), QByteArray("the old file")) << "with room for " << room << " bytes";
     }
-    EXPECT_EQ(Entries(), QStringList{QStringLiteral("file")}) << "nothing half-written is left";
+    EXPECT_EQ(Entries(), QStringList{u"file"_s}) << "nothing half-written is left";
     {
         const FullDisk disk(300);
         WriteFile(Path("file"), bytes);
@@ -176,7 +174,7 @@ TEST_F(TextFileTest, LargeWriteThatFailsLeavesTheOldFile) {
         EXPECT_EQ(error, DiskFull) << "with room for " << room << " bytes";
         EXPECT_EQ(ReadFile(Path("file")), QByteArray("the old file"));
     }
-    EXPECT_EQ(Entries(), QStringList{QStringLiteral("file")});
+    EXPECT_EQ(Entries(), QStringList{u"file"_s});
 }
 
 TEST_F(TextFileTest, KilledWriterLeavesOneOfTheTwoFiles) {
@@ -204,10 +202,10 @@ TEST_F(TextFileTest, KilledWriterLeavesOneOfTheTwoFiles) {
 }
 
 TEST_F(TextFileTest, WriteFailuresAreToldApart) {
-    ASSERT_TRUE(QDir(folder_.path()).mkdir(QStringLiteral("folder")));
+    ASSERT_TRUE(QDir(folder_.path()).mkdir(u"folder"_s));
     EXPECT_EQ(ErrorOf([&] { WriteFile(Path("none/file"), "x"); }), PathNotFound);
     EXPECT_EQ(ErrorOf([&] { WriteFile(Path("folder"), "x"); }), PermissionDenied);
-    EXPECT_EQ(Entries(), QStringList{QStringLiteral("folder")});
+    EXPECT_EQ(Entries(), QStringList{u"folder"_s});
 }
 
 TEST_F(TextFileTest, FolderThatCannotBeWrittenRefusesAFile) {
@@ -219,13 +217,13 @@ TEST_F(TextFileTest, FolderThatCannotBeWrittenRefusesAFile) {
         const WithoutRootRights asUser;
         EXPECT_EQ(ErrorOf([&] { WriteFile(Path("file"), "x"); }), PermissionDenied);
         EXPECT_EQ(ErrorOf([&] { WriteFile(Path("new"), "x"); }), PermissionDenied);
-        EXPECT_EQ(ErrorOf([&] { AppendLine(Path("new"), QStringLiteral("x")); }), PermissionDenied);
+        EXPECT_EQ(ErrorOf([&] { AppendLine(Path("new"), u"x"_s); }), PermissionDenied);
         EXPECT_EQ(ErrorOf([&] { DeleteFile(Path("file")); }), PermissionDenied);
         EXPECT_EQ(ErrorOf([&] { RenamePath(Path("file"), Path("new")); }), PermissionDenied);
     }
     EXPECT_EQ(ReadFile(Path("file")), QByteArray("old"));
     ASSERT_TRUE(QFile::setPermissions(folder_.path(), kForEverybody));
-    EXPECT_EQ(Entries(), QStringList{QStringLiteral("file")});
+    EXPECT_EQ(Entries(), QStringList{u"file"_s});
 }
 
 TEST_F(TextFileTest, ReadOnlyFileIsNotReplaced) {
@@ -235,7 +233,7 @@ TEST_F(TextFileTest, ReadOnlyFileIsNotReplaced) {
     {
         const WithoutRootRights asUser;
         EXPECT_EQ(ErrorOf([&] { WriteFile(Path("file"), "x"); }), PermissionDenied);
-        EXPECT_EQ(ErrorOf([&] { AppendLine(Path("file"), QStringLiteral("x")); }), PermissionDenied);
+        EXPECT_EQ(ErrorOf([&] { AppendLine(Path("file"), u"x"_s); }), PermissionDenied);
     }
     EXPECT_EQ(ReadFile(Path("file")), QByteArray("old"));
 }
@@ -252,27 +250,27 @@ TEST_F(TextFileTest, OwnerOnlyHoldsForNewFiles) {
 }
 
 TEST_F(TextFileTest, AppendMakesAFileAndAddsLines) {
-    AppendLine(Path("log"), QStringLiteral("one"));
-    AppendLine(Path("log"), QStringLiteral("caf\u00E9"));
+    AppendLine(Path("log"), u"one"_s);
+    AppendLine(Path("log"), u"caf\u00E9"_s);
     AppendLine(Path("log"), QString());
     EXPECT_EQ(ReadFile(Path("log")), QByteArray("one\r\ncaf\xC3\xA9\r\n\r\n"));
 }
 
 TEST_F(TextFileTest, AppendFailuresAreToldApart) {
-    ASSERT_TRUE(QDir(folder_.path()).mkdir(QStringLiteral("folder")));
-    EXPECT_EQ(ErrorOf([&] { AppendLine(Path("none/log"), QStringLiteral("x")); }), PathNotFound);
-    EXPECT_EQ(ErrorOf([&] { AppendLine(Path("folder"), QStringLiteral("x")); }), PermissionDenied);
+    ASSERT_TRUE(QDir(folder_.path()).mkdir(u"folder"_s));
+    EXPECT_EQ(ErrorOf([&] { AppendLine(Path("none/log"), u"x"_s); }), PathNotFound);
+    EXPECT_EQ(ErrorOf([&] { AppendLine(Path("folder"), u"x"_s); }), PermissionDenied);
     Make("log", "12345678");
     const FullDisk disk(8);
-    EXPECT_EQ(ErrorOf([&] { AppendLine(Path("log"), QStringLiteral("x")); }), DiskFull);
+    EXPECT_EQ(ErrorOf([&] { AppendLine(Path("log"), u"x"_s); }), DiskFull);
 }
 
 TEST_F(TextFileTest, RenameMovesAFileOrAFolder) {
     Make("file", "x");
     RenamePath(Path("file"), Path("File"));
-    ASSERT_TRUE(QDir(folder_.path()).mkpath(QStringLiteral("folder/inside")));
+    ASSERT_TRUE(QDir(folder_.path()).mkpath(u"folder/inside"_s));
     RenamePath(Path("folder"), Path("other"));
-    EXPECT_EQ(Entries(), (QStringList{QStringLiteral("File"), QStringLiteral("other")}));
+    EXPECT_EQ(Entries(), (QStringList{u"File"_s, u"other"_s}));
     EXPECT_TRUE(QFileInfo(Path("other/inside")).isDir());
 }
 
@@ -283,7 +281,7 @@ TEST_F(TextFileTest, RenameFailuresAreToldApart) {
     EXPECT_EQ(ErrorOf([&] { RenamePath(Path("file"), Path("taken")); }), FileAlreadyExists);
     EXPECT_EQ(ErrorOf([&] { RenamePath(Path("file"), Path("none/new")); }), PathNotFound);
     EXPECT_EQ(ReadFile(Path("taken")), QByteArray("y"));
-    EXPECT_EQ(Entries(), (QStringList{QStringLiteral("file"), QStringLiteral("taken")}));
+    EXPECT_EQ(Entries(), (QStringList{u"file"_s, u"taken"_s}));
 }
 
 TEST_F(TextFileTest, RenameOntoItselfIsNoError) {
@@ -300,9 +298,9 @@ TEST_F(TextFileTest, DeleteRemovesAFile) {
 }
 
 TEST_F(TextFileTest, DeleteLeavesFoldersAlone) {
-    ASSERT_TRUE(QDir(folder_.path()).mkdir(QStringLiteral("folder")));
+    ASSERT_TRUE(QDir(folder_.path()).mkdir(u"folder"_s));
     EXPECT_EQ(ErrorOf([&] { DeleteFile(Path("folder")); }), PermissionDenied);
-    EXPECT_EQ(Entries(), QStringList{QStringLiteral("folder")});
+    EXPECT_EQ(Entries(), QStringList{u"folder"_s});
 }
 
 } // namespace

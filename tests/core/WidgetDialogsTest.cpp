@@ -1,5 +1,7 @@
 #include "core/WidgetDialogs.h"
 
+#include "core/Literals.h"
+
 #include <QDialogButtonBox>
 #include <QInputDialog>
 #include <QMessageBox>
@@ -33,7 +35,7 @@ protected:
         WhenOpen<QMessageBox>([](QMessageBox &box) { QTest::keyClick(&box, Qt::Key_Escape); });
     }
     BoxAnswer Ask(BoxButtons buttons) {
-        return boxes_.MsgBox(QStringLiteral("Go on?"), buttons, BoxIcon::Question, kApplicationTitle);
+        return boxes_.MsgBox(u"Go on?"_s, buttons, BoxIcon::Question, kApplicationTitle);
     }
 
     QObject context_;
@@ -48,14 +50,13 @@ TEST_F(WidgetDialogsTest, BoxShowsTextTitleAndIcon) {
                                                            {BoxIcon::Question, QMessageBox::Question}};
     for (const auto &[icon, shown] : icons) {
         WhenOpen<QMessageBox>([expected = shown](QMessageBox &box) {
-            EXPECT_EQ(box.text(), QStringLiteral("one\ntwo\nthree"));
-            EXPECT_EQ(box.windowTitle(), QStringLiteral("Varlo Pro Error"));
+            EXPECT_EQ(box.text(), u"one\ntwo\nthree"_s);
+            EXPECT_EQ(box.windowTitle(), u"Varlo Pro Error"_s);
             EXPECT_EQ(box.icon(), expected);
             EXPECT_EQ(box.standardButtons(), QMessageBox::Ok);
             box.accept();
         });
-        EXPECT_EQ(boxes_.MsgBox(QStringLiteral("one\r\ntwo\rthree"), BoxButtons::Ok, icon, kErrorTitle),
-                  BoxAnswer::Ok);
+        EXPECT_EQ(boxes_.MsgBox(u"one\r\ntwo\rthree"_s, BoxButtons::Ok, icon, kErrorTitle), BoxAnswer::Ok);
     }
 }
 
@@ -64,8 +65,7 @@ TEST_F(WidgetDialogsTest, MarkupInABoxIsShownAsItStands) {
         EXPECT_EQ(box.textFormat(), Qt::PlainText);
         box.accept();
     });
-    boxes_.MsgBox(QStringLiteral("<img src=\"http://example.test/\">"), BoxButtons::Ok, BoxIcon::None,
-                  kApplicationTitle);
+    boxes_.MsgBox(u"<img src=\"http://example.test/\">"_s, BoxButtons::Ok, BoxIcon::None, kApplicationTitle);
 }
 
 TEST_F(WidgetDialogsTest, EachButtonGivesItsAnswer) {
@@ -114,54 +114,51 @@ TEST_F(WidgetDialogsTest, HourglassIsAwayWhileABoxWaits) {
 
 TEST_F(WidgetDialogsTest, InputBoxGivesTheTypedText) {
     WhenOpen<QInputDialog>([](QInputDialog &box) {
-        EXPECT_EQ(box.windowTitle(), QStringLiteral("Rename Profile"));
-        EXPECT_EQ(box.textValue(), QStringLiteral("old"));
-        QTest::keyClicks(box.findChild<QLineEdit *>(), QStringLiteral("new"));
+        EXPECT_EQ(box.windowTitle(), u"Rename Profile"_s);
+        EXPECT_EQ(box.textValue(), u"old"_s);
+        QTest::keyClicks(box.findChild<QLineEdit *>(), u"new"_s);
         box.accept();
     });
-    EXPECT_EQ(
-        boxes_.InputBox(QStringLiteral("Name:"), QStringLiteral("Rename Profile"), QStringLiteral("old")),
-        QStringLiteral("new")); // what stands there is selected, so that typing replaces it
+    EXPECT_EQ(boxes_.InputBox(u"Name:"_s, u"Rename Profile"_s, u"old"_s),
+              u"new"_s); // what stands there is selected, so that typing replaces it
 }
 
 TEST_F(WidgetDialogsTest, CancelledInputBoxGivesNothing) {
     WhenOpen<QInputDialog>([](QInputDialog &box) { box.reject(); });
-    EXPECT_EQ(boxes_.InputBox(QStringLiteral("Name:"), QStringLiteral("Rename"), QStringLiteral("old")),
-              QString());
+    EXPECT_EQ(boxes_.InputBox(u"Name:"_s, u"Rename"_s, u"old"_s), QString());
 }
 
 TEST_F(WidgetDialogsTest, MarkupInAPromptIsShownAsItStands) {
     WhenOpen<QInputDialog>([](QInputDialog &box) {
         EXPECT_EQ(QTextDocumentFragment::fromHtml(box.labelText()).toPlainText(),
-                  QStringLiteral("[<b>x</b> &amp;]:\ntwo"));
+                  u"[<b>x</b> &amp;]:\ntwo"_s);
         box.reject();
     });
-    boxes_.InputBox(QStringLiteral("[<b>x</b> &amp;]:\r\ntwo"), QStringLiteral("Rename"), QString());
+    boxes_.InputBox(u"[<b>x</b> &amp;]:\r\ntwo"_s, u"Rename"_s, QString());
 }
 
 TEST_F(WidgetDialogsTest, FileBoxesOpenInTheirFolderWithTheirFilters) {
     const QTemporaryDir folder;
-    ASSERT_TRUE(QFile(folder.filePath(QStringLiteral("a.txt"))).open(QIODevice::WriteOnly));
-    const QString filter = QStringLiteral("Text Files") + QChar(0) + QStringLiteral("*.txt") + QChar(0) +
-                           QStringLiteral("All Files") + QChar(0) + QStringLiteral("*.*") + QChar(0);
+    ASSERT_TRUE(QFile(folder.filePath(u"a.txt"_s)).open(QIODevice::WriteOnly));
+    const QString filter =
+        u"Text Files"_s + QChar(0) + u"*.txt"_s + QChar(0) + u"All Files"_s + QChar(0) + u"*.*"_s + QChar(0);
     WhenOpen<QFileDialog>([&](QFileDialog &box) {
-        EXPECT_EQ(box.windowTitle(), QStringLiteral("Open"));
+        EXPECT_EQ(box.windowTitle(), u"Open"_s);
         EXPECT_EQ(box.directory().path(), folder.path());
-        EXPECT_EQ(box.nameFilters(),
-                  (QStringList{QStringLiteral("Text Files (*.txt)"), QStringLiteral("All Files (*)")}));
+        EXPECT_EQ(box.nameFilters(), (QStringList{u"Text Files (*.txt)"_s, u"All Files (*)"_s}));
         box.reject();
     });
-    EXPECT_EQ(boxes_.OpenFileBox(filter, folder.path(), QStringLiteral("Open")), QString());
+    EXPECT_EQ(boxes_.OpenFileBox(filter, folder.path(), u"Open"_s), QString());
     WhenOpen<QFileDialog>([&](QFileDialog &box) {
         EXPECT_EQ(box.acceptMode(), QFileDialog::AcceptSave);
         box.reject();
     });
-    EXPECT_EQ(boxes_.SaveFileBox(filter, folder.path(), QStringLiteral("Save")), QString());
+    EXPECT_EQ(boxes_.SaveFileBox(filter, folder.path(), u"Save"_s), QString());
     WhenOpen<QFileDialog>([&](QFileDialog &box) {
         EXPECT_EQ(box.fileMode(), QFileDialog::Directory);
         box.reject();
     });
-    EXPECT_EQ(boxes_.FolderBox(folder.path(), QStringLiteral("Folder")), QString());
+    EXPECT_EQ(boxes_.FolderBox(folder.path(), u"Folder"_s), QString());
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 #include "core/WordWrap.h"
 
+#include "core/Literals.h"
 #include "core/RuntimeError.h"
 #include "support/Printers.h"
 #include "support/TestProfile.h"
@@ -104,20 +105,20 @@ QString Wrapped(const char *text, qint16 width) {
 
 TEST(WordWrapTest, BreaksTheFoxIntoFiveLines) {
     EXPECT_EQ(Wrapped("the quick brown fox jumps over the lazy dog", 10),
-              QStringLiteral("the quick\r\nbrown fox\r\njumps\r\nover the\r\nlazy dog"));
+              u"the quick\r\nbrown fox\r\njumps\r\nover the\r\nlazy dog"_s);
 }
 
 TEST(WordWrapTest, ABlankInTheLastColumnIsTheLatestPlaceForABreak) {
-    EXPECT_EQ(Wrapped("aaaa bbbb cccc", 10), QStringLiteral("aaaa bbbb\r\ncccc"));
-    EXPECT_EQ(Wrapped("aaaa bbbbb cccc", 10), QStringLiteral("aaaa\r\nbbbbb cccc"));
+    EXPECT_EQ(Wrapped("aaaa bbbb cccc", 10), u"aaaa bbbb\r\ncccc"_s);
+    EXPECT_EQ(Wrapped("aaaa bbbbb cccc", 10), u"aaaa\r\nbbbbb cccc"_s);
 }
 
 TEST(WordWrapTest, ALongWordStaysWholeAndEndsAtTheFirstBlankBehindIt) {
-    EXPECT_EQ(Wrapped("abcdefghijklmno pq", 10), QStringLiteral("abcdefghijklmno\r\npq"));
+    EXPECT_EQ(Wrapped("abcdefghijklmno pq", 10), u"abcdefghijklmno\r\npq"_s);
 }
 
 TEST(WordWrapTest, ALongWordThatEndsAtABreakGetsNoOther) {
-    EXPECT_EQ(Wrapped("abcdefghijklmno\r\npq rs", 10), QStringLiteral("abcdefghijklmno\r\npq rs"));
+    EXPECT_EQ(Wrapped("abcdefghijklmno\r\npq rs", 10), u"abcdefghijklmno\r\npq rs"_s);
 }
 
 TEST(WordWrapTest, OneWordOfAHundredLettersIsReturnedUnchanged) {
@@ -126,40 +127,39 @@ TEST(WordWrapTest, OneWordOfAHundredLettersIsReturnedUnchanged) {
 }
 
 TEST(WordWrapTest, ALineOfExactlyTheWidthBeforeABreakIsLeftAlone) {
-    EXPECT_EQ(Wrapped("aaaa bbbbb\r\ncccc ddddd\r\nee", 10),
-              QStringLiteral("aaaa bbbbb\r\ncccc ddddd\r\nee"));
+    EXPECT_EQ(Wrapped("aaaa bbbbb\r\ncccc ddddd\r\nee", 10), u"aaaa bbbbb\r\ncccc ddddd\r\nee"_s);
 }
 
 TEST(WordWrapTest, ALineOfOneMoreThanTheWidthBeforeABreakIsBroken) {
-    EXPECT_EQ(Wrapped("aaaa bbbbbb\r\ncc", 10), QStringLiteral("aaaa\r\nbbbbbb\r\ncc"));
+    EXPECT_EQ(Wrapped("aaaa bbbbbb\r\ncc", 10), u"aaaa\r\nbbbbbb\r\ncc"_s);
 }
 
 TEST(WordWrapTest, ShortLinesAndEmptyLinesAreReturnedUnchanged) {
-    const QString text = QStringLiteral("one\r\n\r\n\r\ntwo three\r\n\r\nfour\r\n");
+    const QString text = u"one\r\n\r\n\r\ntwo three\r\n\r\nfour\r\n"_s;
     EXPECT_EQ(WrapAtBlanks(text, 10), text);
 }
 
 TEST(WordWrapTest, ATextOfAtMostTheWidthIsReturnedUnchanged) {
-    EXPECT_EQ(Wrapped("aa bb cc", 72), QStringLiteral("aa bb cc"));
-    EXPECT_EQ(Wrapped("aa bb cc", 8), QStringLiteral("aa bb cc"));
-    EXPECT_EQ(Wrapped("aa bb cc", 7), QStringLiteral("aa bb\r\ncc"));
+    EXPECT_EQ(Wrapped("aa bb cc", 72), u"aa bb cc"_s);
+    EXPECT_EQ(Wrapped("aa bb cc", 8), u"aa bb cc"_s);
+    EXPECT_EQ(Wrapped("aa bb cc", 7), u"aa bb\r\ncc"_s);
 }
 
 TEST(WordWrapTest, OfSeveralBlanksOnlyTheBrokenOneIsConsumed) {
-    EXPECT_EQ(Wrapped("aaaa   bbbb", 6), QStringLiteral("aaaa \r\n bbbb"));
-    EXPECT_EQ(Wrapped("aaaa  bbbb", 5), QStringLiteral("aaaa\r\n bbbb"));
+    EXPECT_EQ(Wrapped("aaaa   bbbb", 6), u"aaaa \r\n bbbb"_s);
+    EXPECT_EQ(Wrapped("aaaa  bbbb", 5), u"aaaa\r\n bbbb"_s);
 }
 
 TEST(WordWrapTest, ABlankBeforeABreakThatIsBrokenLeavesAnEmptyLine) {
-    EXPECT_EQ(Wrapped("aaaaaaaaaaa \r\nb", 10), QStringLiteral("aaaaaaaaaaa\r\n\r\nb"));
+    EXPECT_EQ(Wrapped("aaaaaaaaaaa \r\nb", 10), u"aaaaaaaaaaa\r\n\r\nb"_s);
 }
 
 TEST(WordWrapTest, LoneCarriageReturnsLineFeedsAndTabsAreNoBreaks) {
-    EXPECT_EQ(Wrapped("aa\rbb\ncc\tdd ee ff", 5), QStringLiteral("aa\rbb\ncc\tdd\r\nee ff"));
+    EXPECT_EQ(Wrapped("aa\rbb\ncc\tdd ee ff", 5), u"aa\rbb\ncc\tdd\r\nee ff"_s);
 }
 
 TEST(WordWrapTest, CountsCharactersOutsideLatin) {
-    EXPECT_EQ(WrapAtBlanks(QStringLiteral("äöü ßéñ жук 日本"), 8), QStringLiteral("äöü ßéñ\r\nжук 日本"));
+    EXPECT_EQ(WrapAtBlanks(u"äöü ßéñ жук 日本"_s, 8), u"äöü ßéñ\r\nжук 日本"_s);
 }
 
 TEST(WordWrapTest, AnEmptyTextGivesAnEmptyTextWithoutAnError) {
@@ -172,16 +172,16 @@ TEST(WordWrapTest, AnEmptyTextGivesAnEmptyTextWithoutAnError) {
 TEST(WordWrapTest, AWidthBelowOneIsReportedAndGivesAnEmptyText) {
     for (qint16 width : std::array<qint16, 3>{0, -1, -32768}) {
         test::TestProfile profile;
-        EXPECT_EQ(WordWrap(profile.session, QStringLiteral("some text"), width), QString());
-        EXPECT_EQ(profile.Log(QStringLiteral("ErrorLog.txt")).value(0).section(u' ', -8),
-                  QStringLiteral("in Public.WordWrap - Invalid procedure call or argument"));
+        EXPECT_EQ(WordWrap(profile.session, u"some text"_s, width), QString());
+        EXPECT_EQ(profile.Log(u"ErrorLog.txt"_s).value(0).section(u' ', -8),
+                  u"in Public.WordWrap - Invalid procedure call or argument"_s);
         EXPECT_EQ(profile.Boxes.Shown.size(), 1U);
     }
 }
 
 TEST(WordWrapTest, AWidthBelowOneIsRefusedWithNumberFive) {
     try {
-        WrapAtBlanks(QStringLiteral("some text"), 0);
+        WrapAtBlanks(u"some text"_s, 0);
         FAIL() << "nothing thrown";
     } catch (const RuntimeError &error) {
         EXPECT_EQ(error.Number(), 5);
@@ -190,35 +190,29 @@ TEST(WordWrapTest, AWidthBelowOneIsRefusedWithNumberFive) {
 
 TEST(WordWrapTest, TheGreatestWidthWraps) {
     const QString word(20000, u'x');
-    EXPECT_EQ(WrapAtBlanks(word + u' ' + word, 32767), word + QStringLiteral("\r\n") + word);
+    EXPECT_EQ(WrapAtBlanks(word + u' ' + word, 32767), word + u"\r\n"_s + word);
 }
 
 TEST(WordWrapTest, GivesTheSlowRulesResultForProse) {
-    ExpectTheSlowRulesResult({QStringLiteral("a"), QStringLiteral("bc"), QStringLiteral("defg"),
-                              QStringLiteral(" "), QStringLiteral(" "), QStringLiteral("\r\n")},
-                             1, 2000, 200);
+    ExpectTheSlowRulesResult({u"a"_s, u"bc"_s, u"defg"_s, u" "_s, u" "_s, u"\r\n"_s}, 1, 2000, 200);
 }
 
 TEST(WordWrapTest, GivesTheSlowRulesResultForEveryKindOfLineEnd) {
-    ExpectTheSlowRulesResult({QStringLiteral("x"), QStringLiteral("yy"), QStringLiteral(" "),
-                              QStringLiteral("\r\n"), QStringLiteral("\r"), QStringLiteral("\n"),
-                              QStringLiteral("\t"), QStringLiteral("\r\n\r\n")},
+    ExpectTheSlowRulesResult({u"x"_s, u"yy"_s, u" "_s, u"\r\n"_s, u"\r"_s, u"\n"_s, u"\t"_s, u"\r\n\r\n"_s},
                              2, 3000, 120);
 }
 
 TEST(WordWrapTest, GivesTheSlowRulesResultForBlanksAndEmptyLines) {
-    ExpectTheSlowRulesResult({QStringLiteral(" "), QStringLiteral("\r\n"), QStringLiteral("z")}, 3, 2000, 60);
+    ExpectTheSlowRulesResult({u" "_s, u"\r\n"_s, u"z"_s}, 3, 2000, 60);
 }
 
 TEST(WordWrapTest, GivesTheSlowRulesResultForLongWords) {
-    ExpectTheSlowRulesResult({QString(40, u'w'), QString(90, u'v'), QStringLiteral(" "),
-                              QStringLiteral("\r\n"), QStringLiteral("u ")},
-                             4, 1000, 900);
+    ExpectTheSlowRulesResult({QString(40, u'w'), QString(90, u'v'), u" "_s, u"\r\n"_s, u"u "_s}, 4, 1000,
+                             900);
 }
 
 TEST(WordWrapTest, GivesTheSlowRulesResultForEveryTextOfSevenPieces) {
-    const QStringList pieces{QStringLiteral("a"), QStringLiteral(" "), QStringLiteral("\r"),
-                             QStringLiteral("\n")};
+    const QStringList pieces{u"a"_s, u" "_s, u"\r"_s, u"\n"_s};
     for (int code = 0; code < 4 * 4 * 4 * 4 * 4 * 4 * 4; ++code) {
         QString text;
         for (int rest = code, i = 0; i < 7; ++i, rest /= 4)
@@ -229,7 +223,7 @@ TEST(WordWrapTest, GivesTheSlowRulesResultForEveryTextOfSevenPieces) {
 }
 
 QString WithoutBreaks(QString text) {
-    return text.replace(QStringLiteral("\r\n"), QStringLiteral(" "));
+    return text.replace(u"\r\n"_s, u" "_s);
 }
 
 // Work in the square of the text's length would run here until the test program is stopped.
@@ -243,13 +237,11 @@ TEST(WordWrapTest, AMegabyteOfAnythingTakesTimeInProportion) {
         ExpectOnlyBlanksToBecomeBreaks(QString(kSize, u'x'), width);
         ExpectOnlyBlanksToBecomeBreaks(QString(kSize, u' '), width);
         ExpectOnlyBlanksToBecomeBreaks(QString(kSize, u'\r'), width);
-        ExpectOnlyBlanksToBecomeBreaks(QStringLiteral("\r\n").repeated(kSize / 2), width);
-        ExpectOnlyBlanksToBecomeBreaks(QStringLiteral("x ").repeated(kSize / 2), width);
-        ExpectOnlyBlanksToBecomeBreaks((QString(100, u'x') + QStringLiteral("\r\n")).repeated(kSize / 102),
-                                       width);
-        ExpectOnlyBlanksToBecomeBreaks((QStringLiteral("a ") + QString(32768, u'x')).repeated(kSize / 32770),
-                                       width);
-        ExpectOnlyBlanksToBecomeBreaks(QString(kSize, u'x') + QStringLiteral("\r\n "), width);
+        ExpectOnlyBlanksToBecomeBreaks(u"\r\n"_s.repeated(kSize / 2), width);
+        ExpectOnlyBlanksToBecomeBreaks(u"x "_s.repeated(kSize / 2), width);
+        ExpectOnlyBlanksToBecomeBreaks((QString(100, u'x') + u"\r\n"_s).repeated(kSize / 102), width);
+        ExpectOnlyBlanksToBecomeBreaks((u"a "_s + QString(32768, u'x')).repeated(kSize / 32770), width);
+        ExpectOnlyBlanksToBecomeBreaks(QString(kSize, u'x') + u"\r\n "_s, width);
     }
 }
 

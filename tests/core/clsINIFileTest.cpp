@@ -1,5 +1,6 @@
 #include "core/clsINIFile.h"
 
+#include "core/Literals.h"
 #include "core/TextFile.h"
 #include "support/FullDisk.h"
 #include "support/WithoutRootRights.h"
@@ -12,13 +13,13 @@
 namespace varlo::test {
 namespace {
 
-const QString kKey = QStringLiteral("Key");
+const QString kKey = u"Key"_s;
 
 class clsINIFileTest : public testing::Test {
 protected:
     clsINIFileTest() {
         ini_.SetFile(path_);
-        ini_.SetSection(QStringLiteral("A"));
+        ini_.SetSection(u"A"_s);
     }
     void Put(const QByteArray &bytes) { WriteFile(path_, bytes); }
     QByteArray Bytes() const { return QFile::exists(path_) ? ReadFile(path_) : QByteArray("(no file)"); }
@@ -33,7 +34,7 @@ protected:
     }
 
     QTemporaryDir folder_;
-    QString path_ = folder_.filePath(QStringLiteral("prefs.ini"));
+    QString path_ = folder_.filePath(u"prefs.ini"_s);
     clsINIFile ini_;
 };
 
@@ -41,12 +42,12 @@ TEST_F(clsINIFileTest, NewObjectHasNeitherFileNorSection) {
     const clsINIFile ini;
     EXPECT_EQ(ini.File(), QString());
     EXPECT_EQ(ini.Section(), QString());
-    EXPECT_EQ(ini.GetValue(kKey, QStringLiteral("default")), QStringLiteral("default"));
+    EXPECT_EQ(ini.GetValue(kKey, u"default"_s), u"default"_s);
     EXPECT_NO_THROW(ini.Values(kKey, 1));
 }
 
 TEST_F(clsINIFileTest, SettingTheFileForgetsTheSection) {
-    EXPECT_EQ(ini_.Section(), QStringLiteral("A"));
+    EXPECT_EQ(ini_.Section(), u"A"_s);
     ini_.SetFile(path_);
     EXPECT_EQ(ini_.File(), path_);
     EXPECT_EQ(ini_.Section(), QString());
@@ -54,7 +55,7 @@ TEST_F(clsINIFileTest, SettingTheFileForgetsTheSection) {
 
 TEST_F(clsINIFileTest, MissingKeyGivesTheDefaultWithoutFailing) {
     Put("[A]\r\nOther=1\r\n");
-    EXPECT_EQ(Value("Key", "25"), QStringLiteral("25"));
+    EXPECT_EQ(Value("Key", "25"), u"25"_s);
     EXPECT_FALSE(Fails("Key", "25"));
 }
 
@@ -67,7 +68,7 @@ TEST_F(clsINIFileTest, MissingKeyWithAnEmptyDefaultFails) {
 TEST_F(clsINIFileTest, EmptyValueGivesTheDefaultAndFails) {
     ini_.Values(kKey, QString());
     EXPECT_EQ(Bytes(), QByteArray("[A]\r\nKey=\r\n"));
-    EXPECT_EQ(Value("Key", "25"), QStringLiteral("25"));
+    EXPECT_EQ(Value("Key", "25"), u"25"_s);
     EXPECT_TRUE(Fails("Key", "25"));
 }
 
@@ -75,15 +76,15 @@ TEST_F(clsINIFileTest, FoundValueDoesNotFail) {
     Put("[A]\r\nKey=1\r\n");
     EXPECT_FALSE(Fails("Key", ""));
     bool fail = true;
-    EXPECT_EQ(ini_.GetValue(kKey, QString(), &fail), QStringLiteral("1"));
+    EXPECT_EQ(ini_.GetValue(kKey, QString(), &fail), u"1"_s);
     EXPECT_FALSE(fail) << "an old outcome is cleared";
 }
 
 TEST_F(clsINIFileTest, MissingFileAndSectionAreMissingKeys) {
-    EXPECT_EQ(Value("Key", "25"), QStringLiteral("25"));
+    EXPECT_EQ(Value("Key", "25"), u"25"_s);
     EXPECT_FALSE(Fails("Key", "25"));
     Put("[B]\r\nKey=1\r\n");
-    EXPECT_EQ(Value("Key", "25"), QStringLiteral("25"));
+    EXPECT_EQ(Value("Key", "25"), u"25"_s);
     EXPECT_TRUE(Fails("Key", ""));
 }
 
@@ -112,25 +113,25 @@ TEST_F(clsINIFileTest, LongDefaultIsCutToo) {
 }
 
 TEST_F(clsINIFileTest, ValuesAreWrittenAsText) {
-    ini_.Values(QStringLiteral("Yes"), true);
-    ini_.Values(QStringLiteral("No"), false);
-    ini_.Values(QStringLiteral("Number"), -42);
-    ini_.Values(QStringLiteral("Short"), QVariant::fromValue(static_cast<qint16>(25)));
-    ini_.Values(QStringLiteral("Text"), QStringLiteral("Jos\u00E9"));
+    ini_.Values(u"Yes"_s, true);
+    ini_.Values(u"No"_s, false);
+    ini_.Values(u"Number"_s, -42);
+    ini_.Values(u"Short"_s, QVariant::fromValue(static_cast<qint16>(25)));
+    ini_.Values(u"Text"_s, u"Jos\u00E9"_s);
     EXPECT_EQ(Bytes(),
               QByteArray("[A]\r\nYes=True\r\nNo=False\r\nNumber=-42\r\nShort=25\r\nText=Jos\xC3\xA9\r\n"));
 }
 
 TEST_F(clsINIFileTest, LineBreaksInAValueBecomeBlanks) {
-    ini_.Values(kKey, QStringLiteral("a\r\nb\nc\rd[B]"));
+    ini_.Values(kKey, u"a\r\nb\nc\rd[B]"_s);
     EXPECT_EQ(Bytes(), QByteArray("[A]\r\nKey=a b c d[B]\r\n"));
-    EXPECT_EQ(Value("Key"), QStringLiteral("a b c d[B]"));
+    EXPECT_EQ(Value("Key"), u"a b c d[B]"_s);
 }
 
 TEST_F(clsINIFileTest, WriteKeepsEverythingElse) {
     Put("; mine\r\n\r\n[B]\r\nKey=b\r\n\r\n[a]\nkey = old \nlast=1");
-    ini_.Values(kKey, QStringLiteral("new"));
-    ini_.Values(QStringLiteral("Added"), 1);
+    ini_.Values(kKey, u"new"_s);
+    ini_.Values(u"Added"_s, 1);
     EXPECT_EQ(Bytes(), QByteArray("; mine\r\n\r\n[B]\r\nKey=b\r\n\r\n[a]\nKey=new\nlast=1\r\nAdded=1\r\n"));
 }
 
@@ -142,8 +143,8 @@ TEST_F(clsINIFileTest, OnlyWhatChangesIsWritten) {
                 file.setFileTime(longAgo, QFileDevice::FileModificationTime));
     file.close();
     ini_.Values(kKey, 1);
-    ini_.DeleteKey(QStringLiteral("Other"));
-    ini_.DeleteSection(QStringLiteral("B"));
+    ini_.DeleteKey(u"Other"_s);
+    ini_.DeleteSection(u"B"_s);
     EXPECT_EQ(QFileInfo(path_).lastModified(), longAgo);
     ini_.Values(kKey, 2);
     EXPECT_NE(QFileInfo(path_).lastModified(), longAgo);
@@ -153,60 +154,60 @@ TEST_F(clsINIFileTest, OnlyWhatChangesIsWritten) {
 TEST_F(clsINIFileTest, TwoInstancesSeeEachOthersChanges) {
     clsINIFile other;
     other.SetFile(path_);
-    other.SetSection(QStringLiteral("a"));
+    other.SetSection(u"a"_s);
     ini_.Values(kKey, 1);
-    EXPECT_EQ(other.GetValue(kKey), QStringLiteral("1"));
+    EXPECT_EQ(other.GetValue(kKey), u"1"_s);
     other.Values(kKey, 2);
-    EXPECT_EQ(Value("Key"), QStringLiteral("2"));
+    EXPECT_EQ(Value("Key"), u"2"_s);
     ini_.DeleteKey(kKey);
-    EXPECT_EQ(other.GetValue(kKey, QStringLiteral("gone")), QStringLiteral("gone"));
+    EXPECT_EQ(other.GetValue(kKey, u"gone"_s), u"gone"_s);
 }
 
 TEST_F(clsINIFileTest, ByteOrderMarkIsSkipped) {
     Put("\xEF\xBB\xBF[A]\r\nKey=1\r\n");
-    EXPECT_EQ(Value("Key"), QStringLiteral("1"));
-    ini_.Values(QStringLiteral("New"), 2);
+    EXPECT_EQ(Value("Key"), u"1"_s);
+    ini_.Values(u"New"_s, 2);
     EXPECT_EQ(Bytes(), QByteArray("[A]\r\nKey=1\r\nNew=2\r\n"));
 }
 
 TEST_F(clsINIFileTest, Windows1252IsUnderstood) {
     Put("[A]\r\nKey=caf\xE9 \x80 \x81\r\n");
-    EXPECT_EQ(Value("Key"), QStringLiteral("caf\u00E9 \u20AC \u0081"));
+    EXPECT_EQ(Value("Key"), u"caf\u00E9 \u20AC \u0081"_s);
 }
 
 TEST_F(clsINIFileTest, WriteKeepsTheTextOfAWindows1252File) {
     Put("[A]\r\nKey=caf\xE9\r\n");
-    ini_.Values(QStringLiteral("New"), 1);
-    EXPECT_EQ(Value("Key"), QStringLiteral("caf\u00E9"));
-    EXPECT_EQ(Value("New"), QStringLiteral("1"));
+    ini_.Values(u"New"_s, 1);
+    EXPECT_EQ(Value("Key"), u"caf\u00E9"_s);
+    EXPECT_EQ(Value("New"), u"1"_s);
 }
 
 TEST_F(clsINIFileTest, DeleteKeyRemovesItFromTheCurrentSection) {
     Put("[A]\r\nKey=1\r\n[B]\r\nKey=2\r\n");
-    ini_.DeleteKey(QStringLiteral("KEY"));
+    ini_.DeleteKey(u"KEY"_s);
     EXPECT_EQ(Bytes(), QByteArray("[A]\r\n[B]\r\nKey=2\r\n"));
 }
 
 TEST_F(clsINIFileTest, DeleteSectionLeavesTheCurrentSection) {
     Put("[X]\r\nKey=1\r\n[Y]\r\nKey=2\r\n");
-    ini_.SetSection(QStringLiteral("Y"));
-    ini_.DeleteSection(QStringLiteral("X"));
-    EXPECT_EQ(ini_.Section(), QStringLiteral("Y"));
+    ini_.SetSection(u"Y"_s);
+    ini_.DeleteSection(u"X"_s);
+    EXPECT_EQ(ini_.Section(), u"Y"_s);
     EXPECT_EQ(Bytes(), QByteArray("[Y]\r\nKey=2\r\n"));
 }
 
 TEST_F(clsINIFileTest, DeletingWhatIsMissingGoesUnnoticed) {
     ini_.DeleteKey(kKey);
-    ini_.DeleteSection(QStringLiteral("X"));
+    ini_.DeleteSection(u"X"_s);
     EXPECT_EQ(Bytes(), QByteArray("(no file)"));
     Put("[A]\r\nKey=1");
-    ini_.DeleteKey(QStringLiteral("Other"));
-    ini_.DeleteSection(QStringLiteral("X"));
+    ini_.DeleteKey(u"Other"_s);
+    ini_.DeleteSection(u"X"_s);
     EXPECT_EQ(Bytes(), QByteArray("[A]\r\nKey=1"));
 }
 
 TEST_F(clsINIFileTest, NewFileIsReadableByItsOwnerOnly) {
-    ini_.Values(QStringLiteral("POPPassword"), QStringLiteral("secret"));
+    ini_.Values(u"POPPassword"_s, u"secret"_s);
     const QFileDevice::Permissions others = QFileDevice::ReadGroup | QFileDevice::WriteGroup |
                                             QFileDevice::ExeGroup | QFileDevice::ReadOther |
                                             QFileDevice::WriteOther | QFileDevice::ExeOther;
@@ -229,17 +230,17 @@ TEST_F(clsINIFileTest, WriteIntoAVanishedFolderGoesUnnoticed) {
     ASSERT_TRUE(folder_.remove());
     ini_.Values(kKey, 1);
     ini_.DeleteKey(kKey);
-    ini_.DeleteSection(QStringLiteral("A"));
+    ini_.DeleteSection(u"A"_s);
     EXPECT_FALSE(QFileInfo::exists(folder_.path()));
-    EXPECT_EQ(Value("Key", "25"), QStringLiteral("25"));
+    EXPECT_EQ(Value("Key", "25"), u"25"_s);
 }
 
 TEST_F(clsINIFileTest, FolderInPlaceOfTheFileGoesUnnoticed) {
-    ASSERT_TRUE(QDir().mkpath(path_ + QStringLiteral("/inside")));
+    ASSERT_TRUE(QDir().mkpath(path_ + u"/inside"_s));
     ini_.Values(kKey, 1);
     ini_.DeleteKey(kKey);
-    EXPECT_TRUE(QFileInfo(path_ + QStringLiteral("/inside")).isDir());
-    EXPECT_EQ(Value("Key", "25"), QStringLiteral("25"));
+    EXPECT_TRUE(QFileInfo(path_ + u"/inside"_s).isDir());
+    EXPECT_EQ(Value("Key", "25"), u"25"_s);
 }
 
 TEST_F(clsINIFileTest, FullDiskLeavesTheOldFileAtEveryByte) {
@@ -253,7 +254,7 @@ TEST_F(clsINIFileTest, FullDiskLeavesTheOldFileAtEveryByte) {
         ASSERT_EQ(Bytes(), old) << "with room for " << room << " bytes";
     }
     ini_.Values(kKey, 2);
-    EXPECT_EQ(Value("Key"), QStringLiteral("2"));
+    EXPECT_EQ(Value("Key"), u"2"_s);
 }
 
 TEST_F(clsINIFileTest, ReadOnlyFileStaysAsItIs) {
@@ -264,8 +265,8 @@ TEST_F(clsINIFileTest, ReadOnlyFileStaysAsItIs) {
         const WithoutRootRights asUser;
         ini_.Values(kKey, 2);
         ini_.DeleteKey(kKey);
-        ini_.DeleteSection(QStringLiteral("A"));
-        EXPECT_EQ(Value("Key"), QStringLiteral("1"));
+        ini_.DeleteSection(u"A"_s);
+        EXPECT_EQ(Value("Key"), u"1"_s);
     }
     EXPECT_EQ(Bytes(), QByteArray("[A]\r\nKey=1\r\n"));
 }
@@ -276,8 +277,8 @@ TEST_F(clsINIFileTest, FileThatCannotBeReadIsNeverReplaced) {
     ASSERT_TRUE(QFile::setPermissions(folder_.path(), QFileDevice::Permissions(0x7777)));
     {
         const WithoutRootRights asUser;
-        ini_.Values(QStringLiteral("New"), 2);
-        EXPECT_EQ(Value("Key", "25"), QStringLiteral("25"));
+        ini_.Values(u"New"_s, 2);
+        EXPECT_EQ(Value("Key", "25"), u"25"_s);
     }
     ASSERT_TRUE(QFile::setPermissions(path_, QFileDevice::ReadOwner | QFileDevice::WriteOwner));
     EXPECT_EQ(Bytes(), QByteArray("[A]\r\nKey=1\r\n"));

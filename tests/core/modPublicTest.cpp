@@ -1,5 +1,7 @@
 #include "core/modPublic.h"
 
+#include "core/Literals.h"
+
 #include <QFile>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
@@ -9,53 +11,53 @@ namespace {
 
 TEST(LowerCased, IsWhatQtMakesOfEveryCharacter) {
     for (int c = 0; c <= 0xFFFF; ++c) {
-        const QString text = QStringLiteral("a@") + QChar(c) + u'z';
+        const QString text = u"a@"_s + QChar(c) + u'z';
         ASSERT_EQ(LowerCased(text), text.toLower()) << c;
     }
 }
 
 TEST(LowerCased, SharesATextThatIsLowerCaseAlready) {
-    const QString text = QStringLiteral("joe.1-x_{~}@y.test");
+    const QString text = u"joe.1-x_{~}@y.test"_s;
     EXPECT_EQ(LowerCased(text).constData(), text.constData());
     EXPECT_EQ(LowerCased(QString()), QString());
 }
 
 TEST(PathExists, FindsFilesAndFolders) {
     const QTemporaryDir folder;
-    const QString file = folder.filePath(QStringLiteral("file"));
+    const QString file = folder.filePath(u"file"_s);
     EXPECT_TRUE(PathExists(folder.path()));
     EXPECT_FALSE(PathExists(file));
     ASSERT_TRUE(QFile(file).open(QIODevice::WriteOnly));
     EXPECT_TRUE(PathExists(file));
-    EXPECT_FALSE(PathExists(file + QStringLiteral("/below")));
+    EXPECT_FALSE(PathExists(file + u"/below"_s));
     EXPECT_FALSE(PathExists(QString()));
 }
 
 TEST(PathExists, FindsALinkThatLeadsNowhere) {
     const QTemporaryDir folder;
-    const QString link = folder.filePath(QStringLiteral("link"));
-    ASSERT_TRUE(QFile::link(folder.filePath(QStringLiteral("none")), link));
+    const QString link = folder.filePath(u"link"_s);
+    ASSERT_TRUE(QFile::link(folder.filePath(u"none"_s), link));
     EXPECT_TRUE(PathExists(link));
 }
 
 TEST(StripChars, EachOfTheCharactersBecomesABlank) {
-    EXPECT_EQ(StripChars(QStringLiteral("a/b:c"), kForbiddenInNames), QStringLiteral("a b c"));
-    EXPECT_EQ(StripChars(QStringLiteral("\\/:*?\"<>|"), kForbiddenInNames), QString(9, u' '));
+    EXPECT_EQ(StripChars(u"a/b:c"_s, kForbiddenInNames), u"a b c"_s);
+    EXPECT_EQ(StripChars(u"\\/:*?\"<>|"_s, kForbiddenInNames), QString(9, u' '));
 }
 
 TEST(StripChars, KeepsLetterCaseAndEverythingElse) {
-    EXPECT_EQ(StripChars(QStringLiteral(" aA.x "), QStringLiteral("a")), QStringLiteral("  A.x "));
+    EXPECT_EQ(StripChars(u" aA.x "_s, u"a"_s), u"  A.x "_s);
     EXPECT_EQ(StripChars(QString(), kForbiddenInNames), QString());
-    EXPECT_EQ(StripChars(QStringLiteral("a/b"), QString()), QStringLiteral("a/b"));
+    EXPECT_EQ(StripChars(u"a/b"_s, QString()), u"a/b"_s);
 }
 
 TEST(DurationText, HoursAndMinutesAppearOnlyAboveZero) {
-    EXPECT_EQ(DurationText(0), QStringLiteral("0 secs"));
-    EXPECT_EQ(DurationText(59), QStringLiteral("59 secs"));
-    EXPECT_EQ(DurationText(60), QStringLiteral("1 mins, 0 secs"));
-    EXPECT_EQ(DurationText(3600), QStringLiteral("1 hrs, 0 secs"));
-    EXPECT_EQ(DurationText(3723), QStringLiteral("1 hrs, 2 mins, 3 secs"));
-    EXPECT_EQ(DurationText(360000), QStringLiteral("100 hrs, 0 secs"));
+    EXPECT_EQ(DurationText(0), u"0 secs"_s);
+    EXPECT_EQ(DurationText(59), u"59 secs"_s);
+    EXPECT_EQ(DurationText(60), u"1 mins, 0 secs"_s);
+    EXPECT_EQ(DurationText(3600), u"1 hrs, 0 secs"_s);
+    EXPECT_EQ(DurationText(3723), u"1 hrs, 2 mins, 3 secs"_s);
+    EXPECT_EQ(DurationText(360000), u"100 hrs, 0 secs"_s);
 }
 
 } // namespace

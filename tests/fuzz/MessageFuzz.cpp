@@ -1,5 +1,6 @@
 // Any bytes as a mail message.
 
+#include "core/Literals.h"
 #include "core/RuntimeError.h"
 #include "core/TextFile.h"
 #include "fuzz/FuzzSupport.h"
@@ -13,7 +14,7 @@ namespace {
 
 void CheckValue(const QString &value, const QString &headers) {
     Require(headers.contains(value), "a value is a part of the headers");
-    Require(!value.contains(QStringLiteral("\r\n")), "a value is one line");
+    Require(!value.contains(u"\r\n"_s), "a value is one line");
     Require(!value.startsWith(u' ') && !value.endsWith(u' '), "a value has no blanks around it");
 }
 
@@ -43,7 +44,7 @@ void CheckRequest(const clsMessage &message) {
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
     const QString text = DecodeText(fuzz::Input(data, size).Rest());
-    const qsizetype emptyLine = text.indexOf(QStringLiteral("\r\n\r\n"));
+    const qsizetype emptyLine = text.indexOf(u"\r\n\r\n"_s);
     fuzz::CountingDialogs boxes;
     clsMessage message;
     try {

@@ -2,6 +2,7 @@
 // then each chunk follows a byte with its length. The length 0 is a click for a new check, the longest one
 // repeats its chunk.
 
+#include "core/Literals.h"
 #include "core/RuntimeError.h"
 #include "core/TextFile.h"
 #include "fuzz/FuzzSupport.h"
@@ -25,8 +26,7 @@ public:
 
     void Click() {
         requests_ = Requests();
-        const Pop3Effects effects = session_.Start(
-            {QStringLiteral("h"), QStringLiteral("joe"), QStringLiteral("secret"), deleteUnrelated_});
+        const Pop3Effects effects = session_.Start({u"h"_s, u"joe"_s, u"secret"_s, deleteUnrelated_});
         Require(effects.size() == 3 && session_.CurrentState() == State::Greeting, "a click starts anew");
     }
 
@@ -56,8 +56,8 @@ private:
             if (effect.What == Kind::Send)
                 Require(!effect.Text.contains(u'\n') && !effect.Text.contains(u'\r'),
                         "a command is one line");
-            if (effect.What == Kind::Log && effect.Text.startsWith(QStringLiteral("PASS")))
-                Require(effect.Text == QStringLiteral("PASS ********"), "the password is never logged");
+            if (effect.What == Kind::Log && effect.Text.startsWith(u"PASS"_s))
+                Require(effect.Text == u"PASS ********"_s, "the password is never logged");
         }
     }
 

@@ -1,5 +1,6 @@
 #include "lists/AddressRules.h"
 
+#include "core/Literals.h"
 #include "lists/ListsFixture.h"
 
 #include <gtest/gtest.h>
@@ -29,32 +30,32 @@ TEST_F(AddressRulesTest, TakesWhatIsLooselyAnAddress) {
 }
 
 TEST_F(AddressRulesTest, NeedsAnAtSign) {
-    EXPECT_FALSE(PassesAddressRules(QStringLiteral("ab.cd.ef")));
+    EXPECT_FALSE(PassesAddressRules(u"ab.cd.ef"_s));
 }
 
 TEST_F(AddressRulesTest, NeedsAPoint) {
-    EXPECT_FALSE(PassesAddressRules(QStringLiteral("abc@defg")));
+    EXPECT_FALSE(PassesAddressRules(u"abc@defg"_s));
 }
 
 TEST_F(AddressRulesTest, NeedsSixCharacters) {
-    EXPECT_FALSE(PassesAddressRules(QStringLiteral("a@b.c")));
-    EXPECT_TRUE(PassesAddressRules(QStringLiteral("ab@c.d")));
+    EXPECT_FALSE(PassesAddressRules(u"a@b.c"_s));
+    EXPECT_TRUE(PassesAddressRules(u"ab@c.d"_s));
     EXPECT_FALSE(PassesAddressRules(QString()));
-    EXPECT_FALSE(PassesAddressRules(QStringLiteral("@.")));
+    EXPECT_FALSE(PassesAddressRules(u"@."_s));
 }
 
 TEST_F(AddressRulesTest, HasNoUpperLimitOfLength) {
-    EXPECT_TRUE(PassesAddressRules(QString(100000, u'a') + QStringLiteral("@x.test")));
+    EXPECT_TRUE(PassesAddressRules(QString(100000, u'a') + u"@x.test"_s));
 }
 
 TEST_F(AddressRulesTest, RefusesASecondAtSign) {
-    EXPECT_FALSE(PassesAddressRules(QStringLiteral("a@b@c.de")));
-    EXPECT_FALSE(PassesAddressRules(QStringLiteral("a@@b.cd")));
-    EXPECT_FALSE(PassesAddressRules(QStringLiteral("a@b.cd@")));
+    EXPECT_FALSE(PassesAddressRules(u"a@b@c.de"_s));
+    EXPECT_FALSE(PassesAddressRules(u"a@@b.cd"_s));
+    EXPECT_FALSE(PassesAddressRules(u"a@b.cd@"_s));
 }
 
 TEST_F(AddressRulesTest, NeedsAPointBehindTheAtSign) {
-    EXPECT_FALSE(PassesAddressRules(QStringLiteral("a.b@cde")));
+    EXPECT_FALSE(PassesAddressRules(u"a.b@cde"_s));
 }
 
 TEST_F(AddressRulesTest, RefusesTwoPointsInARow) {
@@ -63,28 +64,27 @@ TEST_F(AddressRulesTest, RefusesTwoPointsInARow) {
 }
 
 TEST_F(AddressRulesTest, RefusesEveryForbiddenCharacterInEveryPlace) {
-    const QString forbidden = QStringLiteral("!#$%^&*()=+{}[]|\\;:'/?>,< \"");
+    const QString forbidden = u"!#$%^&*()=+{}[]|\\;:'/?>,< \""_s;
     ASSERT_EQ(forbidden.size(), 27);
-    const QString address = QStringLiteral("abc@def.gh");
+    const QString address = u"abc@def.gh"_s;
     for (QChar c : forbidden)
         for (qsizetype place = 0; place <= address.size(); ++place)
             EXPECT_FALSE(PassesAddressRules(QString(address).insert(place, c)));
 }
 
 TEST_F(AddressRulesTest, TakesEveryOtherAsciiCharacterInEveryPlaceOfTheName) {
-    const QString forbidden = QStringLiteral("!#$%^&*()=+{}[]|\\;:'/?>,< \"@");
+    const QString forbidden = u"!#$%^&*()=+{}[]|\\;:'/?>,< \"@"_s;
     for (char16_t code = u' '; code < 0x7F; ++code) {
         if (forbidden.contains(QChar(code)))
             continue;
-        EXPECT_TRUE(PassesAddressRules(QStringLiteral("ab") + QChar(code) + QStringLiteral("c@def.gh")))
+        EXPECT_TRUE(PassesAddressRules(u"ab"_s + QChar(code) + u"c@def.gh"_s))
             << "character " << static_cast<int>(code);
     }
 }
 
 TEST_F(AddressRulesTest, RefusesNamesAndBracketsAroundAnAddress) {
-    const QStringList invalid{QStringLiteral("first last@x.com"), QStringLiteral("a,b@x.com"),
-                              QStringLiteral("<a@x.com>"),        QStringLiteral("\"a\"@x.com"),
-                              QStringLiteral("mailto:ab@x.com"),  QStringLiteral("MAILTO:a@b.com")};
+    const QStringList invalid{u"first last@x.com"_s, u"a,b@x.com"_s,       u"<a@x.com>"_s,
+                              u"\"a\"@x.com"_s,      u"mailto:ab@x.com"_s, u"MAILTO:a@b.com"_s};
     EXPECT_EQ(RefusedOf(invalid), invalid);
 }
 
@@ -103,16 +103,16 @@ bool PassesOneByOne(const QString &address) {
     const QString domain = address.mid(address.indexOf(u'@') + 1);
     if (domain.contains(u'@') || !domain.contains(u'.') || address.contains(u'"'))
         return false;
-    for (QChar c : QStringLiteral("!#$%^&*()=+{}[]|\\;:'/?>,< "))
+    for (QChar c : u"!#$%^&*()=+{}[]|\\;:'/?>,< "_s)
         if (address.contains(c))
             return false;
-    return !address.contains(QStringLiteral(".."));
+    return !address.contains(u".."_s);
 }
 
 TEST_F(AddressRulesTest, AgreesWithTheRulesTakenOneByOne) {
     constexpr unsigned kSeed = 99;
     std::mt19937 random(kSeed);
-    const QString pieces = QStringLiteral("aab.@@.~é\" +");
+    const QString pieces = u"aab.@@.~é\" +"_s;
     int valid = 0;
     for (int i = 0; i < 200000; ++i) {
         QString address;
@@ -127,56 +127,56 @@ TEST_F(AddressRulesTest, AgreesWithTheRulesTakenOneByOne) {
 }
 
 TEST_F(AddressRulesTest, AnInvalidAddressIsNamedInABox) {
-    EXPECT_FALSE(IsValidAddress(session, QStringLiteral("<b>nobody</b>"), false));
-    const std::vector<test::ShownBox> expected{
-        {QStringLiteral("Varlo Pro Error"), QStringLiteral("The e-mail address [<b>nobody</b>] is invalid"),
-         BoxButtons::Ok, BoxIcon::Critical}};
+    EXPECT_FALSE(IsValidAddress(session, u"<b>nobody</b>"_s, false));
+    const std::vector<test::ShownBox> expected{{u"Varlo Pro Error"_s,
+                                                u"The e-mail address [<b>nobody</b>] is invalid"_s,
+                                                BoxButtons::Ok, BoxIcon::Critical}};
     EXPECT_EQ(profile.Boxes.Shown, expected);
     EXPECT_EQ(TakeStatus(), QStringList());
 }
 
 TEST_F(AddressRulesTest, SilentShowsNothing) {
-    EXPECT_FALSE(IsValidAddress(session, QStringLiteral("nobody"), true));
+    EXPECT_FALSE(IsValidAddress(session, u"nobody"_s, true));
     EXPECT_EQ(profile.Boxes.Texts(), QStringList());
 }
 
 TEST_F(AddressRulesTest, AValidAddressShowsNothing) {
-    EXPECT_TRUE(IsValidAddress(session, QStringLiteral("ab@x.test"), false));
+    EXPECT_TRUE(IsValidAddress(session, u"ab@x.test"_s, false));
     EXPECT_EQ(profile.Boxes.Texts(), QStringList());
     EXPECT_EQ(TakeStatus(), QStringList());
 }
 
 TEST_F(AddressRulesTest, ADuplicateIsNamedAsItWasGiven) {
     lists.lstEmailList(kChronological).SetEntries(test::Words("a@x.test B@X.test"));
-    EXPECT_FALSE(IsNewAddress(session, QStringLiteral("b@x.TEST"), lists.lstEmailList(kChronological)));
-    EXPECT_EQ(TakeStatus(), QStringList(QStringLiteral("Duplicate address [b@x.TEST] ignored")));
+    EXPECT_FALSE(IsNewAddress(session, u"b@x.TEST"_s, lists.lstEmailList(kChronological)));
+    EXPECT_EQ(TakeStatus(), QStringList(u"Duplicate address [b@x.TEST] ignored"_s));
     EXPECT_EQ(profile.Boxes.Texts(), QStringList());
 }
 
 TEST_F(AddressRulesTest, ANewAddressSaysNothing) {
     lists.lstEmailList(kChronological).SetEntries(test::Words("a@x.test"));
-    EXPECT_TRUE(IsNewAddress(session, QStringLiteral("a@x.tes"), lists.lstEmailList(kChronological)));
+    EXPECT_TRUE(IsNewAddress(session, u"a@x.tes"_s, lists.lstEmailList(kChronological)));
     EXPECT_EQ(TakeStatus(), QStringList());
 }
 
 TEST_F(AddressRulesTest, PendingEntriesAreComparedWithTheirSign) {
     AddPending(test::Words("+a@x.test"));
-    EXPECT_TRUE(IsNewAddress(session, QStringLiteral("a@x.test"), lists.lstEmailList(kPending)));
-    EXPECT_TRUE(IsNewAddress(session, QStringLiteral("-a@x.test"), lists.lstEmailList(kPending)));
-    EXPECT_FALSE(IsNewAddress(session, QStringLiteral("+A@x.test"), lists.lstEmailList(kPending)));
+    EXPECT_TRUE(IsNewAddress(session, u"a@x.test"_s, lists.lstEmailList(kPending)));
+    EXPECT_TRUE(IsNewAddress(session, u"-a@x.test"_s, lists.lstEmailList(kPending)));
+    EXPECT_FALSE(IsNewAddress(session, u"+A@x.test"_s, lists.lstEmailList(kPending)));
 }
 
 TEST_F(AddressRulesTest, TypedTextLosesBlanksThenTheLinkPrefix) {
-    EXPECT_EQ(CleanTypedAddress(QStringLiteral("  a@b.com ")), QStringLiteral("a@b.com"));
-    EXPECT_EQ(CleanTypedAddress(QStringLiteral(" mailto:a@b.com")), QStringLiteral("a@b.com"));
-    EXPECT_EQ(CleanTypedAddress(QStringLiteral("a b@c.com")), QStringLiteral("a b@c.com"));
-    EXPECT_EQ(CleanTypedAddress(QStringLiteral("mailto:")), QString());
-    EXPECT_EQ(CleanTypedAddress(QStringLiteral("   ")), QString());
+    EXPECT_EQ(CleanTypedAddress(u"  a@b.com "_s), u"a@b.com"_s);
+    EXPECT_EQ(CleanTypedAddress(u" mailto:a@b.com"_s), u"a@b.com"_s);
+    EXPECT_EQ(CleanTypedAddress(u"a b@c.com"_s), u"a b@c.com"_s);
+    EXPECT_EQ(CleanTypedAddress(u"mailto:"_s), QString());
+    EXPECT_EQ(CleanTypedAddress(u"   "_s), QString());
 }
 
 TEST_F(AddressRulesTest, TheLinkPrefixIsToldFromOtherLetterCase) {
-    EXPECT_EQ(CleanTypedAddress(QStringLiteral("MAILTO:a@b.com")), QStringLiteral("MAILTO:a@b.com"));
-    EXPECT_EQ(CleanTypedAddress(QStringLiteral("mailto a@b.com")), QStringLiteral("mailto a@b.com"));
+    EXPECT_EQ(CleanTypedAddress(u"MAILTO:a@b.com"_s), u"MAILTO:a@b.com"_s);
+    EXPECT_EQ(CleanTypedAddress(u"mailto a@b.com"_s), u"mailto a@b.com"_s);
 }
 
 } // namespace

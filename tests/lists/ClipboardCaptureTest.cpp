@@ -1,5 +1,6 @@
 #include "lists/ClipboardCapture.h"
 
+#include "core/Literals.h"
 #include "lists/ListsFixture.h"
 
 #include <gtest/gtest.h>
@@ -23,32 +24,32 @@ protected:
 };
 
 TEST_F(ClipboardCaptureTest, WhatWasCopiedBeforeIsDiscarded) {
-    clipboard = QStringLiteral("ab@x.test");
+    clipboard = u"ab@x.test"_s;
     capture.Begin();
     EXPECT_EQ(capture.Tick(), QString());
     EXPECT_EQ(Pending(), QStringList());
-    EXPECT_EQ(TakeStatus(), QStringList(QStringLiteral("E-mail address capture on")));
+    EXPECT_EQ(TakeStatus(), QStringList(u"E-mail address capture on"_s));
 }
 
 TEST_F(ClipboardCaptureTest, TheClipboardIsEmptyAfterTheEnd) {
-    clipboard = QStringLiteral("ab@x.test");
+    clipboard = u"ab@x.test"_s;
     capture.End();
     EXPECT_EQ(clipboard, QString());
-    EXPECT_EQ(TakeStatus(), QStringList(QStringLiteral("E-mail address capture off")));
+    EXPECT_EQ(TakeStatus(), QStringList(u"E-mail address capture off"_s));
 }
 
 TEST_F(ClipboardCaptureTest, AnAddressIsQueuedCountedAndTakenOffTheClipboard) {
-    EXPECT_EQ(Copy(QStringLiteral(" Ab@x.test ")), QStringLiteral("1 e-mail addresses captured"));
+    EXPECT_EQ(Copy(u" Ab@x.test "_s), u"1 e-mail addresses captured"_s);
     EXPECT_EQ(clipboard, QString());
     EXPECT_EQ(Pending(), Words("+Ab@x.test"));
     EXPECT_EQ(lists.Selection(kPending).currentIndex().row(), 0);
-    EXPECT_EQ(TakeStatus(), QStringList(QStringLiteral("Added [Ab@x.test] to the pending list")));
+    EXPECT_EQ(TakeStatus(), QStringList(u"Added [Ab@x.test] to the pending list"_s));
 }
 
 TEST_F(ClipboardCaptureTest, TheCaptionCountsAllPendingEntries) {
     AddPending(Words("-old@x.test"));
-    EXPECT_EQ(Copy(QStringLiteral("ab@x.test")), QStringLiteral("2 e-mail addresses captured"));
-    EXPECT_EQ(ClipboardCapture::Caption(0), QStringLiteral("0 e-mail addresses captured"));
+    EXPECT_EQ(Copy(u"ab@x.test"_s), u"2 e-mail addresses captured"_s);
+    EXPECT_EQ(ClipboardCapture::Caption(0), u"0 e-mail addresses captured"_s);
 }
 
 TEST_F(ClipboardCaptureTest, AnEmptyClipboardSaysNothing) {
@@ -57,22 +58,22 @@ TEST_F(ClipboardCaptureTest, AnEmptyClipboardSaysNothing) {
 }
 
 TEST_F(ClipboardCaptureTest, ALinkLosesItsPrefix) {
-    Copy(QStringLiteral("mailto:ab@x.test"));
+    Copy(u"mailto:ab@x.test"_s);
     EXPECT_EQ(Pending(), Words("+ab@x.test"));
-    Copy(QStringLiteral("MAILTO:ab@x.test"));
+    Copy(u"MAILTO:ab@x.test"_s);
     EXPECT_EQ(Pending(), Words("+ab@x.test"));
 }
 
 TEST_F(ClipboardCaptureTest, WhatIsNoAddressIsDroppedSilently) {
-    const QStringList texts{QStringLiteral("A paragraph of text. It holds ab@x.test somewhere, too."),
-                            QStringLiteral("<a href=\"mailto:ab@x.test\">ab@x.test</a>"),
-                            QStringLiteral("<b>ab@x.test</b>"),
-                            QStringLiteral("ab@x.test\r\ncd@x.test"),
-                            QStringLiteral("ab@x.test\ncd@x.test"),
-                            QStringLiteral("ab@x.test\tcd@x.test"),
-                            QStringLiteral("ab@x.test\rcd"),
-                            QStringLiteral("mailto:"),
-                            QStringLiteral("   "),
+    const QStringList texts{u"A paragraph of text. It holds ab@x.test somewhere, too."_s,
+                            u"<a href=\"mailto:ab@x.test\">ab@x.test</a>"_s,
+                            u"<b>ab@x.test</b>"_s,
+                            u"ab@x.test\r\ncd@x.test"_s,
+                            u"ab@x.test\ncd@x.test"_s,
+                            u"ab@x.test\tcd@x.test"_s,
+                            u"ab@x.test\rcd"_s,
+                            u"mailto:"_s,
+                            u"   "_s,
                             QString(1000000, u'x')};
     for (const QString &text : texts) {
         EXPECT_EQ(Copy(text), QString());
@@ -85,25 +86,25 @@ TEST_F(ClipboardCaptureTest, WhatIsNoAddressIsDroppedSilently) {
 
 // Cells and lines are copied with their line end.
 TEST_F(ClipboardCaptureTest, ALineEndBehindAnAddressIsNoPartOfIt) {
-    Copy(QStringLiteral("ab@x.test\r\n"));
+    Copy(u"ab@x.test\r\n"_s);
     EXPECT_EQ(Pending(), Words("+ab@x.test"));
 }
 
 TEST_F(ClipboardCaptureTest, TheSameAddressTwiceIsQueuedTwice) {
-    Copy(QStringLiteral("ab@x.test"));
-    Copy(QStringLiteral("AB@x.test"));
+    Copy(u"ab@x.test"_s);
+    Copy(u"AB@x.test"_s);
     EXPECT_EQ(Pending(), Words("+ab@x.test +AB@x.test"));
 }
 
 TEST_F(ClipboardCaptureTest, ADuplicateIsToldEvenWhenItIsNoAddress) {
     AddPending(Words("nobody"));
-    EXPECT_EQ(Copy(QStringLiteral("NOBODY")), QString());
-    EXPECT_EQ(TakeStatus(), QStringList(QStringLiteral("Duplicate address [NOBODY] ignored")));
+    EXPECT_EQ(Copy(u"NOBODY"_s), QString());
+    EXPECT_EQ(TakeStatus(), QStringList(u"Duplicate address [NOBODY] ignored"_s));
     EXPECT_EQ(Pending(), Words("nobody"));
 }
 
 TEST_F(ClipboardCaptureTest, TwoHundredTextsInARowAreAllTaken) {
-    const QStringList addresses = test::Addresses(200, QStringLiteral("user"));
+    const QStringList addresses = test::Addresses(200, u"user"_s);
     QStringList expected;
     for (const QString &address : addresses) {
         expected << u'+' + address;
@@ -114,17 +115,17 @@ TEST_F(ClipboardCaptureTest, TwoHundredTextsInARowAreAllTaken) {
 }
 
 TEST_F(ClipboardCaptureTest, AFullPendingListIsReported) {
-    AddPending(test::Addresses(EntryListModel::kMostEntries, QStringLiteral("+a")));
-    EXPECT_EQ(Copy(QStringLiteral("more@x.test")), QString());
-    EXPECT_EQ(Errors(), QStringList(QStringLiteral("6 in Main.tmrCaptureEmail - Overflow")));
+    AddPending(test::Addresses(EntryListModel::kMostEntries, u"+a"_s));
+    EXPECT_EQ(Copy(u"more@x.test"_s), QString());
+    EXPECT_EQ(Errors(), QStringList(u"6 in Main.tmrCaptureEmail - Overflow"_s));
     EXPECT_EQ(lists.lstEmailList(kPending).Count(), EntryListModel::kMostEntries);
 }
 
 TEST_F(ClipboardCaptureTest, AStatusLogThatCannotBeWrittenLosesNoAddress) {
-    BlockLog(QStringLiteral("StatusLog.txt"));
-    Copy(QStringLiteral("ab@x.test"));
+    BlockLog(u"StatusLog.txt"_s);
+    Copy(u"ab@x.test"_s);
     EXPECT_EQ(Pending(), Words("+ab@x.test"));
-    EXPECT_EQ(Errors(), QStringList(QStringLiteral("70 in Main.tmrCaptureEmail - Permission denied")));
+    EXPECT_EQ(Errors(), QStringList(u"70 in Main.tmrCaptureEmail - Permission denied"_s));
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 #include "lists/CurrentListFrame.h"
 
+#include "core/Literals.h"
 #include "lists/FramesFixture.h"
 #include "support/FullDisk.h"
 
@@ -15,8 +16,8 @@ namespace {
 using test::FileBytes;
 using test::Words;
 
-const QString kNews = QStringLiteral("news");
-const QString kOther = QStringLiteral("other");
+const QString kNews = u"news"_s;
+const QString kOther = u"other"_s;
 
 class CurrentListFrameTest : public test::FramesFixture {
 protected:
@@ -28,9 +29,7 @@ protected:
         ASSERT_FALSE(lists.ListSaved);
         TakeStatus();
     }
-    void RemoveListsFolder() {
-        ASSERT_TRUE(QDir(session.ProfileFile(QStringLiteral("lists"))).removeRecursively());
-    }
+    void RemoveListsFolder() { ASSERT_TRUE(QDir(session.ProfileFile(u"lists"_s)).removeRecursively()); }
     void Answer(std::initializer_list<BoxAnswer> answers) { profile.Boxes.Answers = answers; }
     void Input(const QString &text) { profile.Boxes.Inputs.push_back(text); }
     // The open list, its chooser and its entries.
@@ -43,28 +42,27 @@ protected:
 
 TEST_F(CurrentListFrameTest, ItsControlsHaveTheirNamesCaptionsAndToolTips) {
     const std::vector<std::pair<const char *, std::pair<QString, QString>>> buttons{
-        {"cmdFileNew", {QStringLiteral("New"), QStringLiteral("Create new mailing list")}},
-        {"cmdFileRename", {QStringLiteral("Rename"), QStringLiteral("Rename current list")}},
-        {"cmdFileDelete", {QStringLiteral("Delete"), QStringLiteral("Delete current list")}},
-        {"cmdFileSave", {QStringLiteral("Save"), QStringLiteral("Save current list")}},
-        {"cmdListEdit_0", {QStringLiteral("Edit"), QStringLiteral("Edit selected items")}},
-        {"cmdListDelete_0", {QStringLiteral("Delete"), QStringLiteral("Delete selected items")}},
-        {"cmdListFind", {QStringLiteral("Search"), QStringLiteral("Search through list")}},
-        {"cmdListSort", {QStringLiteral("Sort"), QStringLiteral("Change sort order")}}};
+        {"cmdFileNew", {u"New"_s, u"Create new mailing list"_s}},
+        {"cmdFileRename", {u"Rename"_s, u"Rename current list"_s}},
+        {"cmdFileDelete", {u"Delete"_s, u"Delete current list"_s}},
+        {"cmdFileSave", {u"Save"_s, u"Save current list"_s}},
+        {"cmdListEdit_0", {u"Edit"_s, u"Edit selected items"_s}},
+        {"cmdListDelete_0", {u"Delete"_s, u"Delete selected items"_s}},
+        {"cmdListFind", {u"Search"_s, u"Search through list"_s}},
+        {"cmdListSort", {u"Sort"_s, u"Change sort order"_s}}};
     for (const auto &[name, wording] : buttons)
         EXPECT_EQ(Wording(name), wording) << name;
-    EXPECT_EQ(current.objectName(), QStringLiteral("fraCurrent"));
-    EXPECT_EQ(current.title(), QStringLiteral("Current List"));
-    EXPECT_EQ(Find<QLabel>("lblCurrentList")->text().remove(u'&'), QStringLiteral("Current List"));
+    EXPECT_EQ(current.objectName(), u"fraCurrent"_s);
+    EXPECT_EQ(current.title(), u"Current List"_s);
+    EXPECT_EQ(Find<QLabel>("lblCurrentList")->text().remove(u'&'), u"Current List"_s);
 }
 
 TEST_F(CurrentListFrameTest, TheChooserOffersTheListsAndChoosesNone) {
-    WriteListFile(QStringLiteral("Beta"), {});
-    WriteListFile(QStringLiteral("<b>Über & uns"), {});
-    WriteListFile(QStringLiteral("alpha"), {});
+    WriteListFile(u"Beta"_s, {});
+    WriteListFile(u"<b>Über & uns"_s, {});
+    WriteListFile(u"alpha"_s, {});
     current.RefreshListNames();
-    EXPECT_EQ(Names(), (QStringList{QStringLiteral("<b>Über & uns"), QStringLiteral("alpha"),
-                                    QStringLiteral("Beta")}));
+    EXPECT_EQ(Names(), (QStringList{u"<b>Über & uns"_s, u"alpha"_s, u"Beta"_s}));
     EXPECT_EQ(current.ChosenIndex(), -1);
     EXPECT_EQ(current.ChosenName(), QString());
     EXPECT_EQ(TakeStatus(), QStringList());
@@ -83,8 +81,7 @@ TEST_F(CurrentListFrameTest, ChoosingAListLoadsItOnce) {
     OpenLists({{kNews, Words("aa@x.test")}, {kOther, Words("oo@x.test")}});
     Choose(kOther);
     ExpectOpen(kOther, Words("oo@x.test"));
-    EXPECT_EQ(TakeStatus(),
-              (QStringList{QStringLiteral("Loading [other]..."), QStringLiteral("Loaded [other]")}));
+    EXPECT_EQ(TakeStatus(), (QStringList{u"Loading [other]..."_s, u"Loaded [other]"_s}));
 }
 
 TEST_F(CurrentListFrameTest, KeysAndTheWheelChooseAndLoadToo) {
@@ -146,7 +143,7 @@ TEST_F(CurrentListFrameTest, SaveWritesTheListAndTellsIt) {
     Click("cmdFileSave");
     EXPECT_EQ(ReadListFile(kNews), FileBytes(Words("bb@x.test")));
     EXPECT_TRUE(lists.ListSaved);
-    EXPECT_EQ(TakeStatus(), QStringList(QStringLiteral("Saved [news]")));
+    EXPECT_EQ(TakeStatus(), QStringList(u"Saved [news]"_s));
 }
 
 TEST_F(CurrentListFrameTest, ASaveThatFailsAtEveryByteStaysUnsaved) {
@@ -170,36 +167,36 @@ TEST_F(CurrentListFrameTest, SaveIntoAVanishedFolderIsReported) {
     OpenUnsaved();
     RemoveListsFolder();
     Click("cmdFileSave");
-    EXPECT_EQ(Errors(), QStringList(QStringLiteral("76 in Main.WriteList - Path not found")));
+    EXPECT_EQ(Errors(), QStringList(u"76 in Main.WriteList - Path not found"_s));
     EXPECT_FALSE(lists.ListSaved);
     EXPECT_EQ(TakeStatus(), QStringList());
 }
 
 TEST_F(CurrentListFrameTest, ASavedListStaysSavedThoughTheStatusLogIsFull) {
     OpenUnsaved();
-    BlockLog(QStringLiteral("StatusLog.txt"));
+    BlockLog(u"StatusLog.txt"_s);
     EXPECT_TRUE(current.Save());
     EXPECT_TRUE(lists.ListSaved);
-    EXPECT_EQ(Errors(), QStringList(QStringLiteral("70 in Main.cmdFileSave - Permission denied")));
+    EXPECT_EQ(Errors(), QStringList(u"70 in Main.cmdFileSave - Permission denied"_s));
 }
 
 TEST_F(CurrentListFrameTest, WithoutAListSaveAndDeleteAskForOne) {
     OpenLists({});
     Click("cmdFileSave");
     Click("cmdFileDelete");
-    const QString message = QStringLiteral("Please create or choose a mailing list first.");
+    const QString message = u"Please create or choose a mailing list first."_s;
     EXPECT_EQ(profile.Boxes.Texts(), (QStringList{message, message}));
     EXPECT_EQ(ListFolder(), QStringList());
 }
 
 TEST_F(CurrentListFrameTest, NewCreatesAnEmptyListAndOpensIt) {
     OpenLists({{kNews, Words("aa@x.test")}});
-    Input(QStringLiteral("a/b"));
+    Input(u"a/b"_s);
     Click("cmdFileNew");
-    ExpectOpen(QStringLiteral("a b"), {});
-    EXPECT_EQ(Names(), (QStringList{QStringLiteral("a b"), kNews}));
-    EXPECT_EQ(TakeStatus(), (QStringList{QStringLiteral("Loading [a b]..."), QStringLiteral("Loaded [a b]"),
-                                         QStringLiteral("Created mailing list [a b]")}));
+    ExpectOpen(u"a b"_s, {});
+    EXPECT_EQ(Names(), (QStringList{u"a b"_s, kNews}));
+    EXPECT_EQ(TakeStatus(),
+              (QStringList{u"Loading [a b]..."_s, u"Loaded [a b]"_s, u"Created mailing list [a b]"_s}));
     EXPECT_EQ(ReadListFile(kNews), FileBytes(Words("aa@x.test")));
 }
 
@@ -213,17 +210,17 @@ TEST_F(CurrentListFrameTest, NewCancelledChangesNothing) {
 
 TEST_F(CurrentListFrameTest, NewAsksAboutTheListThatIsLeft) {
     OpenUnsaved();
-    Input(QStringLiteral("third"));
+    Input(u"third"_s);
     Answer({BoxAnswer::Yes});
     Click("cmdFileNew");
-    ExpectOpen(QStringLiteral("third"), {});
+    ExpectOpen(u"third"_s, {});
     EXPECT_EQ(ReadListFile(kNews), FileBytes(Words("bb@x.test")));
 }
 
 TEST_F(CurrentListFrameTest, NewWhoseWantedSaveFailsKeepsTheOldListOpen) {
     OpenUnsaved();
     session.Prefs.LogStatus = 0;
-    Input(QStringLiteral("third"));
+    Input(u"third"_s);
     Answer({BoxAnswer::Yes});
     {
         const test::FullDisk disk(2);
@@ -240,7 +237,7 @@ TEST_F(CurrentListFrameTest, NewWithTheNameOfTheOpenListEmptiesIt) {
     Click("cmdFileNew");
     ExpectOpen(kNews, {});
     EXPECT_EQ(ReadListFile(kNews), QByteArray());
-    EXPECT_EQ(TakeStatus().last(), QStringLiteral("Created mailing list [news]"));
+    EXPECT_EQ(TakeStatus().last(), u"Created mailing list [news]"_s);
 }
 
 TEST_F(CurrentListFrameTest, ANewListThatCannotBeCreatedKeepsTheOpenOne) {
@@ -256,12 +253,12 @@ TEST_F(CurrentListFrameTest, ANewListThatCannotBeCreatedKeepsTheOpenOne) {
 TEST_F(CurrentListFrameTest, NewInAVanishedFolderKeepsTheOpenListForALaterSave) {
     OpenUnsaved();
     RemoveListsFolder();
-    Input(QStringLiteral("third"));
+    Input(u"third"_s);
     Click("cmdFileNew");
-    EXPECT_EQ(Errors(), QStringList(QStringLiteral("76 in Main.cmdFileNew - Path not found")));
+    EXPECT_EQ(Errors(), QStringList(u"76 in Main.cmdFileNew - Path not found"_s));
     EXPECT_EQ(Current(), Words("bb@x.test"));
     EXPECT_FALSE(lists.ListSaved);
-    ASSERT_TRUE(QDir().mkpath(session.ProfileFile(QStringLiteral("lists"))));
+    ASSERT_TRUE(QDir().mkpath(session.ProfileFile(u"lists"_s)));
     Click("cmdFileSave");
     EXPECT_EQ(ReadListFile(kNews), FileBytes(Words("bb@x.test")));
     EXPECT_TRUE(lists.ListSaved);
@@ -270,11 +267,11 @@ TEST_F(CurrentListFrameTest, NewInAVanishedFolderKeepsTheOpenListForALaterSave) 
 TEST_F(CurrentListFrameTest, RenameRenamesAndLoadsWithoutALineOfItsOwn) {
     OpenLists({{kNews, Words("aa@x.test")}, {kOther, Words("oo@x.test")}});
     AddPending(Words("+pp@x.test"));
-    Input(QStringLiteral("zz"));
+    Input(u"zz"_s);
     Click("cmdFileRename");
-    ExpectOpen(QStringLiteral("zz"), Words("aa@x.test"));
+    ExpectOpen(u"zz"_s, Words("aa@x.test"));
     EXPECT_EQ(Names(), Words("other zz"));
-    EXPECT_EQ(TakeStatus(), (QStringList{QStringLiteral("Loading [zz]..."), QStringLiteral("Loaded [zz]")}));
+    EXPECT_EQ(TakeStatus(), (QStringList{u"Loading [zz]..."_s, u"Loaded [zz]"_s}));
     EXPECT_TRUE(lists.ListSaved);
     EXPECT_EQ(Pending(), Words("+pp@x.test"));
 }
@@ -292,19 +289,19 @@ TEST_F(CurrentListFrameTest, RenameToTheSameNameOnlyAsksAboutChanges) {
 TEST_F(CurrentListFrameTest, RenameWithChangesThatAreNotWantedLoadsTheFile) {
     OpenUnsaved();
     Answer({BoxAnswer::No, BoxAnswer::No});
-    Input(QStringLiteral("zz"));
+    Input(u"zz"_s);
     Click("cmdFileRename");
-    ExpectOpen(QStringLiteral("zz"), Words("aa@x.test bb@x.test"));
+    ExpectOpen(u"zz"_s, Words("aa@x.test bb@x.test"));
     EXPECT_TRUE(lists.ListSaved);
     EXPECT_EQ(ListFolder(), Words("other.vlo zz.vlo"));
 }
 
 TEST_F(CurrentListFrameTest, ARenameThatFailsLeavesTheNamesAsTheyWere) {
     OpenLists({{kNews, Words("aa@x.test")}, {kOther, Words("oo@x.test")}});
-    WriteListFile(QStringLiteral("unseen"), {});
+    WriteListFile(u"unseen"_s, {});
     Input(kOther);
     Click("cmdFileRename");
-    EXPECT_EQ(Errors(), QStringList(QStringLiteral("58 in Main.cmdFileRename - File already exists")));
+    EXPECT_EQ(Errors(), QStringList(u"58 in Main.cmdFileRename - File already exists"_s));
     ExpectOpen(kNews, Words("aa@x.test"));
     EXPECT_EQ(Names(), Words("news other"));
 }
@@ -318,11 +315,9 @@ TEST_F(CurrentListFrameTest, DeleteOpensTheFirstOfTheOthersWithoutASaveQuestion)
     EXPECT_EQ(Names(), Words("other"));
     EXPECT_EQ(ListFolder(), Words("other.vlo"));
     EXPECT_TRUE(lists.ListSaved);
-    EXPECT_EQ(profile.Boxes.Texts(),
-              QStringList(QStringLiteral("Are you sure you want to delete mailing list [news]?")));
+    EXPECT_EQ(profile.Boxes.Texts(), QStringList(u"Are you sure you want to delete mailing list [news]?"_s));
     EXPECT_EQ(TakeStatus(),
-              (QStringList{QStringLiteral("Loading [other]..."), QStringLiteral("Loaded [other]"),
-                           QStringLiteral("Deleted mailing list [news]")}));
+              (QStringList{u"Loading [other]..."_s, u"Loaded [other]"_s, u"Deleted mailing list [news]"_s}));
     EXPECT_EQ(Pending(), Words("+pp@x.test"));
 }
 
@@ -336,7 +331,7 @@ TEST_F(CurrentListFrameTest, DeletingTheLastListLeavesTheAlphabeticalBoxAsItWas)
     EXPECT_EQ(Current(), QStringList());
     EXPECT_EQ(Sorted(), Words("aa@x.test bb@x.test"));
     EXPECT_TRUE(lists.ListSaved);
-    EXPECT_EQ(TakeStatus(), QStringList(QStringLiteral("Deleted mailing list [news]")));
+    EXPECT_EQ(TakeStatus(), QStringList(u"Deleted mailing list [news]"_s));
     for (const char *control :
          {"cmbMList", "cmdFileRename", "lstEmailList_0", "lstEmailList_1", "cmdListFind"})
         EXPECT_FALSE(IsEnabled(control)) << control;
@@ -346,9 +341,9 @@ TEST_F(CurrentListFrameTest, AfterTheLastListANewOneStartsEmpty) {
     OpenLists({{kNews, Words("aa@x.test")}});
     Answer({BoxAnswer::Yes});
     Click("cmdFileDelete");
-    Input(QStringLiteral("fresh"));
+    Input(u"fresh"_s);
     Click("cmdFileNew");
-    ExpectOpen(QStringLiteral("fresh"), {});
+    ExpectOpen(u"fresh"_s, {});
     EXPECT_EQ(Sorted(), QStringList());
 }
 
@@ -365,7 +360,7 @@ TEST_F(CurrentListFrameTest, ADeleteThatFailsLeavesEverythingAsItWas) {
     RemoveListsFolder();
     Answer({BoxAnswer::Yes});
     Click("cmdFileDelete");
-    EXPECT_EQ(Errors(), QStringList(QStringLiteral("53 in Main.cmdFileDelete - File not found")));
+    EXPECT_EQ(Errors(), QStringList(u"53 in Main.cmdFileDelete - File not found"_s));
     ExpectOpen(kNews, Words("bb@x.test"));
     EXPECT_FALSE(lists.ListSaved);
     EXPECT_EQ(Names(), Words("news other"));
@@ -395,37 +390,36 @@ TEST_F(CurrentListFrameTest, EditSearchAndDeleteWorkOnTheVisibleBox) {
     OpenLists({{kNews, Words("bb@x.test aa@x.test")}});
     session.Prefs.ListSortBy = 1;
     current.ShowSortOrder();
-    Input(QStringLiteral("aa@"));
+    Input(u"aa@"_s);
     Click("cmdListFind");
     EXPECT_EQ(lists.SelectedEntries(kAlphabetical), Words("aa@x.test"));
-    Input(QStringLiteral("zz@x.test"));
+    Input(u"zz@x.test"_s);
     Click("cmdListEdit_0");
     EXPECT_EQ(Current(), Words("bb@x.test zz@x.test"));
     Click("cmdListDelete_0");
     EXPECT_EQ(Current(), Words("bb@x.test"));
-    EXPECT_EQ(TakeStatus().last(), QStringLiteral("Deleted [zz@x.test]"));
+    EXPECT_EQ(TakeStatus().last(), u"Deleted [zz@x.test]"_s);
 }
 
 TEST_F(CurrentListFrameTest, AClickInTheListTellsTheSelection) {
     OpenLists({{kNews, Words("bb@x.test aa@x.test cc@x.test")}});
     ClickRow(kAlphabetical, 0);
     ClickRow(kAlphabetical, 2, Qt::ShiftModifier);
-    EXPECT_EQ(TakeStatus(),
-              (QStringList{QStringLiteral("Selected 1 address"), QStringLiteral("Selected 3 addresses")}));
+    EXPECT_EQ(TakeStatus(), (QStringList{u"Selected 1 address"_s, u"Selected 3 addresses"_s}));
     EXPECT_TRUE(IsEnabled("cmdListDelete_0"));
 }
 
 TEST_F(CurrentListFrameTest, KeysEditDeleteSaveAndSearch) {
     OpenLists({{kNews, Words("bb@x.test aa@x.test")}});
     ClickRow(kAlphabetical, 0);
-    Input(QStringLiteral("zz@x.test"));
+    Input(u"zz@x.test"_s);
     QTest::keyClick(View(kAlphabetical), Qt::Key_F2);
     QTest::keyClick(View(kAlphabetical), Qt::Key_Delete);
     EXPECT_EQ(Current(), Words("bb@x.test"));
     QApplication::setActiveWindow(&host);
     QTest::keySequence(&host, QKeySequence::Save);
     EXPECT_EQ(ReadListFile(kNews), FileBytes(Words("bb@x.test")));
-    Input(QStringLiteral("bb"));
+    Input(u"bb"_s);
     QTest::keySequence(&host, QKeySequence::Find);
     EXPECT_EQ(lists.SelectedEntries(kAlphabetical), Words("bb@x.test"));
 }

@@ -1,5 +1,6 @@
 #include "lists/EntryListModel.h"
 
+#include "core/Literals.h"
 #include "core/RuntimeError.h"
 #include "lists/ListsFixture.h"
 
@@ -55,29 +56,29 @@ TEST(EntryListModelTest, AnAlphabeticalListSortsLettersOfAllAlphabets) {
 TEST(EntryListModelTest, AddPutsAnEntryInItsPlaceAndTellsIt) {
     EntryListModel sorted(Order::Alphabetical);
     sorted.SetEntries(Words("a c e"));
-    EXPECT_EQ(sorted.Add(QStringLiteral("D")), 2);
+    EXPECT_EQ(sorted.Add(u"D"_s), 2);
     EXPECT_EQ(sorted.Entries(), Words("a c D e"));
     EntryListModel chronological(Order::Chronological);
     chronological.SetEntries(Words("a c e"));
-    EXPECT_EQ(chronological.Add(QStringLiteral("D")), 3);
+    EXPECT_EQ(chronological.Add(u"D"_s), 3);
     EXPECT_EQ(chronological.Entries(), Words("a c e D"));
 }
 
 TEST(EntryListModelTest, AnEmptyTextIsAnEntry) {
     EntryListModel model(Order::Alphabetical);
-    model.SetEntries({QStringLiteral("b"), QString(), QStringLiteral("a"), QString()});
-    EXPECT_EQ(model.Entries(), (QStringList{QString(), QString(), QStringLiteral("a"), QStringLiteral("b")}));
+    model.SetEntries({u"b"_s, QString(), u"a"_s, QString()});
+    EXPECT_EQ(model.Entries(), (QStringList{QString(), QString(), u"a"_s, u"b"_s}));
     EXPECT_EQ(model.FindFirst(QString()), 0);
 }
 
 TEST(EntryListModelTest, ReplaceKeepsThePlaceOrFindsTheNewOne) {
     EntryListModel chronological(Order::Chronological);
     chronological.SetEntries(Words("m n o"));
-    EXPECT_EQ(chronological.Replace(0, QStringLiteral("z")), 0);
+    EXPECT_EQ(chronological.Replace(0, u"z"_s), 0);
     EXPECT_EQ(chronological.Entries(), Words("z n o"));
     EntryListModel sorted(Order::Alphabetical);
     sorted.SetEntries(Words("m n o"));
-    EXPECT_EQ(sorted.Replace(0, QStringLiteral("z")), 2);
+    EXPECT_EQ(sorted.Replace(0, u"z"_s), 2);
     EXPECT_EQ(sorted.Entries(), Words("n o z"));
 }
 
@@ -85,32 +86,32 @@ TEST(EntryListModelTest, FindsTheFirstOfEqualEntriesLetterCaseAside) {
     for (Order order : {Order::Chronological, Order::Alphabetical}) {
         EntryListModel model(order);
         model.SetEntries(Words("x@A.b X@a.b y@a.b"));
-        EXPECT_EQ(model.FindFirst(QStringLiteral("x@a.B")), 0);
-        EXPECT_EQ(model.FindFirst(QStringLiteral("Y@A.B")), 2);
-        EXPECT_EQ(model.FindFirst(QStringLiteral("x@a")), -1);
-        EXPECT_EQ(model.FindFirst(QStringLiteral("zz")), -1);
+        EXPECT_EQ(model.FindFirst(u"x@a.B"_s), 0);
+        EXPECT_EQ(model.FindFirst(u"Y@A.B"_s), 2);
+        EXPECT_EQ(model.FindFirst(u"x@a"_s), -1);
+        EXPECT_EQ(model.FindFirst(u"zz"_s), -1);
     }
 }
 
 TEST(EntryListModelTest, FindsLettersBeyondAsciiWhateverTheirCase) {
     EntryListModel model(Order::Chronological);
-    model.SetEntries({QStringLiteral("jörg@x.test")});
-    EXPECT_EQ(model.FindFirst(QStringLiteral("JÖRG@X.TEST")), 0);
+    model.SetEntries({u"jörg@x.test"_s});
+    EXPECT_EQ(model.FindFirst(u"JÖRG@X.TEST"_s), 0);
 }
 
 TEST(EntryListModelTest, FindsWhatIsLeftOfAListThatChangedBeforeTheFirstSearch) {
     EntryListModel model(Order::Chronological);
     model.SetEntries(Words("a b A c"));
     model.Remove(0);
-    model.Add(QStringLiteral("B"));
-    model.Replace(2, QStringLiteral("d"));
+    model.Add(u"B"_s);
+    model.Replace(2, u"d"_s);
     EXPECT_EQ(model.Entries(), Words("b A d B"));
-    EXPECT_EQ(model.FindFirst(QStringLiteral("a")), 1);
-    EXPECT_EQ(model.FindFirst(QStringLiteral("B")), 0);
-    EXPECT_EQ(model.FindFirst(QStringLiteral("c")), -1);
+    EXPECT_EQ(model.FindFirst(u"a"_s), 1);
+    EXPECT_EQ(model.FindFirst(u"B"_s), 0);
+    EXPECT_EQ(model.FindFirst(u"c"_s), -1);
     model.SetEntries(Words("x"));
-    EXPECT_EQ(model.FindFirst(QStringLiteral("b")), -1);
-    EXPECT_EQ(model.FindFirst(QStringLiteral("x")), 0);
+    EXPECT_EQ(model.FindFirst(u"b"_s), -1);
+    EXPECT_EQ(model.FindFirst(u"x"_s), 0);
 }
 
 // Whatever is done first to an alphabetical list finds it in order.
@@ -119,13 +120,10 @@ TEST(EntryListModelTest, IsInOrderWhicheverLookIsTheFirst) {
         {"Entry", [](EntryListModel &model) { return model.Entry(0); }},
         {"data", [](EntryListModel &model) { return model.index(0).data().toString(); }},
         {"Entries", [](EntryListModel &model) { return model.Entries().first(); }},
-        {"FindFirst",
-         [](EntryListModel &model) { return QString::number(model.FindFirst(QStringLiteral("A"))); }},
-        {"FindExact",
-         [](EntryListModel &model) { return QString::number(model.FindExact(QStringLiteral("a"))); }},
-        {"Add", [](EntryListModel &model) { return QString::number(model.Add(QStringLiteral("bb"))); }},
-        {"Replace",
-         [](EntryListModel &model) { return QString::number(model.Replace(0, QStringLiteral("z"))); }},
+        {"FindFirst", [](EntryListModel &model) { return QString::number(model.FindFirst(u"A"_s)); }},
+        {"FindExact", [](EntryListModel &model) { return QString::number(model.FindExact(u"a"_s)); }},
+        {"Add", [](EntryListModel &model) { return QString::number(model.Add(u"bb"_s)); }},
+        {"Replace", [](EntryListModel &model) { return QString::number(model.Replace(0, u"z"_s)); }},
         {"Remove", [](EntryListModel &model) { return model.Remove(0), model.Entry(0); }},
         {"RemoveRows",
          [](EntryListModel &model) {
@@ -138,8 +136,7 @@ TEST(EntryListModelTest, IsInOrderWhicheverLookIsTheFirst) {
         EntryListModel model(Order::Alphabetical);
         model.SetEntries(Words("c b a"));
         EXPECT_EQ(model.Count(), 3);
-        EXPECT_EQ(looks[i].second(model), i < 9 ? results[qsizetype(i)] : QStringLiteral("0 a b c d"))
-            << looks[i].first;
+        EXPECT_EQ(looks[i].second(model), i < 9 ? results[qsizetype(i)] : u"0 a b c d"_s) << looks[i].first;
         const QStringList entries = model.Entries();
         EXPECT_TRUE(std::is_sorted(entries.begin(), entries.end())) << looks[i].first;
     }
@@ -148,7 +145,7 @@ TEST(EntryListModelTest, IsInOrderWhicheverLookIsTheFirst) {
 TEST(EntryListModelTest, SerialsTellTheRowsOfAnAlphabeticalListApart) {
     EntryListModel model(Order::Alphabetical);
     model.SetEntries(Words("c b"));
-    model.Add(QStringLiteral("a"));
+    model.Add(u"a"_s);
     EXPECT_EQ((QSet<quint32>{model.Serial(0), model.Serial(1), model.Serial(2)}).size(), 3);
 }
 
@@ -156,10 +153,10 @@ TEST(EntryListModelTest, FindExactTellsLetterCaseApart) {
     for (Order order : {Order::Chronological, Order::Alphabetical}) {
         EntryListModel model(order);
         model.SetEntries(Words("B b a"));
-        const int lower = model.FindExact(QStringLiteral("b"));
-        EXPECT_EQ(model.Entry(lower), QStringLiteral("b"));
-        EXPECT_EQ(model.Entry(model.FindExact(QStringLiteral("B"))), QStringLiteral("B"));
-        EXPECT_EQ(model.FindExact(QStringLiteral("A")), -1);
+        const int lower = model.FindExact(u"b"_s);
+        EXPECT_EQ(model.Entry(lower), u"b"_s);
+        EXPECT_EQ(model.Entry(model.FindExact(u"B"_s)), u"B"_s);
+        EXPECT_EQ(model.FindExact(u"A"_s), -1);
     }
 }
 
@@ -167,13 +164,13 @@ TEST(EntryListModelTest, TheNextOfEqualEntriesIsFoundWhenTheFirstIsGone) {
     EntryListModel model(Order::Chronological);
     model.SetEntries(Words("a x b X c x"));
     model.Remove(1);
-    EXPECT_EQ(model.FindFirst(QStringLiteral("x")), 2);
-    model.Replace(2, QStringLiteral("other"));
-    EXPECT_EQ(model.FindFirst(QStringLiteral("x")), 4);
-    model.Replace(0, QStringLiteral("X"));
-    EXPECT_EQ(model.FindFirst(QStringLiteral("x")), 0);
+    EXPECT_EQ(model.FindFirst(u"x"_s), 2);
+    model.Replace(2, u"other"_s);
+    EXPECT_EQ(model.FindFirst(u"x"_s), 4);
+    model.Replace(0, u"X"_s);
+    EXPECT_EQ(model.FindFirst(u"x"_s), 0);
     model.RemoveRows({0, 4});
-    EXPECT_EQ(model.FindFirst(QStringLiteral("x")), -1);
+    EXPECT_EQ(model.FindFirst(u"x"_s), -1);
 }
 
 TEST(EntryListModelTest, RemoveRowsTakesSeparateRanges) {
@@ -208,7 +205,7 @@ TEST(EntryListModelTest, AFullListRefusesOneMore) {
         EntryListModel model(order);
         model.SetEntries(Addresses(kMost));
         const QStringList before = model.Entries();
-        EXPECT_EQ(ErrorOf([&] { model.Add(QStringLiteral("one@more.test")); }), Overflow);
+        EXPECT_EQ(ErrorOf([&] { model.Add(u"one@more.test"_s); }), Overflow);
         EXPECT_EQ(model.Entries(), before);
     }
 }
@@ -227,7 +224,7 @@ TEST(EntryListModelTest, AddAllTakesWhatFits) {
         EXPECT_EQ(ErrorOf([&] { model.AddAll(Words("~1 ~2")); }), 0);
         EXPECT_EQ(ErrorOf([&] { model.AddAll(Words("~3 ~4")); }), Overflow);
         EXPECT_EQ(model.Count(), kMost);
-        EXPECT_EQ(model.Entries().last(), QStringLiteral("~2"));
+        EXPECT_EQ(model.Entries().last(), u"~2"_s);
     }
 }
 
@@ -259,7 +256,7 @@ TEST(EntryListModelTest, BulkChangesAreOneChangeOfTheModel) {
     const QSignalSpy removals(&model, &QAbstractItemModel::rowsRemoved);
     model.SetEntries(Addresses(1000));
     EXPECT_EQ(resets.count(), 1);
-    model.AddAll(Addresses(1000, QStringLiteral("b")));
+    model.AddAll(Addresses(1000, u"b"_s));
     EXPECT_EQ(inserts.count(), 1);
     model.AddAll({});
     EXPECT_EQ(inserts.count(), 1);
@@ -274,9 +271,9 @@ TEST(EntryListModelTest, BulkChangesAreOneChangeOfTheModel) {
 
 TEST(EntryListModelTest, ShowsTextsInTheRolesOfTextsOnly) {
     EntryListModel model(Order::Chronological);
-    model.SetEntries({QStringLiteral("<b>a</b>@x.test")});
-    EXPECT_EQ(model.data(model.index(0)), QVariant(QStringLiteral("<b>a</b>@x.test")));
-    EXPECT_EQ(model.data(model.index(0), Qt::EditRole), QVariant(QStringLiteral("<b>a</b>@x.test")));
+    model.SetEntries({u"<b>a</b>@x.test"_s});
+    EXPECT_EQ(model.data(model.index(0)), QVariant(u"<b>a</b>@x.test"_s));
+    EXPECT_EQ(model.data(model.index(0), Qt::EditRole), QVariant(u"<b>a</b>@x.test"_s));
     EXPECT_EQ(model.data(model.index(0), Qt::ToolTipRole), QVariant());
     EXPECT_EQ(model.data(model.index(1)), QVariant());
     EXPECT_EQ(model.data({}), QVariant());
@@ -287,9 +284,9 @@ TEST(EntryListModelTest, APersistentIndexFollowsItsEntry) {
     EntryListModel model(Order::Alphabetical);
     model.SetEntries(Words("b d f"));
     const QPersistentModelIndex f = model.index(2);
-    model.Add(QStringLiteral("a"));
-    model.Remove(model.FindFirst(QStringLiteral("d")));
-    EXPECT_EQ(f.data().toString(), QStringLiteral("f"));
+    model.Add(u"a"_s);
+    model.Remove(model.FindFirst(u"d"_s));
+    EXPECT_EQ(f.data().toString(), u"f"_s);
     model.Remove(f.row());
     EXPECT_FALSE(f.isValid());
 }
@@ -315,12 +312,12 @@ TEST(EntryListModelTest, RemovingEntriesThatComeTwiceTakesTimeInProportion) {
 
 TEST(EntryListModelTest, RemovingOneOfManyEqualEntriesTakesAMoment) {
     EntryListModel model(Order::Chronological);
-    model.SetEntries(QStringList(kMost, QStringLiteral("same@x.test")));
+    model.SetEntries(QStringList(kMost, u"same@x.test"_s));
     for (int left = kMost; left > 0; --left) {
-        ASSERT_EQ(model.FindFirst(QStringLiteral("SAME@x.test")), 0);
+        ASSERT_EQ(model.FindFirst(u"SAME@x.test"_s), 0);
         model.Remove(left % 2 == 0 ? 0 : left - 1);
     }
-    EXPECT_EQ(model.FindFirst(QStringLiteral("same@x.test")), -1);
+    EXPECT_EQ(model.FindFirst(u"same@x.test"_s), -1);
 }
 
 // A plain list that does the same in the plainest way.

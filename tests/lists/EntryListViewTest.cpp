@@ -1,5 +1,6 @@
 #include "lists/EntryListView.h"
 
+#include "core/Literals.h"
 #include "lists/ListsFixture.h"
 
 #include <QApplication>
@@ -26,7 +27,7 @@ protected:
                           view.visualRect(view.model()->index(row, 0)).center());
     }
 
-    EntryListView view{lists, kPending, QStringLiteral("Pending list")};
+    EntryListView view{lists, kPending, u"Pending list"_s};
     QSignalSpy touched{&view, &EntryListView::SelectionTouched};
     QSignalSpy deleteWanted{&view, &EntryListView::DeleteWanted};
     QSignalSpy editWanted{&view, &EntryListView::EditWanted};
@@ -34,8 +35,8 @@ protected:
 };
 
 TEST_F(EntryListViewTest, IsNamedAfterItsBox) {
-    EXPECT_EQ(view.objectName(), QStringLiteral("lstEmailList_2"));
-    EXPECT_EQ(view.accessibleName(), QStringLiteral("Pending list"));
+    EXPECT_EQ(view.objectName(), u"lstEmailList_2"_s);
+    EXPECT_EQ(view.accessibleName(), u"Pending list"_s);
 }
 
 TEST_F(EntryListViewTest, SharesTheSelectionOfTheStore) {
@@ -110,9 +111,9 @@ TEST_F(EntryListViewTest, TheRightButtonOnAnEmptyListIsHarmless) {
 }
 
 TEST_F(EntryListViewTest, MarkupIsShownAsItStands) {
-    lists.lstEmailList(kPending).SetEntries({QStringLiteral("aa"), QStringLiteral("<b>aa</b>")});
+    lists.lstEmailList(kPending).SetEntries({u"aa"_s, u"<b>aa</b>"_s});
     view.setUniformItemSizes(false);
-    EXPECT_EQ(view.model()->index(1, 0).data().toString(), QStringLiteral("<b>aa</b>"));
+    EXPECT_EQ(view.model()->index(1, 0).data().toString(), u"<b>aa</b>"_s);
     const auto width = [this](int row) { return view.sizeHintForIndex(view.model()->index(row, 0)).width(); };
     const auto advance = [this](const char *text) {
         return view.fontMetrics().horizontalAdvance(QString::fromLatin1(text));

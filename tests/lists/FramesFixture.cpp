@@ -1,5 +1,7 @@
 #include "lists/FramesFixture.h"
 
+#include "core/Literals.h"
+
 #include <QHBoxLayout>
 #include <QMenu>
 #include <QTest>
@@ -47,8 +49,7 @@ void FramesFixture::OpenLists(const std::vector<std::pair<QString, QStringList>>
 }
 
 QAbstractItemView *FramesFixture::View(int box) {
-    return Find<QAbstractItemView>(
-        (QStringLiteral("lstEmailList_") + QString::number(box)).toLatin1().constData());
+    return Find<QAbstractItemView>((u"lstEmailList_"_s + QString::number(box)).toLatin1().constData());
 }
 
 void FramesFixture::Click(const char *button) {

@@ -1,5 +1,6 @@
 #include "lists/ListEditing.h"
 
+#include "core/Literals.h"
 #include "lists/ListsFixture.h"
 
 #include <QTimer>
@@ -16,7 +17,7 @@ constexpr int kMost = EntryListModel::kMostEntries;
 
 class ListEditingTest : public test::ListsFixture {
 protected:
-    void Open(const QStringList &entries) { OpenList(QStringLiteral("news"), entries); }
+    void Open(const QStringList &entries) { OpenList(u"news"_s, entries); }
     void ShowOrder(int order) { session.Prefs.ListSortBy = order; }
     // Selects the entries of the visible Current box that stand in `entries`.
     void Select(int box, const QStringList &entries) {
@@ -48,9 +49,8 @@ TEST_F(ListEditingTest, EditAsksWithTheEntryAsDefault) {
     lists.SelectRows(kChronological, {0});
     Edit(kChronological, {"bb@x.test"});
     EXPECT_EQ(profile.Boxes.Asked,
-              (std::vector<test::ScriptedDialogs::Input>{
-                  {QStringLiteral("Please enter the amended e-mail address:"),
-                   QStringLiteral("Edit e-mail address"), QStringLiteral("aa@x.test")}}));
+              (std::vector<test::ScriptedDialogs::Input>{{u"Please enter the amended e-mail address:"_s,
+                                                          u"Edit e-mail address"_s, u"aa@x.test"_s}}));
 }
 
 TEST_F(ListEditingTest, EditReplacesTheEntryInBothViews) {
@@ -83,7 +83,7 @@ TEST_F(ListEditingTest, AnInvalidAnswerChangesNothingAndTheRoundGoesOn) {
     lists.SelectRows(kChronological, {0, 1});
     Edit(kChronological, {"nobody", "cc@x.test"});
     ExpectBoth(Words("aa@x.test cc@x.test"), Words("aa@x.test cc@x.test"));
-    EXPECT_EQ(profile.Boxes.Texts(), QStringList(QStringLiteral("The e-mail address [nobody] is invalid")));
+    EXPECT_EQ(profile.Boxes.Texts(), QStringList(u"The e-mail address [nobody] is invalid"_s));
 }
 
 TEST_F(ListEditingTest, AnAnswerThatIsOnTheListAlreadyChangesNothing) {
@@ -91,18 +91,18 @@ TEST_F(ListEditingTest, AnAnswerThatIsOnTheListAlreadyChangesNothing) {
     lists.SelectRows(kChronological, {0, 1});
     Edit(kChronological, {"BB@x.test", "bb@x.test"});
     ExpectBoth(Words("aa@x.test bb@x.test"), Words("aa@x.test bb@x.test"));
-    EXPECT_EQ(TakeStatus(), (QStringList{QStringLiteral("Duplicate address [BB@x.test] ignored"),
-                                         QStringLiteral("Duplicate address [bb@x.test] ignored")}));
+    EXPECT_EQ(TakeStatus(), (QStringList{u"Duplicate address [BB@x.test] ignored"_s,
+                                         u"Duplicate address [bb@x.test] ignored"_s}));
     EXPECT_TRUE(lists.ListSaved);
 }
 
 TEST_F(ListEditingTest, CancelInTheMiddleOfFiftyEndsTheRound) {
-    const QStringList entries = Addresses(50, QStringLiteral("old"));
+    const QStringList entries = Addresses(50, u"old"_s);
     Open(entries);
     editing.SelectAll(kChronological);
     QStringList expected = entries;
     for (int i = 0; i < 20; ++i) {
-        expected[i] = QStringLiteral("new%1@x.test").arg(i);
+        expected[i] = u"new%1@x.test"_s.arg(i);
         profile.Boxes.Inputs.push_back(expected[i]);
     }
     profile.Boxes.Inputs.push_back(QString());
@@ -130,7 +130,7 @@ TEST_F(ListEditingTest, OfEqualEntriesTheFirstOfTheOtherViewIsReplaced) {
 
 TEST_F(ListEditingTest, AnEntryOfOneViewOnlyIsEditedThereOnly) {
     Open(Words("aa@x.test"));
-    lists.lstEmailList(kAlphabetical).Add(QStringLiteral("try@x.test"));
+    lists.lstEmailList(kAlphabetical).Add(u"try@x.test"_s);
     lists.SelectRows(kAlphabetical, {1});
     Edit(kAlphabetical, {"tried@x.test"});
     ExpectBoth(Words("aa@x.test"), Words("aa@x.test tried@x.test"));
@@ -165,8 +165,7 @@ TEST_F(ListEditingTest, DeleteTakesTheEntriesFromBothViewsAndNamesEach) {
     editing.DeleteSelected(kAlphabetical);
     ExpectBoth(Words("bb@x.test"), Words("bb@x.test"));
     EXPECT_EQ(TakeStatus(),
-              (QStringList{QStringLiteral("Deleted [aa@x.test]"), QStringLiteral("Deleted [cc@x.test]"),
-                           QStringLiteral("Deleted [dd@x.test]")}));
+              (QStringList{u"Deleted [aa@x.test]"_s, u"Deleted [cc@x.test]"_s, u"Deleted [dd@x.test]"_s}));
     EXPECT_FALSE(lists.ListSaved);
     EXPECT_EQ(lists.SelectedCount(kAlphabetical), 0);
 }
@@ -181,7 +180,7 @@ TEST_F(ListEditingTest, DeleteTakesAsManyEqualEntriesFromTheOtherView) {
 
 TEST_F(ListEditingTest, DeleteOfAnEntryOfOneViewOnlyLeavesTheOther) {
     Open(Words("aa@x.test"));
-    lists.lstEmailList(kAlphabetical).Add(QStringLiteral("try@x.test"));
+    lists.lstEmailList(kAlphabetical).Add(u"try@x.test"_s);
     lists.SelectRows(kAlphabetical, {1});
     editing.DeleteSelected(kAlphabetical);
     ExpectBoth(Words("aa@x.test"), Words("aa@x.test"));
@@ -202,8 +201,7 @@ TEST_F(ListEditingTest, DeleteOfPendingEntriesLeavesTheListSaved) {
     lists.SelectRows(kPending, {0, 2});
     editing.DeleteSelected(kPending);
     EXPECT_EQ(Pending(), Words("-bb@x.test"));
-    EXPECT_EQ(TakeStatus(),
-              (QStringList{QStringLiteral("Deleted [+aa@x.test]"), QStringLiteral("Deleted [+cc@x.test]")}));
+    EXPECT_EQ(TakeStatus(), (QStringList{u"Deleted [+aa@x.test]"_s, u"Deleted [+cc@x.test]"_s}));
     EXPECT_EQ(Current(), Words("aa@x.test"));
     EXPECT_TRUE(lists.ListSaved);
 }
@@ -218,18 +216,18 @@ TEST_F(ListEditingTest, TheMostEntriesAreDeletedAndNamedOneByOne) {
     ExpectBoth({}, {});
     QStringList expected;
     for (const QString &entry : entries)
-        expected << QStringLiteral("Deleted [") + entry + u']';
+        expected << u"Deleted ["_s + entry + u']';
     EXPECT_EQ(TakeStatus(), expected);
-    EXPECT_EQ(profile.Log(QStringLiteral("StatusLog.txt")).size(), kMost + 3); // loading, loaded, selected
+    EXPECT_EQ(profile.Log(u"StatusLog.txt"_s).size(), kMost + 3); // loading, loaded, selected
 }
 
 TEST_F(ListEditingTest, AStatusLogThatCannotBeWrittenIsReportedOnceAndAllIsDeleted) {
     Open(Words("aa@x.test bb@x.test"));
     editing.SelectAll(kChronological);
-    BlockLog(QStringLiteral("StatusLog.txt"));
+    BlockLog(u"StatusLog.txt"_s);
     editing.DeleteSelected(kChronological);
     ExpectBoth({}, {});
-    EXPECT_EQ(Errors(), QStringList(QStringLiteral("70 in Main.cmdListDelete - Permission denied")));
+    EXPECT_EQ(Errors(), QStringList(u"70 in Main.cmdListDelete - Permission denied"_s));
     EXPECT_FALSE(lists.ListSaved);
 }
 
@@ -244,18 +242,18 @@ TEST_F(ListEditingTest, SwapReversesTheSignsOfTheSelectedOnly) {
 TEST_F(ListEditingTest, SwappingTwiceRestoresTheEntries) {
     QStringList entries;
     for (int i = 0; i < kMost; ++i)
-        entries << (i % 3 == 0 ? u'-' : u'+') + QStringLiteral("a%1@x.test").arg(i / 2);
+        entries << (i % 3 == 0 ? u'-' : u'+') + u"a%1@x.test"_s.arg(i / 2);
     AddPending(entries);
     editing.SelectAll(kPending);
     editing.SwapSigns();
-    EXPECT_EQ(Pending().first(), QStringLiteral("+a0@x.test"));
+    EXPECT_EQ(Pending().first(), u"+a0@x.test"_s);
     EXPECT_NE(Pending(), entries);
     editing.SwapSigns();
     EXPECT_EQ(Pending(), entries);
 }
 
 TEST_F(ListEditingTest, CopyToPendingQueuesSubscriptionsWithoutATest) {
-    Open({QStringLiteral("bb@x.test"), QStringLiteral("nobody"), QString(), QStringLiteral("aa@x.test")});
+    Open({u"bb@x.test"_s, u"nobody"_s, QString(), u"aa@x.test"_s});
     AddPending(Words("+aa@x.test"));
     editing.SelectAll(kAlphabetical);
     TakeStatus();
@@ -273,8 +271,7 @@ TEST_F(ListEditingTest, MoveToPendingDeletesFromBothViews) {
     editing.CurrentToPending(Transfer::Move);
     EXPECT_EQ(Pending(), Words("+cc@x.test +aa@x.test"));
     ExpectBoth(Words("bb@x.test"), Words("bb@x.test"));
-    EXPECT_EQ(TakeStatus(),
-              (QStringList{QStringLiteral("Deleted [cc@x.test]"), QStringLiteral("Deleted [aa@x.test]")}));
+    EXPECT_EQ(TakeStatus(), (QStringList{u"Deleted [cc@x.test]"_s, u"Deleted [aa@x.test]"_s}));
     EXPECT_FALSE(lists.ListSaved);
 }
 
@@ -299,8 +296,8 @@ TEST_F(ListEditingTest, WhatWasCopiedToTheAlphabeticalViewIsNotSaved) {
     editing.SelectAll(kPending);
     ShowOrder(1);
     editing.PendingToCurrent(Transfer::Copy);
-    EXPECT_TRUE(lists.WriteList(QStringLiteral("news")));
-    EXPECT_EQ(ReadListFile(QStringLiteral("news")), QByteArray("mm@x.test\r\n"));
+    EXPECT_TRUE(lists.WriteList(u"news"_s));
+    EXPECT_EQ(ReadListFile(u"news"_s), QByteArray("mm@x.test\r\n"));
 }
 
 TEST_F(ListEditingTest, MoveToCurrentDeletesThePendingEntriesAndLeavesTheListSaved) {
@@ -312,17 +309,17 @@ TEST_F(ListEditingTest, MoveToCurrentDeletesThePendingEntriesAndLeavesTheListSav
     editing.PendingToCurrent(Transfer::Move);
     EXPECT_EQ(Current(), Words("mm@x.test aa@x.test"));
     EXPECT_EQ(Pending(), Words("+bb@x.test"));
-    EXPECT_EQ(TakeStatus(), QStringList(QStringLiteral("Deleted [-aa@x.test]")));
+    EXPECT_EQ(TakeStatus(), QStringList(u"Deleted [-aa@x.test]"_s));
     EXPECT_TRUE(lists.ListSaved);
 }
 
 TEST_F(ListEditingTest, AMoveThatDoesNotFitOnThePendingListDeletesNothing) {
     Open(Words("aa@x.test bb@x.test cc@x.test"));
-    AddPending(Addresses(kMost - 2, QStringLiteral("+p")));
+    AddPending(Addresses(kMost - 2, u"+p"_s));
     editing.SelectAll(kChronological);
     ShowOrder(0);
     editing.CurrentToPending(Transfer::Move);
-    EXPECT_EQ(Errors(), QStringList(QStringLiteral("6 in Main.mnuListsCurrentCopy - Overflow")));
+    EXPECT_EQ(Errors(), QStringList(u"6 in Main.mnuListsCurrentCopy - Overflow"_s));
     EXPECT_EQ(Current(), Words("aa@x.test bb@x.test cc@x.test"));
     EXPECT_EQ(Pending().last(2), Words("+aa@x.test +bb@x.test"));
     EXPECT_TRUE(lists.ListSaved);
@@ -335,9 +332,9 @@ TEST_F(ListEditingTest, AMoveThatDoesNotFitOnTheCurrentListDeletesNothing) {
         lists.lstEmailList(kPending).SetEntries(Words("+~1@x.test -~2@x.test"));
         editing.SelectAll(kPending);
         editing.PendingToCurrent(Transfer::Move);
-        EXPECT_EQ(Errors().last(), QStringLiteral("6 in Main.mnuListsPendingCopy - Overflow"));
+        EXPECT_EQ(Errors().last(), u"6 in Main.mnuListsPendingCopy - Overflow"_s);
         EXPECT_EQ(Pending(), Words("+~1@x.test -~2@x.test"));
-        EXPECT_EQ(lists.lstEmailList(lists.VisibleBox()).Entries().last(), QStringLiteral("~1@x.test"));
+        EXPECT_EQ(lists.lstEmailList(lists.VisibleBox()).Entries().last(), u"~1@x.test"_s);
     }
 }
 

@@ -1,5 +1,6 @@
 #include "lists/ListFile.h"
 
+#include "core/Literals.h"
 #include "core/RuntimeError.h"
 #include "lists/ListsFixture.h"
 #include "support/FullDisk.h"
@@ -15,8 +16,8 @@ using test::Words;
 class ListFileTest : public test::ListsFixture {
 protected:
     QStringList ReadBytes(const QByteArray &bytes) {
-        WriteListFile(QStringLiteral("news"), bytes);
-        return ListFile::Read(session, QStringLiteral("news"));
+        WriteListFile(u"news"_s, bytes);
+        return ListFile::Read(session, u"news"_s);
     }
 
     template<typename Action> int ErrorOf(Action action) {
@@ -30,17 +31,14 @@ protected:
 };
 
 TEST_F(ListFileTest, LiesInTheListsFolderOfTheProfile) {
-    EXPECT_EQ(ListFile::Path(session, QStringLiteral("my news")),
-              profile.Path(QStringLiteral("lists/my news.vlo")));
+    EXPECT_EQ(ListFile::Path(session, u"my news"_s), profile.Path(u"lists/my news.vlo"_s));
 }
 
 TEST_F(ListFileTest, NamesAreSortedWithoutRegardToCaseAndShowNoExtension) {
     for (const char *name : {"beta", "Alpha", "gamma", "Über uns", "<b>bold & more", "two  blanks ", "a.vlo"})
         WriteListFile(QString::fromUtf8(name), {});
-    EXPECT_EQ(ListFile::Names(session),
-              (QStringList{QStringLiteral("<b>bold & more"), QStringLiteral("a.vlo"), QStringLiteral("Alpha"),
-                           QStringLiteral("beta"), QStringLiteral("gamma"), QStringLiteral("two  blanks "),
-                           QStringLiteral("Über uns")}));
+    EXPECT_EQ(ListFile::Names(session), (QStringList{u"<b>bold & more"_s, u"a.vlo"_s, u"Alpha"_s, u"beta"_s,
+                                                     u"gamma"_s, u"two  blanks "_s, u"Über uns"_s}));
 }
 
 // A list is remembered by its position.
@@ -48,30 +46,29 @@ TEST_F(ListFileTest, NamesThatDifferInCaseOrBeginAlikeHaveOneOrder) {
     for (const char *name : {"news", "NEWS", "News", "news-old", "news 2", "neWs"})
         WriteListFile(QString::fromLatin1(name), {});
     EXPECT_EQ(ListFile::Names(session),
-              (QStringList{QStringLiteral("NEWS"), QStringLiteral("News"), QStringLiteral("neWs"),
-                           QStringLiteral("news"), QStringLiteral("news 2"), QStringLiteral("news-old")}));
+              (QStringList{u"NEWS"_s, u"News"_s, u"neWs"_s, u"news"_s, u"news 2"_s, u"news-old"_s}));
 }
 
 TEST_F(ListFileTest, OnlyListFilesAreNamed) {
     for (const char *file :
          {"lists/news.vlo", "lists/news.vlo.bak", "lists/news.txt", "lists/vlo", "lists/.later.vlo"})
         profile.Write(QString::fromLatin1(file), {});
-    ASSERT_TRUE(QDir(profile.Path(QStringLiteral("lists"))).mkdir(QStringLiteral("folder.vlo")));
+    ASSERT_TRUE(QDir(profile.Path(u"lists"_s)).mkdir(u"folder.vlo"_s));
     EXPECT_EQ(ListFile::Names(session), Words(".later news"));
 }
 
 // A list that could be seen and not be opened would be worse than one that is not seen.
 TEST_F(ListFileTest, EveryNameThatIsShownCanBeRead) {
-    profile.Write(QStringLiteral("lists/OTHER.VLO"), "a@x.test\r\n");
-    WriteListFile(QStringLiteral("news"), {});
-    EXPECT_TRUE(ListFile::Names(session).contains(QStringLiteral("news")));
+    profile.Write(u"lists/OTHER.VLO"_s, "a@x.test\r\n");
+    WriteListFile(u"news"_s, {});
+    EXPECT_TRUE(ListFile::Names(session).contains(u"news"_s));
     for (const QString &name : ListFile::Names(session))
         EXPECT_EQ(ErrorOf([&] { ListFile::Read(session, name); }), 0);
 }
 
 TEST_F(ListFileTest, AnEmptyOrMissingFolderHasNoNames) {
     EXPECT_EQ(ListFile::Names(session), QStringList());
-    ASSERT_TRUE(QDir(profile.Path(QStringLiteral("lists"))).removeRecursively());
+    ASSERT_TRUE(QDir(profile.Path(u"lists"_s)).removeRecursively());
     EXPECT_EQ(ListFile::Names(session), QStringList());
 }
 
@@ -93,13 +90,12 @@ TEST_F(ListFileTest, LoneLineFeedsEndLines) {
 
 TEST_F(ListFileTest, EmptyLinesAreEmptyEntries) {
     EXPECT_EQ(ReadBytes("\r\na@x.test\r\n\r\n\r\n"),
-              (QStringList{QString(), QStringLiteral("a@x.test"), QString(), QString()}));
+              (QStringList{QString(), u"a@x.test"_s, QString(), QString()}));
 }
 
 TEST_F(ListFileTest, LinesAreTakenAsTheyStand) {
     EXPECT_EQ(ReadBytes(" a@x.test \r\nnot an address\r\na\tb\r\na@x.test\r\na@x.test\r\n"),
-              (QStringList{QStringLiteral(" a@x.test "), QStringLiteral("not an address"),
-                           QStringLiteral("a\tb"), QStringLiteral("a@x.test"), QStringLiteral("a@x.test")}));
+              (QStringList{u" a@x.test "_s, u"not an address"_s, u"a\tb"_s, u"a@x.test"_s, u"a@x.test"_s}));
 }
 
 TEST_F(ListFileTest, AByteOrderMarkIsNoPartOfTheFirstEntry) {
@@ -111,80 +107,77 @@ TEST_F(ListFileTest, AByteOrderMarkIsNoPartOfTheFirstEntry) {
 
 TEST_F(ListFileTest, WhatIsNotUtf8IsWindows1252) {
     EXPECT_EQ(ReadBytes("j\xF6rg@x.test\r\n\x80uro@x.test\r\n"),
-              (QStringList{QStringLiteral("jörg@x.test"), QStringLiteral("€uro@x.test")}));
+              (QStringList{u"jörg@x.test"_s, u"€uro@x.test"_s}));
 }
 
 TEST_F(ListFileTest, AMissingFileIsReported) {
-    EXPECT_EQ(ErrorOf([&] { ListFile::Read(session, QStringLiteral("news")); }), FileNotFound);
-    ASSERT_TRUE(QDir(profile.Path(QStringLiteral("lists"))).removeRecursively());
-    EXPECT_EQ(ErrorOf([&] { ListFile::Read(session, QStringLiteral("news")); }), PathNotFound);
+    EXPECT_EQ(ErrorOf([&] { ListFile::Read(session, u"news"_s); }), FileNotFound);
+    ASSERT_TRUE(QDir(profile.Path(u"lists"_s)).removeRecursively());
+    EXPECT_EQ(ErrorOf([&] { ListFile::Read(session, u"news"_s); }), PathNotFound);
 }
 
 TEST_F(ListFileTest, WritesOneLineAnEntry) {
-    ListFile::Write(session, QStringLiteral("Über uns"),
-                    {QStringLiteral("a@x.test"), QString(), QStringLiteral("jörg@x.test")});
-    EXPECT_EQ(ReadListFile(QStringLiteral("Über uns")), QByteArray("a@x.test\r\n\r\nj\xC3\xB6rg@x.test\r\n"));
+    ListFile::Write(session, u"Über uns"_s, {u"a@x.test"_s, QString(), u"jörg@x.test"_s});
+    EXPECT_EQ(ReadListFile(u"Über uns"_s), QByteArray("a@x.test\r\n\r\nj\xC3\xB6rg@x.test\r\n"));
 }
 
 TEST_F(ListFileTest, WritesAnEmptyListAsAnEmptyFile) {
-    WriteListFile(QStringLiteral("news"), "a@x.test\r\n");
-    ListFile::Write(session, QStringLiteral("news"), {});
-    EXPECT_EQ(ReadListFile(QStringLiteral("news")), QByteArray());
+    WriteListFile(u"news"_s, "a@x.test\r\n");
+    ListFile::Write(session, u"news"_s, {});
+    EXPECT_EQ(ReadListFile(u"news"_s), QByteArray());
 }
 
 TEST_F(ListFileTest, ReadsBackWhatItWrote) {
-    const QStringList entries{QString(),           QStringLiteral("a\rb"),
-                              QStringLiteral(" "), QStringLiteral("日本@x.test"),
-                              QString(),           QString()};
-    ListFile::Write(session, QStringLiteral("news"), entries);
-    EXPECT_EQ(ListFile::Read(session, QStringLiteral("news")), entries);
+    const QStringList entries{QString(), u"a\rb"_s, u" "_s, u"日本@x.test"_s, QString(), QString()};
+    ListFile::Write(session, u"news"_s, entries);
+    EXPECT_EQ(ListFile::Read(session, u"news"_s), entries);
 }
 
 TEST_F(ListFileTest, AWriteThatFailsAtEveryByteLeavesTheOldFile) {
     const QByteArray old = "old@x.test\r\n";
-    WriteListFile(QStringLiteral("news"), old);
+    WriteListFile(u"news"_s, old);
     const QStringList entries = test::Addresses(5);
     const auto size = static_cast<rlim_t>(test::FileBytes(entries).size());
     for (rlim_t bytes = 0; bytes < size; ++bytes) {
         int error = 0;
         {
             const test::FullDisk disk(bytes);
-            error = ErrorOf([&] { ListFile::Write(session, QStringLiteral("news"), entries); });
+            error = ErrorOf([&] { ListFile::Write(session, u"news"_s, entries); });
         }
         ASSERT_EQ(error, DiskFull) << "after " << bytes << " bytes";
-        ASSERT_EQ(ReadListFile(QStringLiteral("news")), old) << "after " << bytes << " bytes";
+        ASSERT_EQ(ReadListFile(u"news"_s), old) << "after " << bytes << " bytes";
         ASSERT_EQ(ListFolder(), Words("news.vlo")) << "after " << bytes << " bytes";
     }
     const test::FullDisk disk(size);
-    EXPECT_EQ(ErrorOf([&] { ListFile::Write(session, QStringLiteral("news"), entries); }), 0);
+    EXPECT_EQ(ErrorOf([&] { ListFile::Write(session, u"news"_s, entries); }), 0);
 }
 
 TEST_F(ListFileTest, AWriteIntoAMissingFolderIsReported) {
-    ASSERT_TRUE(QDir(profile.Path(QStringLiteral("lists"))).removeRecursively());
-    EXPECT_EQ(ErrorOf([&] { ListFile::Write(session, QStringLiteral("news"), {}); }), PathNotFound);
+    ASSERT_TRUE(QDir(profile.Path(u"lists"_s)).removeRecursively());
+    EXPECT_EQ(ErrorOf([&] { ListFile::Write(session, u"news"_s, {}); }), PathNotFound);
 }
 
 TEST_F(ListFileTest, BackupsAreNumberedAndNeverReplaced) {
-    const QString news = QStringLiteral("news");
+    const QString news = u"news"_s;
     EXPECT_EQ(ListFile::KeepBackup(session, news), QString());
     for (const char *text : {"one\r\n", "two\r\n", "three\r\n"}) {
         WriteListFile(news, text);
         ListFile::KeepBackup(session, news);
     }
     EXPECT_EQ(ListFolder(), Words("news.vlo news.vlo.bak news.vlo.bak2 news.vlo.bak3"));
-    EXPECT_EQ(profile.Read(QStringLiteral("lists/news.vlo.bak")), QByteArray("one\r\n"));
-    EXPECT_EQ(profile.Read(QStringLiteral("lists/news.vlo.bak2")), QByteArray("two\r\n"));
-    EXPECT_EQ(profile.Read(QStringLiteral("lists/news.vlo.bak3")), QByteArray("three\r\n"));
+    EXPECT_EQ(profile.Read(u"lists/news.vlo.bak"_s), QByteArray("one\r\n"));
+    EXPECT_EQ(profile.Read(u"lists/news.vlo.bak2"_s), QByteArray("two\r\n"));
+    EXPECT_EQ(profile.Read(u"lists/news.vlo.bak3"_s), QByteArray("three\r\n"));
     EXPECT_EQ(ReadListFile(news), QByteArray("three\r\n"));
 }
 
 TEST_F(ListFileTest, EnsureListFileCreatesAFileAndLeavesOneAlone) {
-    const QString path = ListFile::Path(session, QStringLiteral("news"));
+    const QString path = ListFile::Path(session, u"news"_s);
     ListFile::EnsureListFile(path);
-    EXPECT_EQ(ReadListFile(QStringLiteral("news")), QByteArray());
-    WriteListFile(QStringLiteral("news"), "a@x.test\r\n");
+    EXPECT_EQ(ReadListFile(u"news"_s), QByteArray());
+    WriteListFile(u"news"_s, "a@x.test\r\n");
     ListFile::EnsureListFile(path);
-    EXPECT_EQ(ReadListFile(QStringLiteral("news")), QByteArray("a@x.test\r\n"));
+    EXPECT_EQ(ReadListFile(u"news"_s), QByteArray("a@x.test\r\n"));
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 #include "lists/ListManagement.h"
 
+#include "core/Literals.h"
 #include "lists/ListsFixture.h"
 #include "support/FullDisk.h"
 
@@ -12,13 +13,11 @@ namespace {
 using test::FileBytes;
 using test::Words;
 
-const QString kNews = QStringLiteral("news");
+const QString kNews = u"news"_s;
 
 class ListManagementTest : public test::ListsFixture {
 protected:
-    void RemoveListsFolder() {
-        ASSERT_TRUE(QDir(session.ProfileFile(QStringLiteral("lists"))).removeRecursively());
-    }
+    void RemoveListsFolder() { ASSERT_TRUE(QDir(session.ProfileFile(u"lists"_s)).removeRecursively()); }
 
     std::optional<QString> Rename(const QString &name) {
         profile.Boxes.Inputs = {name};
@@ -27,26 +26,26 @@ protected:
 };
 
 TEST_F(ListManagementTest, NewAsksForANameAndCreatesAnEmptyFile) {
-    profile.Boxes.Inputs = {QStringLiteral("Über <b>uns")};
-    EXPECT_EQ(CreateList(session), QStringLiteral("Über  b uns"));
-    EXPECT_EQ(profile.Boxes.Asked, (std::vector<test::ScriptedDialogs::Input>{
-                                       {QStringLiteral("Please enter a name for the new mailing list:"),
-                                        QStringLiteral("Create New List"), QString()}}));
-    EXPECT_EQ(ReadListFile(QStringLiteral("Über  b uns")), QByteArray());
+    profile.Boxes.Inputs = {u"Über <b>uns"_s};
+    EXPECT_EQ(CreateList(session), u"Über  b uns"_s);
+    EXPECT_EQ(profile.Boxes.Asked,
+              (std::vector<test::ScriptedDialogs::Input>{
+                  {u"Please enter a name for the new mailing list:"_s, u"Create New List"_s, QString()}}));
+    EXPECT_EQ(ReadListFile(u"Über  b uns"_s), QByteArray());
 }
 
 TEST_F(ListManagementTest, EveryCharacterThatNamesCannotHoldBecomesABlank) {
-    profile.Boxes.Inputs = {QStringLiteral("a/b"), QStringLiteral("0\\/:*?\"<>|1")};
-    EXPECT_EQ(CreateList(session), QStringLiteral("a b"));
-    EXPECT_EQ(CreateList(session), QStringLiteral("0         1"));
-    EXPECT_EQ(ListFolder(), (QStringList{QStringLiteral("0         1.vlo"), QStringLiteral("a b.vlo")}));
+    profile.Boxes.Inputs = {u"a/b"_s, u"0\\/:*?\"<>|1"_s};
+    EXPECT_EQ(CreateList(session), u"a b"_s);
+    EXPECT_EQ(CreateList(session), u"0         1"_s);
+    EXPECT_EQ(ListFolder(), (QStringList{u"0         1.vlo"_s, u"a b.vlo"_s}));
 }
 
 TEST_F(ListManagementTest, NamesAreNotTrimmed) {
-    profile.Boxes.Inputs = {QStringLiteral(" news "), QStringLiteral("../up")};
-    EXPECT_EQ(CreateList(session), QStringLiteral(" news "));
-    EXPECT_EQ(CreateList(session), QStringLiteral(".. up"));
-    EXPECT_EQ(ListFolder(), (QStringList{QStringLiteral(" news .vlo"), QStringLiteral(".. up.vlo")}));
+    profile.Boxes.Inputs = {u" news "_s, u"../up"_s};
+    EXPECT_EQ(CreateList(session), u" news "_s);
+    EXPECT_EQ(CreateList(session), u".. up"_s);
+    EXPECT_EQ(ListFolder(), (QStringList{u" news .vlo"_s, u".. up.vlo"_s}));
 }
 
 TEST_F(ListManagementTest, AnEmptyOrCancelledNameCreatesNothing) {
@@ -67,7 +66,7 @@ TEST_F(ListManagementTest, NewInAVanishedFolderIsReported) {
     RemoveListsFolder();
     profile.Boxes.Inputs = {kNews};
     EXPECT_EQ(CreateList(session), kNews);
-    EXPECT_EQ(Errors(), QStringList(QStringLiteral("76 in Main.cmdFileNew - Path not found")));
+    EXPECT_EQ(Errors(), QStringList(u"76 in Main.cmdFileNew - Path not found"_s));
 }
 
 TEST_F(ListManagementTest, ANameThatIsTooLongIsReported) {
@@ -79,12 +78,12 @@ TEST_F(ListManagementTest, ANameThatIsTooLongIsReported) {
 
 TEST_F(ListManagementTest, RenameOffersTheOldNameAndRenamesTheFile) {
     OpenList(kNews, Words("a@x.test"));
-    EXPECT_EQ(Rename(QStringLiteral("week:ly")), QStringLiteral("week ly"));
-    EXPECT_EQ(profile.Boxes.Asked, (std::vector<test::ScriptedDialogs::Input>{
-                                       {QStringLiteral("Please enter the new name for [news]:"),
-                                        QStringLiteral("Rename List"), kNews}}));
-    EXPECT_EQ(ListFolder(), (QStringList{QStringLiteral("week ly.vlo")}));
-    EXPECT_EQ(lists.CurrentListName, QStringLiteral("week ly"));
+    EXPECT_EQ(Rename(u"week:ly"_s), u"week ly"_s);
+    EXPECT_EQ(profile.Boxes.Asked,
+              (std::vector<test::ScriptedDialogs::Input>{
+                  {u"Please enter the new name for [news]:"_s, u"Rename List"_s, kNews}}));
+    EXPECT_EQ(ListFolder(), (QStringList{u"week ly.vlo"_s}));
+    EXPECT_EQ(lists.CurrentListName, u"week ly"_s);
     EXPECT_EQ(TakeStatus(), QStringList());
 }
 
@@ -98,54 +97,54 @@ TEST_F(ListManagementTest, TheSameOrAnEmptyNameRenamesNothing) {
 
 TEST_F(ListManagementTest, AChangeOfLetterCaseIsARename) {
     OpenList(kNews, Words("a@x.test"));
-    EXPECT_EQ(Rename(QStringLiteral("News")), QStringLiteral("News"));
+    EXPECT_EQ(Rename(u"News"_s), u"News"_s);
     EXPECT_EQ(ListFolder(), Words("News.vlo"));
 }
 
 TEST_F(ListManagementTest, RenameOntoATakenNameIsReportedAndBothFilesStay) {
     OpenList(kNews, Words("a@x.test"));
-    WriteListFile(QStringLiteral("other"), FileBytes(Words("o@x.test")));
-    EXPECT_EQ(Rename(QStringLiteral("other")), std::nullopt);
-    EXPECT_EQ(Errors(), QStringList(QStringLiteral("58 in Main.cmdFileRename - File already exists")));
+    WriteListFile(u"other"_s, FileBytes(Words("o@x.test")));
+    EXPECT_EQ(Rename(u"other"_s), std::nullopt);
+    EXPECT_EQ(Errors(), QStringList(u"58 in Main.cmdFileRename - File already exists"_s));
     EXPECT_EQ(ReadListFile(kNews), FileBytes(Words("a@x.test")));
-    EXPECT_EQ(ReadListFile(QStringLiteral("other")), FileBytes(Words("o@x.test")));
+    EXPECT_EQ(ReadListFile(u"other"_s), FileBytes(Words("o@x.test")));
     EXPECT_EQ(lists.CurrentListName, kNews);
 }
 
 TEST_F(ListManagementTest, RenameOfAMissingFileIsReported) {
     OpenList(kNews, Words("a@x.test"));
     RemoveListsFolder();
-    EXPECT_EQ(Rename(QStringLiteral("other")), std::nullopt);
-    EXPECT_EQ(Errors(), QStringList(QStringLiteral("53 in Main.cmdFileRename - File not found")));
+    EXPECT_EQ(Rename(u"other"_s), std::nullopt);
+    EXPECT_EQ(Errors(), QStringList(u"53 in Main.cmdFileRename - File not found"_s));
     EXPECT_EQ(Current(), Words("a@x.test"));
 }
 
 TEST_F(ListManagementTest, RenameAsksAboutUnsavedChangesFirst) {
     OpenList(kNews, Words("a@x.test"));
-    lists.lstEmailList(kChronological).Add(QStringLiteral("b@x.test"));
+    lists.lstEmailList(kChronological).Add(u"b@x.test"_s);
     lists.MarkUnsaved();
     profile.Boxes.Answers = {BoxAnswer::Yes};
     EXPECT_EQ(Rename(kNews), std::nullopt);
     EXPECT_EQ(ReadListFile(kNews), FileBytes(Words("a@x.test b@x.test")));
     EXPECT_TRUE(lists.ListSaved);
-    EXPECT_EQ(TakeStatus(), QStringList(QStringLiteral("Saved [news]")));
+    EXPECT_EQ(TakeStatus(), QStringList(u"Saved [news]"_s));
 }
 
 // The list is to be renamed, not to be in two files: what is still unsaved belongs to the new name.
 TEST_F(ListManagementTest, ChangesThatStayUnsavedBelongToTheNewName) {
     OpenList(kNews, Words("a@x.test"));
-    lists.lstEmailList(kChronological).Add(QStringLiteral("b@x.test"));
+    lists.lstEmailList(kChronological).Add(u"b@x.test"_s);
     lists.MarkUnsaved();
     profile.Boxes.Answers = {BoxAnswer::No, BoxAnswer::Yes};
-    EXPECT_EQ(Rename(QStringLiteral("other")), QStringLiteral("other"));
+    EXPECT_EQ(Rename(u"other"_s), u"other"_s);
     EXPECT_TRUE(lists.PromptSaveList());
     EXPECT_EQ(ListFolder(), Words("other.vlo"));
-    EXPECT_EQ(ReadListFile(QStringLiteral("other")), FileBytes(Words("a@x.test b@x.test")));
+    EXPECT_EQ(ReadListFile(u"other"_s), FileBytes(Words("a@x.test b@x.test")));
 }
 
 TEST_F(ListManagementTest, AWantedSaveThatFailsStopsTheRename) {
     OpenList(kNews, Words("a@x.test"));
-    lists.lstEmailList(kChronological).Add(QStringLiteral("b@x.test"));
+    lists.lstEmailList(kChronological).Add(u"b@x.test"_s);
     lists.MarkUnsaved();
     session.Prefs.LogStatus = 0;
     profile.Boxes.Answers = {BoxAnswer::Yes};
@@ -159,10 +158,9 @@ TEST_F(ListManagementTest, DeleteAsksAndDeletesTheFile) {
     WriteListFile(kNews, "a@x.test\r\n");
     profile.Boxes.Answers = {BoxAnswer::Yes};
     EXPECT_TRUE(DeleteList(session, kNews));
-    const std::vector<test::ShownBox> expected{
-        {QStringLiteral("Confirm Delete"),
-         QStringLiteral("Are you sure you want to delete mailing list [news]?"), BoxButtons::YesNo,
-         BoxIcon::Question}};
+    const std::vector<test::ShownBox> expected{{u"Confirm Delete"_s,
+                                                u"Are you sure you want to delete mailing list [news]?"_s,
+                                                BoxButtons::YesNo, BoxIcon::Question}};
     EXPECT_EQ(profile.Boxes.Shown, expected);
     EXPECT_EQ(ListFolder(), QStringList());
 }
@@ -179,8 +177,8 @@ TEST_F(ListManagementTest, AFileThatIsGoneIsReportedWhenDeleted) {
     EXPECT_FALSE(DeleteList(session, kNews));
     RemoveListsFolder();
     EXPECT_FALSE(DeleteList(session, kNews));
-    EXPECT_EQ(Errors(), (QStringList{QStringLiteral("53 in Main.cmdFileDelete - File not found"),
-                                     QStringLiteral("53 in Main.cmdFileDelete - File not found")}));
+    EXPECT_EQ(Errors(), (QStringList{u"53 in Main.cmdFileDelete - File not found"_s,
+                                     u"53 in Main.cmdFileDelete - File not found"_s}));
 }
 
 } // namespace

@@ -1,4 +1,5 @@
 // Searching, sort orders and selections: what the operator does to find entries.
+#include "core/Literals.h"
 #include "lists/ListEditing.h"
 #include "lists/ListsFixture.h"
 
@@ -13,7 +14,7 @@ using test::Words;
 
 class ListSelectionTest : public test::ListsFixture {
 protected:
-    void Open(const QStringList &entries) { OpenList(QStringLiteral("news"), entries); }
+    void Open(const QStringList &entries) { OpenList(u"news"_s, entries); }
     void ShowOrder(int order) { session.Prefs.ListSortBy = order; }
     void Search(const QString &text) {
         profile.Boxes.Inputs.push_back(text);
@@ -34,22 +35,21 @@ TEST_F(ListSelectionTest, SearchAsksAndSelectsWhatContainsTheText) {
     Open(Words("Ann@x.test bob@x.test joANNe@x.test"));
     ShowOrder(0);
     lists.SelectRows(kChronological, {1});
-    Search(QStringLiteral("ann"));
+    Search(u"ann"_s);
     EXPECT_EQ(profile.Boxes.Asked,
               (std::vector<test::ScriptedDialogs::Input>{
-                  {QStringLiteral(
-                       "Please enter the text you want to search for:\r\n(Can be a full or partial address)"),
-                   QStringLiteral("Find e-mail address"), QString()}}));
+                  {u"Please enter the text you want to search for:\r\n(Can be a full or partial address)"_s,
+                   u"Find e-mail address"_s, QString()}}));
     EXPECT_EQ(lists.SelectedEntries(kChronological), Words("Ann@x.test joANNe@x.test"));
-    EXPECT_EQ(TakeStatus(), (QStringList{QStringLiteral("Searching for [ann]..."),
-                                         QStringLiteral("Search returned 2 matches for [ann]")}));
+    EXPECT_EQ(TakeStatus(),
+              (QStringList{u"Searching for [ann]..."_s, u"Search returned 2 matches for [ann]"_s}));
 }
 
 TEST_F(ListSelectionTest, SearchLooksInTheVisibleViewOnly) {
     Open(Words("bb@x.test aa@x.test"));
     ShowOrder(1);
     lists.SelectRows(kChronological, {0});
-    Search(QStringLiteral("AA@"));
+    Search(u"AA@"_s);
     EXPECT_EQ(lists.SelectedEntries(kAlphabetical), Words("aa@x.test"));
     EXPECT_EQ(lists.SelectedEntries(kChronological), Words("bb@x.test"));
 }
@@ -58,9 +58,9 @@ TEST_F(ListSelectionTest, ASearchWithoutMatchesLeavesNothingSelected) {
     Open(Words("aa@x.test bb@x.test"));
     editing.SelectAll(kAlphabetical);
     TakeStatus();
-    Search(QStringLiteral("zz"));
+    Search(u"zz"_s);
     EXPECT_EQ(lists.SelectedCount(kAlphabetical), 0);
-    EXPECT_EQ(TakeStatus().last(), QStringLiteral("Search returned 0 matches for [zz]"));
+    EXPECT_EQ(TakeStatus().last(), u"Search returned 0 matches for [zz]"_s);
 }
 
 TEST_F(ListSelectionTest, AnEmptyOrCancelledSearchLeavesTheSelectionAlone) {
@@ -72,37 +72,32 @@ TEST_F(ListSelectionTest, AnEmptyOrCancelledSearchLeavesTheSelectionAlone) {
 }
 
 TEST_F(ListSelectionTest, CharactersThatMeanMoreElsewhereMeanThemselves) {
-    Open({QStringLiteral("a.b@x.test"), QStringLiteral("axb@x.test"), QStringLiteral("100%@x.test"),
-          QStringLiteral("s*r@x.test"), QStringLiteral("[q?]@x.test"), QStringLiteral("b\\s@x.test"),
-          QStringLiteral("%1@x.test"), QStringLiteral("<b>@x.test")});
+    Open({u"a.b@x.test"_s, u"axb@x.test"_s, u"100%@x.test"_s, u"s*r@x.test"_s, u"[q?]@x.test"_s,
+          u"b\\s@x.test"_s, u"%1@x.test"_s, u"<b>@x.test"_s});
     ShowOrder(0);
     const std::vector<std::pair<QString, QString>> cases{
-        {QStringLiteral("a.b"), QStringLiteral("a.b@x.test")},
-        {QStringLiteral("0%"), QStringLiteral("100%@x.test")},
-        {QStringLiteral("s*r"), QStringLiteral("s*r@x.test")},
-        {QStringLiteral("[q?"), QStringLiteral("[q?]@x.test")},
-        {QStringLiteral("b\\s"), QStringLiteral("b\\s@x.test")},
-        {QStringLiteral("%1@"), QStringLiteral("%1@x.test")},
-        {QStringLiteral("<b>"), QStringLiteral("<b>@x.test")}};
+        {u"a.b"_s, u"a.b@x.test"_s},  {u"0%"_s, u"100%@x.test"_s},   {u"s*r"_s, u"s*r@x.test"_s},
+        {u"[q?"_s, u"[q?]@x.test"_s}, {u"b\\s"_s, u"b\\s@x.test"_s}, {u"%1@"_s, u"%1@x.test"_s},
+        {u"<b>"_s, u"<b>@x.test"_s}};
     for (const auto &[text, entry] : cases) {
         Search(text);
         EXPECT_EQ(lists.SelectedEntries(kChronological), QStringList(entry));
-        EXPECT_EQ(TakeStatus().last(), QStringLiteral("Search returned 1 matches for [") + text + u']');
+        EXPECT_EQ(TakeStatus().last(), u"Search returned 1 matches for ["_s + text + u']');
     }
-    Search(QStringLiteral(".*"));
+    Search(u".*"_s);
     EXPECT_EQ(lists.SelectedCount(kChronological), 0);
 }
 
 TEST_F(ListSelectionTest, ABlankIsATextToSearchFor) {
-    Open({QStringLiteral("a b"), QStringLiteral("ab")});
+    Open({u"a b"_s, u"ab"_s});
     ShowOrder(0);
-    Search(QStringLiteral(" "));
-    EXPECT_EQ(lists.SelectedEntries(kChronological), QStringList(QStringLiteral("a b")));
+    Search(u" "_s);
+    EXPECT_EQ(lists.SelectedEntries(kChronological), QStringList(u"a b"_s));
 }
 
 TEST_F(ListSelectionTest, SearchFindsLettersBeyondAsciiWhateverTheirCase) {
-    Open({QStringLiteral("JÖRG@x.test")});
-    Search(QStringLiteral("ö"));
+    Open({u"JÖRG@x.test"_s});
+    Search(u"ö"_s);
     EXPECT_EQ(lists.SelectedCount(kAlphabetical), 1);
 }
 
@@ -125,12 +120,12 @@ TEST_F(ListSelectionTest, AnotherOrderCarriesTheSelectionOver) {
     EXPECT_TRUE(editing.ChangeSortOrder(1));
     EXPECT_EQ(session.Prefs.ListSortBy, 1);
     EXPECT_EQ(lists.SelectedEntries(kAlphabetical), Words("aa@x.test cc@x.test"));
-    EXPECT_EQ(TakeStatus(), (QStringList{QStringLiteral("Sorting list..."),
-                                         QStringLiteral("E-mail addresses sorted by alphabetical order")}));
+    EXPECT_EQ(TakeStatus(),
+              (QStringList{u"Sorting list..."_s, u"E-mail addresses sorted by alphabetical order"_s}));
     lists.SelectRows(kAlphabetical, {1});
     EXPECT_TRUE(editing.ChangeSortOrder(0));
     EXPECT_EQ(lists.SelectedEntries(kChronological), Words("bb@x.test"));
-    EXPECT_EQ(TakeStatus().last(), QStringLiteral("E-mail addresses sorted by chronological order"));
+    EXPECT_EQ(TakeStatus().last(), u"E-mail addresses sorted by chronological order"_s);
     EXPECT_EQ(Current(), Words("cc@x.test aa@x.test bb@x.test"));
     EXPECT_TRUE(lists.ListSaved);
 }
@@ -159,10 +154,9 @@ TEST_F(ListSelectionTest, FiveHundredAndOneSelectionsAreAskedAboutAndDropped) {
     profile.Boxes.Answers = {BoxAnswer::Ok};
     EXPECT_TRUE(editing.ChangeSortOrder(0));
     const std::vector<test::ShownBox> expected{
-        {QStringLiteral("Confirm"),
-         QStringLiteral(
-             "Due to the amount of selections on the current list your selections will be lost when "
-             "sorting. Continue?"),
+        {u"Confirm"_s,
+         u"Due to the amount of selections on the current list your selections will be lost when "
+         "sorting. Continue?"_s,
          BoxButtons::OkCancel, BoxIcon::Question}};
     EXPECT_EQ(profile.Boxes.Shown, expected);
     EXPECT_EQ(lists.SelectedCount(kChronological), 0);
@@ -184,7 +178,7 @@ TEST_F(ListSelectionTest, TheOrderInForceKeepsItsSelection) {
     OpenWithSelection(3);
     EXPECT_TRUE(editing.ChangeSortOrder(1));
     EXPECT_EQ(lists.SelectedRows(kAlphabetical), (QList<int>{0, 1, 2}));
-    EXPECT_EQ(TakeStatus().last(), QStringLiteral("E-mail addresses sorted by alphabetical order"));
+    EXPECT_EQ(TakeStatus().last(), u"E-mail addresses sorted by alphabetical order"_s);
 }
 
 TEST_F(ListSelectionTest, TheHourglassIsShownWhileSorting) {
@@ -200,7 +194,7 @@ TEST_F(ListSelectionTest, TheHourglassIsShownWhileSorting) {
 TEST_F(ListSelectionTest, EntriesOfOneViewOnlyAreNotCarriedOver) {
     Open(Words("aa@x.test"));
     ShowOrder(1);
-    lists.lstEmailList(kAlphabetical).Add(QStringLiteral("try@x.test"));
+    lists.lstEmailList(kAlphabetical).Add(u"try@x.test"_s);
     editing.SelectAll(kAlphabetical);
     editing.ChangeSortOrder(0);
     EXPECT_EQ(lists.SelectedEntries(kChronological), Words("aa@x.test"));
@@ -210,9 +204,9 @@ TEST_F(ListSelectionTest, EntriesOfOneViewOnlyAreNotCarriedOver) {
 TEST_F(ListSelectionTest, AStatusLogThatCannotBeWrittenIsReportedAsTheSortMenu) {
     Open(Words("aa@x.test"));
     ShowOrder(1);
-    BlockLog(QStringLiteral("StatusLog.txt"));
+    BlockLog(u"StatusLog.txt"_s);
     editing.ChangeSortOrder(0);
-    EXPECT_EQ(Errors().first(), QStringLiteral("70 in Main.mnuSortOrder - Permission denied"));
+    EXPECT_EQ(Errors().first(), u"70 in Main.mnuSortOrder - Permission denied"_s);
     EXPECT_FALSE(profile.Boxes.Hourglass);
 }
 
@@ -226,22 +220,21 @@ TEST_F(ListSelectionTest, SelectAllTellsHowManyAndSelectNoneClears) {
     editing.SelectNone(kAlphabetical);
     EXPECT_EQ(lists.SelectedCount(kAlphabetical), 0);
     EXPECT_EQ(lists.SelectedEntries(kPending), Words("+pp@x.test"));
-    EXPECT_EQ(TakeStatus(),
-              (QStringList{QStringLiteral("Selected 2 addresses"), QStringLiteral("Selected 1 address"),
-                           QStringLiteral("Cleared address selections")}));
+    EXPECT_EQ(TakeStatus(), (QStringList{u"Selected 2 addresses"_s, u"Selected 1 address"_s,
+                                         u"Cleared address selections"_s}));
     EXPECT_GE(updates.count(), 3);
 }
 
 TEST_F(ListSelectionTest, SelectAllOfAnEmptyListSelectsNone) {
     editing.SelectAll(kPending);
-    EXPECT_EQ(TakeStatus(), QStringList(QStringLiteral("Selected 0 addresses")));
+    EXPECT_EQ(TakeStatus(), QStringList(u"Selected 0 addresses"_s));
 }
 
 TEST_F(ListSelectionTest, AClickTellsTheSelectionOfItsBox) {
     Open(Words("aa@x.test bb@x.test"));
     lists.SelectRows(kAlphabetical, {1});
     editing.ReportSelection(kAlphabetical);
-    EXPECT_EQ(TakeStatus(), QStringList(QStringLiteral("Selected 1 address")));
+    EXPECT_EQ(TakeStatus(), QStringList(u"Selected 1 address"_s));
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 #include "lists/ListStore.h"
 
+#include "core/Literals.h"
 #include "core/RuntimeError.h"
 #include "lists/ListFile.h"
 #include "lists/ListsFixture.h"
@@ -14,8 +15,8 @@ namespace {
 using test::FileBytes;
 using test::Words;
 
-const QString kNews = QStringLiteral("news");
-const QString kOther = QStringLiteral("other");
+const QString kNews = u"news"_s;
+const QString kOther = u"other"_s;
 
 class ListStoreTest : public test::ListsFixture {
 protected:
@@ -23,8 +24,8 @@ protected:
     void OpenUnsaved() {
         OpenList(kNews, Words("b@x.test a@x.test"));
         WriteListFile(kOther, FileBytes(Words("o@x.test")));
-        lists.lstEmailList(kChronological).Add(QStringLiteral("new@x.test"));
-        lists.lstEmailList(kAlphabetical).Add(QStringLiteral("new@x.test"));
+        lists.lstEmailList(kChronological).Add(u"new@x.test"_s);
+        lists.lstEmailList(kAlphabetical).Add(u"new@x.test"_s);
         lists.MarkUnsaved();
     }
 };
@@ -45,15 +46,14 @@ TEST_F(ListStoreTest, LoadsAListInBothOrders) {
 }
 
 TEST_F(ListStoreTest, TellsWhatItLoads) {
-    const QString name = QStringLiteral("<b>Über uns");
+    const QString name = u"<b>Über uns"_s;
     WriteListFile(name, "a@x.test\r\n");
     std::vector<bool> hourglass;
     QObject::connect(&session.Status, &StatusFeed::StatusText, &lists,
                      [&] { hourglass.push_back(profile.Boxes.Hourglass); });
     const QSignalSpy updates(&lists, &ListStore::ControlsOutdated);
     lists.Load(name);
-    EXPECT_EQ(TakeStatus(), (QStringList{QStringLiteral("Loading [<b>Über uns]..."),
-                                         QStringLiteral("Loaded [<b>Über uns]")}));
+    EXPECT_EQ(TakeStatus(), (QStringList{u"Loading [<b>Über uns]..."_s, u"Loaded [<b>Über uns]"_s}));
     EXPECT_EQ(hourglass, (std::vector<bool>{true, true}));
     EXPECT_FALSE(profile.Boxes.Hourglass);
     EXPECT_GE(updates.count(), 1);
@@ -72,15 +72,14 @@ TEST_F(ListStoreTest, LoadingReplacesTheOldListAndLeavesThePendingListAlone) {
 }
 
 TEST_F(ListStoreTest, BadAndRepeatedLinesAreLoadedAsTheyStand) {
-    const QStringList lines{QStringLiteral("not an address"), QString(), QStringLiteral("a@x.test"),
-                            QStringLiteral("A@X.test"), QStringLiteral("a@x.test")};
+    const QStringList lines{u"not an address"_s, QString(), u"a@x.test"_s, u"A@X.test"_s, u"a@x.test"_s};
     OpenList(kNews, lines);
     EXPECT_EQ(Current(), lines);
     EXPECT_EQ(lists.lstEmailList(kAlphabetical).Count(), 5);
 }
 
 TEST_F(ListStoreTest, AnEmptyLineIsWrittenBack) {
-    OpenList(kNews, {QStringLiteral("a@x.test"), QString(), QStringLiteral("b@x.test")});
+    OpenList(kNews, {u"a@x.test"_s, QString(), u"b@x.test"_s});
     EXPECT_TRUE(lists.WriteList(kNews));
     EXPECT_EQ(ReadListFile(kNews), QByteArray("a@x.test\r\n\r\nb@x.test\r\n"));
 }
@@ -100,7 +99,7 @@ TEST_F(ListStoreTest, AListOfForeignEncodingIsSavedInTheSystemsOwn) {
     WriteListFile(kNews, "j\xF6rg@x.test\n\x80uro@x.test");
     lists.Load(kNews);
     lists.WriteList(kNews);
-    EXPECT_EQ(ReadListFile(kNews), QStringLiteral("jörg@x.test\r\n€uro@x.test\r\n").toUtf8());
+    EXPECT_EQ(ReadListFile(kNews), u"jörg@x.test\r\n€uro@x.test\r\n"_s.toUtf8());
 }
 
 TEST_F(ListStoreTest, WriteListNeitherChangesTheFlagNorTellsAnything) {
@@ -127,13 +126,11 @@ TEST_F(ListStoreTest, YesSavesTheListThatIsLeft) {
     profile.Boxes.Answers = {BoxAnswer::Yes};
     EXPECT_TRUE(lists.Load(kOther));
     const std::vector<test::ShownBox> expected{
-        {QStringLiteral("Varlo Pro"),
-         QStringLiteral("The changes to list [news] have not been saved, save now?"), BoxButtons::YesNo,
+        {u"Varlo Pro"_s, u"The changes to list [news] have not been saved, save now?"_s, BoxButtons::YesNo,
          BoxIcon::Question}};
     EXPECT_EQ(profile.Boxes.Shown, expected);
     EXPECT_EQ(ReadListFile(kNews), FileBytes(Words("b@x.test a@x.test new@x.test")));
-    EXPECT_EQ(TakeStatus(), (QStringList{QStringLiteral("Saved [news]"), QStringLiteral("Loading [other]..."),
-                                         QStringLiteral("Loaded [other]")}));
+    EXPECT_EQ(TakeStatus(), (QStringList{u"Saved [news]"_s, u"Loading [other]..."_s, u"Loaded [other]"_s}));
     EXPECT_EQ(Current(), Words("o@x.test"));
     EXPECT_TRUE(lists.ListSaved);
 }
@@ -158,12 +155,12 @@ TEST_F(ListStoreTest, NoLeavesTheFlagSoThatTheQuestionComesAgain) {
 }
 
 TEST_F(ListStoreTest, MarkupInAListNameIsAskedAboutAsItStands) {
-    OpenList(QStringLiteral("<h1>big"), {});
+    OpenList(u"<h1>big"_s, {});
     lists.MarkUnsaved();
     profile.Boxes.Answers = {BoxAnswer::No};
     lists.PromptSaveList();
     EXPECT_EQ(profile.Boxes.Texts(),
-              QStringList(QStringLiteral("The changes to list [<h1>big] have not been saved, save now?")));
+              QStringList(u"The changes to list [<h1>big] have not been saved, save now?"_s));
 }
 
 // The entries of a list that was deleted can still be seen and changed; there is no file for them.
@@ -175,17 +172,17 @@ TEST_F(ListStoreTest, WithoutAnOpenListThereIsNothingToSave) {
 }
 
 TEST_F(ListStoreTest, ARequestIsAddedAtTheEndAndBecomesTheCurrentItem) {
-    lists.AddPending(QStringLiteral("+a@x.test"));
-    lists.AddPending(QStringLiteral("-a@x.test"));
+    lists.AddPending(u"+a@x.test"_s);
+    lists.AddPending(u"-a@x.test"_s);
     EXPECT_EQ(Pending(), Words("+a@x.test -a@x.test"));
     EXPECT_EQ(lists.Selection(kPending).currentIndex().row(), 1);
     EXPECT_EQ(lists.SelectedCount(kPending), 0);
 }
 
 TEST_F(ListStoreTest, AFullPendingListRefusesOneMore) {
-    AddPending(test::Addresses(EntryListModel::kMostEntries, QStringLiteral("+a")));
+    AddPending(test::Addresses(EntryListModel::kMostEntries, u"+a"_s));
     try {
-        lists.AddPending(QStringLiteral("+more@x.test"));
+        lists.AddPending(u"+more@x.test"_s);
         FAIL() << "nothing thrown";
     } catch (const RuntimeError &error) {
         EXPECT_EQ(error.Number(), Overflow);

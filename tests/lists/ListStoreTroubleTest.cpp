@@ -1,4 +1,5 @@
 // Lists that cannot be read or written, and lists that are too long.
+#include "core/Literals.h"
 #include "lists/ListFile.h"
 #include "lists/ListsFixture.h"
 #include "support/FullDisk.h"
@@ -14,19 +15,17 @@ using test::FileBytes;
 using test::Words;
 
 constexpr int kMost = EntryListModel::kMostEntries;
-const QString kNews = QStringLiteral("news");
-const QString kOther = QStringLiteral("other");
+const QString kNews = u"news"_s;
+const QString kOther = u"other"_s;
 
 class ListStoreTroubleTest : public test::ListsFixture {
 protected:
     void Change() {
-        lists.lstEmailList(kChronological).Add(QStringLiteral("new@x.test"));
-        lists.lstEmailList(kAlphabetical).Add(QStringLiteral("new@x.test"));
+        lists.lstEmailList(kChronological).Add(u"new@x.test"_s);
+        lists.lstEmailList(kAlphabetical).Add(u"new@x.test"_s);
         lists.MarkUnsaved();
     }
-    void RemoveListsFolder() {
-        ASSERT_TRUE(QDir(session.ProfileFile(QStringLiteral("lists"))).removeRecursively());
-    }
+    void RemoveListsFolder() { ASSERT_TRUE(QDir(session.ProfileFile(u"lists"_s)).removeRecursively()); }
     void ExpectUnsaved(const QStringList &entries) {
         EXPECT_EQ(lists.CurrentListName, kNews);
         EXPECT_EQ(Current(), entries);
@@ -44,7 +43,7 @@ protected:
 TEST_F(ListStoreTroubleTest, AMissingFileIsReportedAndTheListIsEmpty) {
     OpenList(kOther, Words("o@x.test"));
     EXPECT_TRUE(lists.Load(kNews));
-    EXPECT_EQ(Errors(), QStringList(QStringLiteral("53 in Main.cmbMList - File not found")));
+    EXPECT_EQ(Errors(), QStringList(u"53 in Main.cmbMList - File not found"_s));
     EXPECT_EQ(Current() + Sorted(), QStringList());
     EXPECT_EQ(lists.CurrentListName, kNews);
     EXPECT_TRUE(lists.ListSaved);
@@ -61,16 +60,16 @@ TEST_F(ListStoreTroubleTest, AMissingFileIsWrittenByTheNextSave) {
 }
 
 TEST_F(ListStoreTroubleTest, AFileThatCannotBeReadIsReported) {
-    ASSERT_TRUE(QDir(profile.Path(QStringLiteral("lists"))).mkdir(QStringLiteral("news.vlo")));
+    ASSERT_TRUE(QDir(profile.Path(u"lists"_s)).mkdir(u"news.vlo"_s));
     EXPECT_TRUE(lists.Load(kNews));
-    EXPECT_EQ(Errors(), QStringList(QStringLiteral("70 in Main.cmbMList - Permission denied")));
+    EXPECT_EQ(Errors(), QStringList(u"70 in Main.cmbMList - Permission denied"_s));
     EXPECT_EQ(Current(), QStringList());
 }
 
 TEST_F(ListStoreTroubleTest, AVanishedFolderIsReportedAtLoading) {
     RemoveListsFolder();
     EXPECT_TRUE(lists.Load(kNews));
-    EXPECT_EQ(Errors(), QStringList(QStringLiteral("76 in Main.cmbMList - Path not found")));
+    EXPECT_EQ(Errors(), QStringList(u"76 in Main.cmbMList - Path not found"_s));
 }
 
 TEST_F(ListStoreTroubleTest, AVanishedFolderIsReportedAtSavingAndNothingIsLost) {
@@ -78,7 +77,7 @@ TEST_F(ListStoreTroubleTest, AVanishedFolderIsReportedAtSavingAndNothingIsLost) 
     Change();
     RemoveListsFolder();
     EXPECT_FALSE(lists.WriteList(kNews));
-    EXPECT_EQ(Errors(), QStringList(QStringLiteral("76 in Main.WriteList - Path not found")));
+    EXPECT_EQ(Errors(), QStringList(u"76 in Main.WriteList - Path not found"_s));
     ExpectUnsaved(Words("a@x.test new@x.test"));
 }
 
@@ -96,7 +95,7 @@ TEST_F(ListStoreTroubleTest, ASaveThatFailsAtEveryByteLeavesTheOldList) {
         ASSERT_EQ(ReadListFile(kNews), QByteArray("old@x.test\r\n")) << "after " << bytes << " bytes";
         ASSERT_EQ(ListFolder(), Words("news.vlo")) << "after " << bytes << " bytes";
         ExpectUnsaved(Words("old@x.test new@x.test"));
-        EXPECT_TRUE(profile.Boxes.Shown.back().Text.contains(QStringLiteral("[ Disk full ]")));
+        EXPECT_TRUE(profile.Boxes.Shown.back().Text.contains(u"[ Disk full ]"_s));
     }
     EXPECT_EQ(profile.Boxes.Shown.size(), 2 * size);
 }
@@ -116,23 +115,23 @@ TEST_F(ListStoreTroubleTest, AWantedSaveThatFailsKeepsTheOldListOpen) {
 }
 
 TEST_F(ListStoreTroubleTest, AStatusLogThatCannotBeWrittenStopsNoLoad) {
-    BlockLog(QStringLiteral("StatusLog.txt"));
+    BlockLog(u"StatusLog.txt"_s);
     WriteListFile(kNews, "a@x.test\r\n");
     EXPECT_TRUE(lists.Load(kNews));
     EXPECT_EQ(Current(), Words("a@x.test"));
-    EXPECT_EQ(Errors(), (QStringList{QStringLiteral("70 in Main.cmbMList - Permission denied"),
-                                     QStringLiteral("70 in Main.cmbMList - Permission denied")}));
+    EXPECT_EQ(Errors(), (QStringList{u"70 in Main.cmbMList - Permission denied"_s,
+                                     u"70 in Main.cmbMList - Permission denied"_s}));
 }
 
 TEST_F(ListStoreTroubleTest, AStatusLogThatCannotBeWrittenLeavesASavedListSaved) {
     OpenList(kNews, Words("a@x.test"));
     Change();
-    BlockLog(QStringLiteral("StatusLog.txt"));
+    BlockLog(u"StatusLog.txt"_s);
     profile.Boxes.Answers = {BoxAnswer::Yes};
     EXPECT_TRUE(lists.PromptSaveList());
     EXPECT_TRUE(lists.ListSaved);
     EXPECT_EQ(ReadListFile(kNews), FileBytes(Words("a@x.test new@x.test")));
-    EXPECT_EQ(Errors(), QStringList(QStringLiteral("70 in Main.PromptSaveList - Permission denied")));
+    EXPECT_EQ(Errors(), QStringList(u"70 in Main.PromptSaveList - Permission denied"_s));
 }
 
 TEST_F(ListStoreTroubleTest, AFileOfTheMostLinesIsLoadedWhole) {
@@ -148,7 +147,7 @@ TEST_F(ListStoreTroubleTest, AFileOfTheMostLinesIsLoadedWhole) {
 TEST_F(ListStoreTroubleTest, OneLineTooManyIsReportedAndTheRestIsLoaded) {
     WriteListFile(kNews, FileBytes(Addresses(kMost + 1)));
     EXPECT_TRUE(lists.Load(kNews));
-    EXPECT_EQ(Errors(), QStringList(QStringLiteral("6 in Main.cmbMList - Overflow")));
+    EXPECT_EQ(Errors(), QStringList(u"6 in Main.cmbMList - Overflow"_s));
     EXPECT_EQ(Current(), Addresses(kMost));
     QStringList sorted = Sorted();
     std::sort(sorted.begin(), sorted.end());
@@ -162,8 +161,8 @@ TEST_F(ListStoreTroubleTest, TheFirstSaveOfATooLongListKeepsItsOldFile) {
     const QByteArray old = FileBytes(Addresses(kMost + 1));
     LoadTooLong(old);
     EXPECT_TRUE(lists.WriteList(kNews));
-    EXPECT_EQ(TakeStatus(), QStringList(QStringLiteral("Kept the old file as [news.vlo.bak]")));
-    EXPECT_EQ(profile.Read(QStringLiteral("lists/news.vlo.bak")), old);
+    EXPECT_EQ(TakeStatus(), QStringList(u"Kept the old file as [news.vlo.bak]"_s));
+    EXPECT_EQ(profile.Read(u"lists/news.vlo.bak"_s), old);
     EXPECT_EQ(ReadListFile(kNews), FileBytes(Addresses(kMost)));
     EXPECT_TRUE(lists.WriteList(kNews));
     EXPECT_EQ(TakeStatus(), QStringList());
@@ -171,15 +170,15 @@ TEST_F(ListStoreTroubleTest, TheFirstSaveOfATooLongListKeepsItsOldFile) {
 }
 
 TEST_F(ListStoreTroubleTest, ASecondTooLongListDoesNotReplaceTheFirstOnesBackup) {
-    const QByteArray first = FileBytes(Addresses(kMost + 1, QStringLiteral("first")));
-    const QByteArray second = FileBytes(Addresses(kMost + 2, QStringLiteral("second")));
+    const QByteArray first = FileBytes(Addresses(kMost + 1, u"first"_s));
+    const QByteArray second = FileBytes(Addresses(kMost + 2, u"second"_s));
     LoadTooLong(first);
     EXPECT_TRUE(lists.WriteList(kNews));
     LoadTooLong(second);
     EXPECT_TRUE(lists.WriteList(kNews));
-    EXPECT_EQ(TakeStatus(), QStringList(QStringLiteral("Kept the old file as [news.vlo.bak2]")));
-    EXPECT_EQ(profile.Read(QStringLiteral("lists/news.vlo.bak")), first);
-    EXPECT_EQ(profile.Read(QStringLiteral("lists/news.vlo.bak2")), second);
+    EXPECT_EQ(TakeStatus(), QStringList(u"Kept the old file as [news.vlo.bak2]"_s));
+    EXPECT_EQ(profile.Read(u"lists/news.vlo.bak"_s), first);
+    EXPECT_EQ(profile.Read(u"lists/news.vlo.bak2"_s), second);
 }
 
 TEST_F(ListStoreTroubleTest, ATooLongListThatIsLeftAloneKeepsNoBackup) {
@@ -202,16 +201,16 @@ TEST_F(ListStoreTroubleTest, WithoutRoomForTheBackupATooLongListStaysAsItWas) {
     EXPECT_EQ(ListFolder(), Words("news.vlo"));
     EXPECT_FALSE(lists.ListSaved);
     EXPECT_TRUE(lists.WriteList(kNews));
-    EXPECT_EQ(profile.Read(QStringLiteral("lists/news.vlo.bak")), old);
+    EXPECT_EQ(profile.Read(u"lists/news.vlo.bak"_s), old);
 }
 
 TEST_F(ListStoreTroubleTest, AStatusLogThatCannotBeWrittenStopsNoSaveOfATooLongList) {
     LoadTooLong(FileBytes(Addresses(kMost + 1)));
-    BlockLog(QStringLiteral("StatusLog.txt"));
+    BlockLog(u"StatusLog.txt"_s);
     EXPECT_TRUE(lists.WriteList(kNews));
     EXPECT_EQ(ReadListFile(kNews), FileBytes(Addresses(kMost)));
     EXPECT_EQ(ListFolder(), Words("news.vlo news.vlo.bak"));
-    EXPECT_EQ(Errors().last(), QStringLiteral("70 in Main.WriteList - Permission denied"));
+    EXPECT_EQ(Errors().last(), u"70 in Main.WriteList - Permission denied"_s);
 }
 
 } // namespace

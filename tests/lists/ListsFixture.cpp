@@ -1,5 +1,7 @@
 #include "lists/ListsFixture.h"
 
+#include "core/Literals.h"
+
 #include <QDir>
 
 namespace varlo::test {
@@ -12,7 +14,7 @@ QStringList Addresses(int count, const QString &prefix) {
     QStringList addresses;
     addresses.reserve(count);
     for (int i = 0; i < count; ++i)
-        addresses << prefix + QString::number(i) + QStringLiteral("@x.test");
+        addresses << prefix + QString::number(i) + u"@x.test"_s;
     return addresses;
 }
 
@@ -28,15 +30,15 @@ QByteArray FileBytes(const QStringList &lines) {
 }
 
 void ListsFixture::WriteListFile(const QString &name, const QByteArray &bytes) const {
-    profile.Write(QStringLiteral("lists/") + name + QStringLiteral(".vlo"), bytes);
+    profile.Write(u"lists/"_s + name + u".vlo"_s, bytes);
 }
 
 QByteArray ListsFixture::ReadListFile(const QString &name) const {
-    return profile.Read(QStringLiteral("lists/") + name + QStringLiteral(".vlo"));
+    return profile.Read(u"lists/"_s + name + u".vlo"_s);
 }
 
 QStringList ListsFixture::ListFolder() const {
-    return QDir(session.ProfileFile(QStringLiteral("lists")))
+    return QDir(session.ProfileFile(u"lists"_s))
         .entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot, QDir::Name);
 }
 
@@ -53,13 +55,13 @@ void ListsFixture::AddPending(const QStringList &entries) {
 
 QStringList ListsFixture::Errors() const {
     QStringList errors;
-    for (const QString &line : profile.Log(QStringLiteral("ErrorLog.txt")))
-        errors << line.section(QStringLiteral(" Error "), 1);
+    for (const QString &line : profile.Log(u"ErrorLog.txt"_s))
+        errors << line.section(u" Error "_s, 1);
     return errors;
 }
 
 void ListsFixture::BlockLog(const QString &file) const {
-    const QString path = session.ProfileFile(QStringLiteral("logs"), file);
+    const QString path = session.ProfileFile(u"logs"_s, file);
     QFile::remove(path);
     ASSERT_TRUE(QDir().mkpath(path));
 }

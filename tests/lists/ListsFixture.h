@@ -1,6 +1,7 @@
 // An open profile with the list store on it, and short words for what the tests of this room say most.
 #pragma once
 
+#include "core/Literals.h"
 #include "lists/ListEditing.h"
 #include "lists/ListStore.h"
 #include "support/TestProfile.h"
@@ -15,7 +16,7 @@ namespace varlo::test {
 QStringList Words(const char *text);
 
 // "<prefix>0@x.test", "<prefix>1@x.test", ...
-QStringList Addresses(int count, const QString &prefix = QStringLiteral("a"));
+QStringList Addresses(int count, const QString &prefix = u"a"_s);
 
 // A number from 0 to `limit` - 1.
 int RandomBelow(std::mt19937 &random, int limit);

@@ -1,5 +1,6 @@
 #include "lists/ListsMenu.h"
 
+#include "core/Literals.h"
 #include "lists/FramesFixture.h"
 
 #include <QAction>
@@ -13,7 +14,7 @@ using test::Words;
 
 class ListsMenuTest : public test::FramesFixture {
 protected:
-    ListsMenuTest() { OpenLists({{QStringLiteral("news"), Words("bb@x.test aa@x.test")}}); }
+    ListsMenuTest() { OpenLists({{u"news"_s, Words("bb@x.test aa@x.test")}}); }
 
     QAction *Entry(const char *name) { return Find<QAction>(name); }
     void Choose(const char *entry) {
@@ -24,7 +25,7 @@ protected:
     static QStringList Captions(const QMenu *menu) {
         QStringList captions;
         for (const QAction *entry : menu->actions())
-            captions << (entry->isSeparator() ? QStringLiteral("-") : entry->text().remove(u'&'));
+            captions << (entry->isSeparator() ? u"-"_s : entry->text().remove(u'&'));
         return captions;
     }
     std::vector<bool> CheckedOrders() {
@@ -33,19 +34,15 @@ protected:
 };
 
 TEST_F(ListsMenuTest, HasTheTwoListsWithTheirEntries) {
-    EXPECT_EQ(menu.objectName(), QStringLiteral("mnuLists"));
-    EXPECT_EQ(menu.title().remove(u'&'), QStringLiteral("Lists"));
-    EXPECT_EQ(Captions(&menu), (QStringList{QStringLiteral("Current List"), QStringLiteral("Pending List")}));
+    EXPECT_EQ(menu.objectName(), u"mnuLists"_s);
+    EXPECT_EQ(menu.title().remove(u'&'), u"Lists"_s);
+    EXPECT_EQ(Captions(&menu), (QStringList{u"Current List"_s, u"Pending List"_s}));
     EXPECT_EQ(Captions(menu.CurrentMenu()),
-              (QStringList{QStringLiteral("Copy to Pending List"), QStringLiteral("Move to Pending List"),
-                           QStringLiteral("-"), QStringLiteral("Sort"), QStringLiteral("-"),
-                           QStringLiteral("Select All"), QStringLiteral("Select None")}));
-    EXPECT_EQ(Captions(menu.SortMenu()),
-              (QStringList{QStringLiteral("Chronological"), QStringLiteral("Alphabetical")}));
-    EXPECT_EQ(
-        Captions(menu.PendingMenu()),
-        (QStringList{QStringLiteral("Copy to Current List"), QStringLiteral("Move to Current List"),
-                     QStringLiteral("-"), QStringLiteral("Select All"), QStringLiteral("Select None")}));
+              (QStringList{u"Copy to Pending List"_s, u"Move to Pending List"_s, u"-"_s, u"Sort"_s, u"-"_s,
+                           u"Select All"_s, u"Select None"_s}));
+    EXPECT_EQ(Captions(menu.SortMenu()), (QStringList{u"Chronological"_s, u"Alphabetical"_s}));
+    EXPECT_EQ(Captions(menu.PendingMenu()), (QStringList{u"Copy to Current List"_s, u"Move to Current List"_s,
+                                                         u"-"_s, u"Select All"_s, u"Select None"_s}));
 }
 
 TEST_F(ListsMenuTest, EveryEntryHasItsName) {
@@ -65,8 +62,7 @@ TEST_F(ListsMenuTest, SelectsAllOrNoneOfTheVisibleBox) {
     Choose("mnuListsCurrentDeSelAll");
     EXPECT_EQ(lists.SelectedCount(kAlphabetical), 0);
     EXPECT_FALSE(Entry("mnuListsCurrentDeSelAll")->isEnabled());
-    EXPECT_EQ(TakeStatus(), (QStringList{QStringLiteral("Selected 2 addresses"),
-                                         QStringLiteral("Cleared address selections")}));
+    EXPECT_EQ(TakeStatus(), (QStringList{u"Selected 2 addresses"_s, u"Cleared address selections"_s}));
 }
 
 TEST_F(ListsMenuTest, SelectsAllOrNoneOfThePendingList) {
@@ -76,8 +72,7 @@ TEST_F(ListsMenuTest, SelectsAllOrNoneOfThePendingList) {
     EXPECT_EQ(lists.SelectedCount(kPending), 1);
     Choose("mnuListsPendingDeSelAll");
     EXPECT_EQ(lists.SelectedCount(kPending), 0);
-    EXPECT_EQ(TakeStatus(), (QStringList{QStringLiteral("Selected 1 address"),
-                                         QStringLiteral("Cleared address selections")}));
+    EXPECT_EQ(TakeStatus(), (QStringList{u"Selected 1 address"_s, u"Cleared address selections"_s}));
 }
 
 TEST_F(ListsMenuTest, CopiesAndMovesToThePendingList) {
@@ -115,7 +110,7 @@ TEST_F(ListsMenuTest, TheCheckMarkFollowsTheOrderThatIsChosen) {
 
 TEST_F(ListsMenuTest, TheCheckMarkStaysWhenTheOperatorKeepsTheOrder) {
     menu.ShowSortOrder();
-    OpenLists({{QStringLiteral("news"), test::Addresses(501)}});
+    OpenLists({{u"news"_s, test::Addresses(501)}});
     Choose("mnuListsCurrentSelAll");
     profile.Boxes.Answers = {BoxAnswer::Cancel};
     Choose("mnuSortOrder_0");

@@ -1,5 +1,6 @@
 #include "lists/ManualAdd.h"
 
+#include "core/Literals.h"
 #include "lists/ListsFixture.h"
 
 #include <gtest/gtest.h>
@@ -27,7 +28,7 @@ protected:
 TEST_F(ManualAddTest, AddQueuesASubscription) {
     EXPECT_TRUE(Add("Ab@x.test"));
     EXPECT_EQ(Pending(), Words("+Ab@x.test"));
-    EXPECT_EQ(TakeStatus(), QStringList(QStringLiteral("Added [Ab@x.test] to the pending list")));
+    EXPECT_EQ(TakeStatus(), QStringList(u"Added [Ab@x.test] to the pending list"_s));
     EXPECT_EQ(lists.Selection(kPending).currentIndex().row(), 0);
     EXPECT_EQ(profile.Boxes.Texts(), QStringList());
 }
@@ -35,13 +36,13 @@ TEST_F(ManualAddTest, AddQueuesASubscription) {
 TEST_F(ManualAddTest, RemoveQueuesARemovalInTheSameWords) {
     EXPECT_TRUE(Add("ab@x.test", Request::Unsubscribe));
     EXPECT_EQ(Pending(), Words("-ab@x.test"));
-    EXPECT_EQ(TakeStatus(), QStringList(QStringLiteral("Added [ab@x.test] to the pending list")));
+    EXPECT_EQ(TakeStatus(), QStringList(u"Added [ab@x.test] to the pending list"_s));
 }
 
 TEST_F(ManualAddTest, AnInvalidAddressIsToldTwiceAndStaysForCorrection) {
     process = bypass;
     EXPECT_FALSE(Add("nobody"));
-    const QString message = QStringLiteral("The e-mail address [nobody] is invalid");
+    const QString message = u"The e-mail address [nobody] is invalid"_s;
     EXPECT_EQ(profile.Boxes.Texts(), QStringList(message));
     EXPECT_EQ(TakeStatus(), QStringList(message));
     EXPECT_EQ(Pending(), QStringList());
@@ -60,7 +61,7 @@ TEST_F(ManualAddTest, AnEntryWithoutASignIsADuplicateAndTheBoxIsEmptied) {
     process = bypass;
     EXPECT_TRUE(Add("ab@x.test"));
     EXPECT_EQ(Pending(), Words("AB@x.test"));
-    EXPECT_EQ(TakeStatus(), QStringList(QStringLiteral("Duplicate address [ab@x.test] ignored")));
+    EXPECT_EQ(TakeStatus(), QStringList(u"Duplicate address [ab@x.test] ignored"_s));
     EXPECT_EQ(runs, 1);
 }
 
@@ -72,31 +73,31 @@ TEST_F(ManualAddTest, BypassProcessesAfterTheAdd) {
 }
 
 TEST_F(ManualAddTest, AFullPendingListIsReportedAndLosesNothing) {
-    const QStringList full = test::Addresses(EntryListModel::kMostEntries, QStringLiteral("+a"));
+    const QStringList full = test::Addresses(EntryListModel::kMostEntries, u"+a"_s);
     AddPending(full);
     process = bypass;
     EXPECT_TRUE(Add("more@x.test"));
-    EXPECT_EQ(Errors(), QStringList(QStringLiteral("6 in Main.cmdEmailAdd - Overflow")));
+    EXPECT_EQ(Errors(), QStringList(u"6 in Main.cmdEmailAdd - Overflow"_s));
     EXPECT_EQ(Pending(), full);
     EXPECT_EQ(runs, 1);
 }
 
 TEST_F(ManualAddTest, AStatusLogThatCannotBeWrittenStopsNoAdd) {
-    BlockLog(QStringLiteral("StatusLog.txt"));
+    BlockLog(u"StatusLog.txt"_s);
     process = bypass;
     EXPECT_TRUE(Add("ab@x.test"));
-    EXPECT_EQ(Errors(), QStringList(QStringLiteral("70 in Main.cmdEmailAdd - Permission denied")));
+    EXPECT_EQ(Errors(), QStringList(u"70 in Main.cmdEmailAdd - Permission denied"_s));
     EXPECT_EQ(pendingAtRun, Words("+ab@x.test"));
 }
 
 TEST_F(ManualAddTest, ValidateTellsAValidAddress) {
-    ReportValidity(session, QStringLiteral("<i>ab@x.test"));
-    ReportValidity(session, QStringLiteral("ab@x.test"));
+    ReportValidity(session, u"<i>ab@x.test"_s);
+    ReportValidity(session, u"ab@x.test"_s);
     const std::vector<test::ShownBox> expected{
-        {QStringLiteral("Varlo Pro Error"), QStringLiteral("The e-mail address [<i>ab@x.test] is invalid"),
-         BoxButtons::Ok, BoxIcon::Critical},
-        {QStringLiteral("Varlo Pro"), QStringLiteral("The e-mail address [ab@x.test] appears to be valid"),
-         BoxButtons::Ok, BoxIcon::Information}};
+        {u"Varlo Pro Error"_s, u"The e-mail address [<i>ab@x.test] is invalid"_s, BoxButtons::Ok,
+         BoxIcon::Critical},
+        {u"Varlo Pro"_s, u"The e-mail address [ab@x.test] appears to be valid"_s, BoxButtons::Ok,
+         BoxIcon::Information}};
     EXPECT_EQ(profile.Boxes.Shown, expected);
     EXPECT_EQ(TakeStatus(), QStringList());
     EXPECT_EQ(Pending(), QStringList());

@@ -1,5 +1,6 @@
 #include "lists/NaiveLists.h"
 
+#include "core/Literals.h"
 #include "lists/AddressRules.h"
 #include "lists/ListsFixture.h"
 
@@ -98,14 +99,12 @@ QString NaiveLists::RandomAddress() {
     if (RandomBelow(random_, 5) == 0)
         return kOthers[RandomBelow(random_, static_cast<int>(kOthers.size()))];
     const QChar first(u'a' + RandomBelow(random_, 26));
-    return (RandomBelow(random_, 2) == 0 ? first : first.toUpper()) + QStringLiteral("b@x.test");
+    return (RandomBelow(random_, 2) == 0 ? first : first.toUpper()) + u"b@x.test"_s;
 }
 
 QString NaiveLists::RandomName() {
-    static const QStringList kNames{
-        QStringLiteral("news"),  QStringLiteral("Über uns"), QStringLiteral("a b"),
-        QStringLiteral("other"), QStringLiteral("News"),     QStringLiteral(" x "),
-        QStringLiteral("(b)"),   QStringLiteral("z"),        QString()};
+    static const QStringList kNames{u"news"_s, u"Über uns"_s, u"a b"_s, u"other"_s, u"News"_s,
+                                    u" x "_s,  u"(b)"_s,      u"z"_s,   QString()};
     return kNames[RandomBelow(random_, static_cast<int>(kNames.size()))];
 }
 

@@ -1,4 +1,5 @@
 // Notifications with the real component, against a server on loopback that follows a script.
+#include "core/Literals.h"
 #include "core/RuntimeError.h"
 #include "lists/ListsFixture.h"
 #include "lists/PendingProcessing.h"
@@ -23,15 +24,15 @@ protected:
     void Start(SmtpScript script = {}) {
         server = std::make_unique<FakeSmtpServer>(std::move(script));
         session.Prefs.Notify = 1;
-        session.Prefs.SMTPServer = QStringLiteral("127.0.0.1");
+        session.Prefs.SMTPServer = u"127.0.0.1"_s;
         session.Prefs.SMTPPort = To16Bit(server->Port());
-        session.Prefs.SMTPFrom = QStringLiteral("Jörg Editor");
-        session.Prefs.SMTPEmail = QStringLiteral("ann@x.test");
-        session.Prefs.SubSubject = QStringLiteral("Welcome");
-        session.Prefs.SubBody = QStringLiteral("Hello,\\n\\nyou are on the list.");
-        session.Prefs.UnsubSubject = QStringLiteral("Goodbye");
-        session.Prefs.UnsubBody = QStringLiteral("You are off the list.");
-        OpenList(QStringLiteral("news"), Words("bb@x.test"));
+        session.Prefs.SMTPFrom = u"Jörg Editor"_s;
+        session.Prefs.SMTPEmail = u"ann@x.test"_s;
+        session.Prefs.SubSubject = u"Welcome"_s;
+        session.Prefs.SubBody = u"Hello,\\n\\nyou are on the list."_s;
+        session.Prefs.UnsubSubject = u"Goodbye"_s;
+        session.Prefs.UnsubBody = u"You are off the list."_s;
+        OpenList(u"news"_s, Words("bb@x.test"));
     }
     static SmtpScript Fault(SmtpStep at, SmtpFault::Deed what, const QByteArray &bytes,
                             const QByteArray &holding) {
@@ -66,14 +67,14 @@ TEST_F(NotificationOverWireTest, EachChangeIsToldOverOneConnection) {
     EXPECT_TRUE(mails[0].Data.contains("\r\nSubject: Welcome\r\n"));
     EXPECT_TRUE(mails[0].Data.contains("\r\n\r\nHello,\r\n\r\nyou are on the list."));
     EXPECT_TRUE(mails[1].Data.contains("\r\nSubject: Goodbye\r\n"));
-    EXPECT_EQ(TakeStatus().last(), QStringLiteral("Pending list processing complete (+1, -1)"));
+    EXPECT_EQ(TakeStatus().last(), u"Pending list processing complete (+1, -1)"_s);
 }
 
 TEST_F(NotificationOverWireTest, ARecipientThatIsRefusedIsToldAndTheNextGetsItsMail) {
     Start(Fault(SmtpStep::Rcpt, SmtpFault::Reply, "550 no such user\r\n", "aa@x.test"));
     Process(Words("+aa@x.test +cc@x.test"));
     EXPECT_EQ(Received(1), Words("cc@x.test"));
-    EXPECT_TRUE(TakeStatus().contains(QStringLiteral("SMTP error 550 - no such user")));
+    EXPECT_TRUE(TakeStatus().contains(u"SMTP error 550 - no such user"_s));
     EXPECT_EQ(Current(), Words("bb@x.test aa@x.test cc@x.test"));
     EXPECT_EQ(Pending(), QStringList());
 }
@@ -82,7 +83,7 @@ TEST_F(NotificationOverWireTest, WithoutAServerTheRequestsAreProcessedAllTheSame
     Start();
     server.reset();
     Process(Words("+aa@x.test"));
-    EXPECT_EQ(TakeStatus().filter(QStringLiteral("SMTP error 12029")).size(), 1);
+    EXPECT_EQ(TakeStatus().filter(u"SMTP error 12029"_s).size(), 1);
     EXPECT_EQ(Current(), Words("bb@x.test aa@x.test"));
     EXPECT_EQ(Pending(), QStringList());
 }
@@ -96,7 +97,7 @@ TEST_F(NotificationOverWireTest, WhileTheServerIsSilentRequestsArriveAndStayPend
             return;
         watch.stop();
         late = true;
-        lists.AddPending(QStringLiteral("+late@x.test"));
+        lists.AddPending(u"+late@x.test"_s);
         processing.Run();
         processing.Abort();
     });
@@ -107,7 +108,7 @@ TEST_F(NotificationOverWireTest, WhileTheServerIsSilentRequestsArriveAndStayPend
     EXPECT_TRUE(late);
     EXPECT_LT(passed.elapsed(), 30000) << "the wait for the server was not ended";
     EXPECT_EQ(Pending(), Words("+late@x.test"));
-    EXPECT_EQ(TakeStatus().last(), QStringLiteral("Pending list processing complete (+1)"));
+    EXPECT_EQ(TakeStatus().last(), u"Pending list processing complete (+1)"_s);
 }
 
 TEST_F(NotificationOverWireTest, ClosingDuringASilenceEndsTheRunAtOnce) {

@@ -1,4 +1,5 @@
 // The mails that processing sends, and what happens while one is being sent.
+#include "core/Literals.h"
 #include "lists/ListsFixture.h"
 #include "lists/PendingProcessing.h"
 #include "support/FakeSmtp.h"
@@ -16,15 +17,15 @@ class NotificationTest : public test::ListsFixture {
 protected:
     NotificationTest() {
         session.Prefs.Notify = 1;
-        session.Prefs.SMTPServer = QStringLiteral("mail.x.test");
+        session.Prefs.SMTPServer = u"mail.x.test"_s;
         session.Prefs.SMTPPort = 2525;
-        session.Prefs.SMTPFrom = QStringLiteral("Ann Editor");
-        session.Prefs.SMTPEmail = QStringLiteral("ann@x.test");
+        session.Prefs.SMTPFrom = u"Ann Editor"_s;
+        session.Prefs.SMTPEmail = u"ann@x.test"_s;
         session.Prefs.SMTPWrap = 72;
-        session.Prefs.SubSubject = QStringLiteral("Welcome");
-        session.Prefs.SubBody = QStringLiteral("You are on the list.");
-        session.Prefs.UnsubSubject = QStringLiteral("Goodbye");
-        session.Prefs.UnsubBody = QStringLiteral("You are off the list.");
+        session.Prefs.SubSubject = u"Welcome"_s;
+        session.Prefs.SubBody = u"You are on the list."_s;
+        session.Prefs.UnsubSubject = u"Goodbye"_s;
+        session.Prefs.UnsubBody = u"You are off the list."_s;
         FakeSmtp::OnCreated = [this](FakeSmtp &fake) {
             ++created;
             fake.OnSend = [this, &fake] {
@@ -33,7 +34,7 @@ protected:
                 return onSend(fake);
             };
         };
-        OpenList(QStringLiteral("news"), Words("bb@x.test"));
+        OpenList(u"news"_s, Words("bb@x.test"));
     }
     ~NotificationTest() override {
         FakeSmtp::OnCreated = nullptr;
@@ -53,7 +54,7 @@ protected:
     FakeSmtp::Message Mail(const char *recipient, const QString &subject, const QString &text) const {
         return {session.Prefs.SMTPServer,
                 session.Prefs.SMTPPort,
-                QStringLiteral("\"Ann Editor\" <ann@x.test>"),
+                u"\"Ann Editor\" <ann@x.test>"_s,
                 subject,
                 text,
                 QString::fromLatin1(recipient),
@@ -70,109 +71,104 @@ protected:
 TEST_F(NotificationTest, EachChangeIsToldToItsAddress) {
     Process(Words("+aa@x.test -BB@x.test"));
     EXPECT_EQ(sent,
-              (std::vector<FakeSmtp::Message>{
-                  Mail("aa@x.test", QStringLiteral("Welcome"), QStringLiteral("You are on the list.")),
-                  Mail("BB@x.test", QStringLiteral("Goodbye"), QStringLiteral("You are off the list."))}));
+              (std::vector<FakeSmtp::Message>{Mail("aa@x.test", u"Welcome"_s, u"You are on the list."_s),
+                                              Mail("BB@x.test", u"Goodbye"_s, u"You are off the list."_s)}));
     EXPECT_EQ(created, 1);
-    EXPECT_EQ(TakeStatus(),
-              (QStringList{QStringLiteral("Processing pending list"),
-                           QStringLiteral("Processing pending list (1/2)"),
-                           QStringLiteral("Processing pending list (1/2 - sending notification)"),
-                           QStringLiteral("Processing pending list (2/2)"),
-                           QStringLiteral("Processing pending list (2/2 - sending notification)"),
-                           QStringLiteral("Pending list processing complete (+1, -1)")}));
+    EXPECT_EQ(TakeStatus(), (QStringList{u"Processing pending list"_s, u"Processing pending list (1/2)"_s,
+                                         u"Processing pending list (1/2 - sending notification)"_s,
+                                         u"Processing pending list (2/2)"_s,
+                                         u"Processing pending list (2/2 - sending notification)"_s,
+                                         u"Pending list processing complete (+1, -1)"_s}));
 }
 
 TEST_F(NotificationTest, AnAddressThatComesAndGoesGetsBothMails) {
     Process(Words("+cc@x.test -cc@x.test"));
     EXPECT_EQ(Recipients(), Words("cc@x.test cc@x.test"));
-    EXPECT_EQ(TakeStatus().last(), QStringLiteral("Pending list processing complete (+1, -1)"));
+    EXPECT_EQ(TakeStatus().last(), u"Pending list processing complete (+1, -1)"_s);
 }
 
 TEST_F(NotificationTest, WhatChangesNothingIsToldToNobody) {
     Process(Words("+BB@x.test -zz@x.test unsigned@x.test"));
     EXPECT_EQ(Recipients(), QStringList());
-    EXPECT_EQ(TakeStatus().filter(QStringLiteral("notification")), QStringList());
+    EXPECT_EQ(TakeStatus().filter(u"notification"_s), QStringList());
 }
 
 TEST_F(NotificationTest, AnyOtherValueThanOneMakesNoMailer) {
     for (int notify : {0, 2, -1}) {
         session.Prefs.Notify = notify;
-        Process({QStringLiteral("+n%1@x.test").arg(notify)});
+        Process({u"+n%1@x.test"_s.arg(notify)});
     }
     EXPECT_EQ(created, 0);
     EXPECT_EQ(Recipients(), QStringList());
-    EXPECT_EQ(TakeStatus().filter(QStringLiteral("notification")), QStringList());
+    EXPECT_EQ(TakeStatus().filter(u"notification"_s), QStringList());
 }
 
 TEST_F(NotificationTest, BackslashNIsALineBreakAndLinesAreWrapped) {
-    session.Prefs.SubBody = QStringLiteral("aaaa bbbb cccc\\n\\ndd");
+    session.Prefs.SubBody = u"aaaa bbbb cccc\\n\\ndd"_s;
     session.Prefs.SMTPWrap = 10;
     Process(Words("+aa@x.test"));
     ASSERT_EQ(sent.size(), 1U);
-    EXPECT_EQ(sent[0].Text, QStringLiteral("aaaa bbbb\r\ncccc\r\n\r\ndd"));
+    EXPECT_EQ(sent[0].Text, u"aaaa bbbb\r\ncccc\r\n\r\ndd"_s);
 }
 
 TEST_F(NotificationTest, AWidthThatCannotBeIsReportedAndTheRequestsAreProcessed) {
     session.Prefs.SMTPWrap = 0;
     Process(Words("+aa@x.test"));
-    EXPECT_EQ(Errors(),
-              QStringList(QStringLiteral("5 in Public.WordWrap - Invalid procedure call or argument")));
+    EXPECT_EQ(Errors(), QStringList(u"5 in Public.WordWrap - Invalid procedure call or argument"_s));
     EXPECT_EQ(Pending(), QStringList());
 }
 
 TEST_F(NotificationTest, AMailThatFailsIsToldAndTheNextIsSent) {
     onSend = [](FakeSmtp &fake) {
-        return fake.Current.Recipient != QStringLiteral("aa@x.test") ||
-               fake.Fail(550, QStringLiteral("<b>no such user"));
+        return fake.Current.Recipient != u"aa@x.test"_s || fake.Fail(550, u"<b>no such user"_s);
     };
     Process(Words("+aa@x.test +cc@x.test"));
     EXPECT_EQ(Recipients(), Words("aa@x.test cc@x.test"));
-    EXPECT_TRUE(TakeStatus().contains(QStringLiteral("SMTP error 550 - <b>no such user")));
+    EXPECT_TRUE(TakeStatus().contains(u"SMTP error 550 - <b>no such user"_s));
     EXPECT_EQ(Pending(), QStringList());
     EXPECT_EQ(Current(), Words("bb@x.test aa@x.test cc@x.test"));
     EXPECT_EQ(profile.Boxes.Texts(), QStringList());
-    EXPECT_EQ(profile.Log(QStringLiteral("PendingLog.txt")), Words("+aa@x.test +cc@x.test"));
+    EXPECT_EQ(profile.Log(u"PendingLog.txt"_s), Words("+aa@x.test +cc@x.test"));
 }
 
 TEST_F(NotificationTest, AFailureThatFindsNoStatusLogIsReportedAndTheRunGoesOn) {
     onSend = [this](FakeSmtp &fake) {
-        BlockLog(QStringLiteral("StatusLog.txt"));
-        fake.Fail(12002, QStringLiteral("timed out"));
-        QDir(profile.Path(QStringLiteral("logs"))).rmdir(QStringLiteral("StatusLog.txt"));
+        BlockLog(u"StatusLog.txt"_s);
+        fake.Fail(12002, u"timed out"_s);
+        QDir(profile.Path(u"logs"_s)).rmdir(u"StatusLog.txt"_s);
         return false;
     };
     Process(Words("+aa@x.test +cc@x.test"));
     EXPECT_EQ(Recipients(), Words("aa@x.test cc@x.test"));
-    EXPECT_EQ(Errors(), (QStringList{QStringLiteral("70 in Main.SMTP_ErrorSMTP - Permission denied"),
-                                     QStringLiteral("70 in Main.SMTP_ErrorSMTP - Permission denied")}));
+    EXPECT_EQ(Errors(), (QStringList{u"70 in Main.SMTP_ErrorSMTP - Permission denied"_s,
+                                     u"70 in Main.SMTP_ErrorSMTP - Permission denied"_s}));
     EXPECT_EQ(Pending(), QStringList());
 }
 
 TEST_F(NotificationTest, TheChangeIsMadeBeforeItIsToldAndLoggedAfterwards) {
     onSend = [this](FakeSmtp &) {
         EXPECT_EQ(Current(), Words("bb@x.test aa@x.test"));
-        EXPECT_EQ(profile.Log(QStringLiteral("PendingLog.txt")), QStringList());
+        EXPECT_EQ(profile.Log(u"PendingLog.txt"_s), QStringList());
         EXPECT_EQ(Pending(), Words("+aa@x.test"));
         return true;
     };
     Process(Words("+aa@x.test"));
-    EXPECT_EQ(profile.Log(QStringLiteral("PendingLog.txt")), Words("+aa@x.test"));
+    EXPECT_EQ(profile.Log(u"PendingLog.txt"_s), Words("+aa@x.test"));
 }
 
 TEST_F(NotificationTest, RequestsThatArriveWhileAMailIsSentStayPending) {
     onSend = [this](FakeSmtp &) {
-        lists.AddPending(QStringLiteral("+late@x.test"));
+        lists.AddPending(u"+late@x.test"_s);
         return true;
     };
     Process(Words("+aa@x.test -bb@x.test"));
     EXPECT_EQ(Pending(), Words("+late@x.test +late@x.test"));
     EXPECT_EQ(Current(), Words("aa@x.test"));
-    EXPECT_EQ(profile.Log(QStringLiteral("PendingLog.txt")), Words("+aa@x.test -bb@x.test"));
+    EXPECT_EQ(profile.Log(u"PendingLog.txt"_s), Words("+aa@x.test -bb@x.test"));
 }
 
 TEST_F(NotificationTest, RequestsThatArriveAtTheYieldStayPending) {
-    QTimer::singleShot(0, &lists, [this] { lists.AddPending(QStringLiteral("+late@x.test")); });
+    QTimer::singleShot(0, &lists, [this] { lists.AddPending(u"+late@x.test"_s); });
     Process(Words("+aa@x.test"));
     EXPECT_EQ(Pending(), Words("+late@x.test"));
 }
@@ -187,8 +183,8 @@ TEST_F(NotificationTest, ASecondRunDuringARunDoesNothing) {
     Process(Words("+aa@x.test +cc@x.test"));
     EXPECT_EQ(created, 1);
     EXPECT_EQ(Recipients(), Words("aa@x.test cc@x.test"));
-    EXPECT_EQ(profile.Log(QStringLiteral("PendingLog.txt")), Words("+aa@x.test +cc@x.test"));
-    EXPECT_EQ(TakeStatus().filter(QStringLiteral("complete")).size(), 1);
+    EXPECT_EQ(profile.Log(u"PendingLog.txt"_s), Words("+aa@x.test +cc@x.test"));
+    EXPECT_EQ(TakeStatus().filter(u"complete"_s).size(), 1);
 }
 
 TEST_F(NotificationTest, AbortReachesTheMailerThatIsSending) {
@@ -210,7 +206,7 @@ TEST_F(NotificationTest, WhenTheProgramClosesTheRunEndsAndAllRequestsStay) {
     Process(Words("+aa@x.test +cc@x.test"));
     EXPECT_EQ(Recipients(), Words("aa@x.test"));
     EXPECT_EQ(Pending(), Words("+aa@x.test +cc@x.test"));
-    EXPECT_EQ(TakeStatus().filter(QStringLiteral("complete")), QStringList());
+    EXPECT_EQ(TakeStatus().filter(u"complete"_s), QStringList());
 }
 
 TEST_F(NotificationTest, WhenTheProgramClosesAtTheYieldNoMailIsSent) {
@@ -221,10 +217,10 @@ TEST_F(NotificationTest, WhenTheProgramClosesAtTheYieldNoMailIsSent) {
 
 TEST_F(NotificationTest, EachRunTakesTheSettingsOfItsTime) {
     Process(Words("+aa@x.test"));
-    session.Prefs.SMTPServer = QStringLiteral("other.x.test");
+    session.Prefs.SMTPServer = u"other.x.test"_s;
     Process(Words("+cc@x.test"));
     EXPECT_EQ(created, 2);
-    EXPECT_EQ(sent.back().Server, QStringLiteral("other.x.test"));
+    EXPECT_EQ(sent.back().Server, u"other.x.test"_s);
 }
 
 } // namespace

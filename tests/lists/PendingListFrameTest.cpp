@@ -1,5 +1,6 @@
 #include "lists/PendingListFrame.h"
 
+#include "core/Literals.h"
 #include "lists/FramesFixture.h"
 
 #include <QCheckBox>
@@ -15,7 +16,7 @@ namespace {
 
 using test::Words;
 
-const QString kNews = QStringLiteral("news");
+const QString kNews = u"news"_s;
 
 class PendingListFrameTest : public test::FramesFixture {
 protected:
@@ -41,27 +42,22 @@ protected:
 
 TEST_F(PendingListFrameTest, ItsControlsHaveTheirNamesCaptionsAndToolTips) {
     const std::vector<std::pair<const char *, std::pair<QString, QString>>> buttons{
-        {"cmdEmailAdd_0", {QStringLiteral("Add"), QStringLiteral("Add to list")}},
-        {"cmdEmailAdd_1", {QStringLiteral("Remove"), QStringLiteral("Remove from list")}},
-        {"cmdEmailValidate", {QStringLiteral("Validate"), QStringLiteral("Validate address")}},
-        {"cmdCapture",
-         {QStringLiteral("Clipboard"), QStringLiteral("Capture new e-mail addresses from the clipboard")}},
+        {"cmdEmailAdd_0", {u"Add"_s, u"Add to list"_s}},
+        {"cmdEmailAdd_1", {u"Remove"_s, u"Remove from list"_s}},
+        {"cmdEmailValidate", {u"Validate"_s, u"Validate address"_s}},
+        {"cmdCapture", {u"Clipboard"_s, u"Capture new e-mail addresses from the clipboard"_s}},
         {"cmdAutoAdd",
-         {QStringLiteral("E-mail Account"),
-          QStringLiteral("Automatic download of e-mail addresses from a POP3 account")}},
-        {"cmdCapturesAdd",
-         {QStringLiteral("<<< Process Pending List"),
-          QStringLiteral("Add to current list and clear pending")}},
-        {"cmdListEdit_1", {QStringLiteral("Edit"), QStringLiteral("Edit selected items")}},
-        {"cmdListDelete_1", {QStringLiteral("Delete"), QStringLiteral("Delete selected items")}},
-        {"cmdListSwap", {QStringLiteral("+/-"), QStringLiteral("Reverse +/- status of selected addresses")}},
-        {"chkInstantAdd",
-         {QStringLiteral("Bypass"), QStringLiteral("Check to automatically process the pending list")}}};
+         {u"E-mail Account"_s, u"Automatic download of e-mail addresses from a POP3 account"_s}},
+        {"cmdCapturesAdd", {u"<<< Process Pending List"_s, u"Add to current list and clear pending"_s}},
+        {"cmdListEdit_1", {u"Edit"_s, u"Edit selected items"_s}},
+        {"cmdListDelete_1", {u"Delete"_s, u"Delete selected items"_s}},
+        {"cmdListSwap", {u"+/-"_s, u"Reverse +/- status of selected addresses"_s}},
+        {"chkInstantAdd", {u"Bypass"_s, u"Check to automatically process the pending list"_s}}};
     for (const auto &[name, wording] : buttons)
         EXPECT_EQ(Wording(name), wording) << name;
-    EXPECT_EQ(pending.objectName(), QStringLiteral("Frame3"));
-    EXPECT_EQ(pending.title(), QStringLiteral("Pending List"));
-    EXPECT_EQ(AddressBox()->toolTip(), QStringLiteral("Enter e-mail addresses here"));
+    EXPECT_EQ(pending.objectName(), u"Frame3"_s);
+    EXPECT_EQ(pending.title(), u"Pending List"_s);
+    EXPECT_EQ(AddressBox()->toolTip(), u"Enter e-mail addresses here"_s);
     EXPECT_EQ(Find<QTimer>("tmrCaptureEmail")->interval(), 500);
 }
 
@@ -93,26 +89,25 @@ TEST_F(PendingListFrameTest, EnterInAnEmptyBoxDoesNothing) {
 TEST_F(PendingListFrameTest, AnInvalidAddressStaysForCorrection) {
     Type("nobody");
     Click("cmdEmailAdd_1");
-    EXPECT_EQ(Text(), QStringLiteral("nobody"));
-    EXPECT_EQ(TakeStatus(), QStringList(QStringLiteral("The e-mail address [nobody] is invalid")));
+    EXPECT_EQ(Text(), u"nobody"_s);
+    EXPECT_EQ(TakeStatus(), QStringList(u"The e-mail address [nobody] is invalid"_s));
     EXPECT_EQ(Pending(), QStringList());
 }
 
 TEST_F(PendingListFrameTest, ValidateOnlyTells) {
     Type("aa@x.test");
     Click("cmdEmailValidate");
-    EXPECT_EQ(profile.Boxes.Texts(),
-              QStringList(QStringLiteral("The e-mail address [aa@x.test] appears to be valid")));
-    EXPECT_EQ(Text(), QStringLiteral("aa@x.test"));
+    EXPECT_EQ(profile.Boxes.Texts(), QStringList(u"The e-mail address [aa@x.test] appears to be valid"_s));
+    EXPECT_EQ(Text(), u"aa@x.test"_s);
     EXPECT_EQ(Pending(), QStringList());
 }
 
 TEST_F(PendingListFrameTest, TypedBlanksAndALinkPrefixVanish) {
     Type(" aa@x. test ");
-    EXPECT_EQ(Text(), QStringLiteral("aa@x.test"));
+    EXPECT_EQ(Text(), u"aa@x.test"_s);
     AddressBox()->clear();
     Type("mailto:a@b.com");
-    EXPECT_EQ(Text(), QStringLiteral("a@b.com"));
+    EXPECT_EQ(Text(), u"a@b.com"_s);
 }
 
 TEST_F(PendingListFrameTest, APastedLinkArrivesBare) {
@@ -120,20 +115,19 @@ TEST_F(PendingListFrameTest, APastedLinkArrivesBare) {
         AddressBox()->clear();
         QGuiApplication::clipboard()->setText(QString::fromLatin1(text));
         AddressBox()->paste();
-        EXPECT_EQ(Text(), QStringLiteral("a@b.com"));
+        EXPECT_EQ(Text(), u"a@b.com"_s);
     }
 }
 
 TEST_F(PendingListFrameTest, AnUpperCaseLinkIsKeptAndRefused) {
     Type("MAILTO:a@b.com");
-    EXPECT_EQ(Text(), QStringLiteral("MAILTO:a@b.com"));
+    EXPECT_EQ(Text(), u"MAILTO:a@b.com"_s);
     Click("cmdEmailAdd_0");
-    EXPECT_EQ(profile.Boxes.Texts(),
-              QStringList(QStringLiteral("The e-mail address [MAILTO:a@b.com] is invalid")));
+    EXPECT_EQ(profile.Boxes.Texts(), QStringList(u"The e-mail address [MAILTO:a@b.com] is invalid"_s));
 }
 
 TEST_F(PendingListFrameTest, PastedLinesAreNoAddress) {
-    QGuiApplication::clipboard()->setText(QStringLiteral("aa@x.test\nbb@x.test"));
+    QGuiApplication::clipboard()->setText(u"aa@x.test\nbb@x.test"_s);
     AddressBox()->paste();
     Click("cmdEmailAdd_0");
     EXPECT_EQ(Pending(), QStringList());
@@ -165,14 +159,11 @@ TEST_F(PendingListFrameTest, BypassProcessesEachAddAtOnce) {
     Type("MM@x.test");
     Click("cmdEmailAdd_1");
     EXPECT_EQ(Current(), Words("aa@x.test"));
-    EXPECT_EQ(TakeStatus(), (QStringList{QStringLiteral("Added [aa@x.test] to the pending list"),
-                                         QStringLiteral("Processing pending list"),
-                                         QStringLiteral("Processing pending list (1/1)"),
-                                         QStringLiteral("Pending list processing complete (+1)"),
-                                         QStringLiteral("Added [MM@x.test] to the pending list"),
-                                         QStringLiteral("Processing pending list"),
-                                         QStringLiteral("Processing pending list (1/1)"),
-                                         QStringLiteral("Pending list processing complete (-1)")}));
+    EXPECT_EQ(TakeStatus(),
+              (QStringList{u"Added [aa@x.test] to the pending list"_s, u"Processing pending list"_s,
+                           u"Processing pending list (1/1)"_s, u"Pending list processing complete (+1)"_s,
+                           u"Added [MM@x.test] to the pending list"_s, u"Processing pending list"_s,
+                           u"Processing pending list (1/1)"_s, u"Pending list processing complete (-1)"_s}));
 }
 
 TEST_F(PendingListFrameTest, AnInvalidAddressIsNotFollowedByProcessing) {
@@ -196,7 +187,7 @@ TEST_F(PendingListFrameTest, EditDeleteAndSwapWorkOnTheSelection) {
     AddPending(Words("+aa@x.test -bb@x.test +cc@x.test"));
     lists.UpdateControls();
     ClickRow(kPending, 1);
-    profile.Boxes.Inputs = {QStringLiteral("zz@x.test")};
+    profile.Boxes.Inputs = {u"zz@x.test"_s};
     Click("cmdListEdit_1");
     ClickRow(kPending, 0, Qt::ControlModifier);
     Click("cmdListSwap");
@@ -204,7 +195,7 @@ TEST_F(PendingListFrameTest, EditDeleteAndSwapWorkOnTheSelection) {
     Click("cmdListDelete_1");
     EXPECT_EQ(Pending(), Words("+cc@x.test"));
     EXPECT_FALSE(IsEnabled("cmdListDelete_1"));
-    EXPECT_TRUE(TakeStatus().contains(QStringLiteral("Selected 2 addresses")));
+    EXPECT_TRUE(TakeStatus().contains(u"Selected 2 addresses"_s));
 }
 
 TEST_F(PendingListFrameTest, TheMailButtonAsksForAMailCheck) {
@@ -214,39 +205,39 @@ TEST_F(PendingListFrameTest, TheMailButtonAsksForAMailCheck) {
 }
 
 TEST_F(PendingListFrameTest, CaptureBeginsWithAnEmptyClipboard) {
-    QGuiApplication::clipboard()->setText(QStringLiteral("old@x.test"));
+    QGuiApplication::clipboard()->setText(u"old@x.test"_s);
     Click("cmdCapture");
     EXPECT_EQ(Clipboard(), QString());
     EXPECT_TRUE(pending.IsCapturing());
-    EXPECT_EQ(Wording("cmdCapture").first, QStringLiteral("End Capture"));
-    EXPECT_EQ(captions, QStringList(QStringLiteral("0 e-mail addresses captured")));
-    EXPECT_EQ(TakeStatus(), QStringList(QStringLiteral("E-mail address capture on")));
+    EXPECT_EQ(Wording("cmdCapture").first, u"End Capture"_s);
+    EXPECT_EQ(captions, QStringList(u"0 e-mail addresses captured"_s));
+    EXPECT_EQ(TakeStatus(), QStringList(u"E-mail address capture on"_s));
     Tick();
     EXPECT_EQ(Pending(), QStringList());
 }
 
 TEST_F(PendingListFrameTest, CaptureEndsWithAnEmptyClipboard) {
     Click("cmdCapture");
-    QGuiApplication::clipboard()->setText(QStringLiteral("late@x.test"));
+    QGuiApplication::clipboard()->setText(u"late@x.test"_s);
     Click("cmdCapture");
     EXPECT_EQ(Clipboard(), QString());
     EXPECT_FALSE(pending.IsCapturing());
-    EXPECT_EQ(Wording("cmdCapture").first, QStringLiteral("Clipboard"));
+    EXPECT_EQ(Wording("cmdCapture").first, u"Clipboard"_s);
     EXPECT_EQ(captions.last(), QString());
-    EXPECT_EQ(TakeStatus().last(), QStringLiteral("E-mail address capture off"));
+    EXPECT_EQ(TakeStatus().last(), u"E-mail address capture off"_s);
     EXPECT_EQ(Pending(), QStringList());
 }
 
 TEST_F(PendingListFrameTest, TwoHundredCopiedTextsAreCaptured) {
     Click("cmdCapture");
     QStringList expected;
-    for (const QString &address : test::Addresses(200, QStringLiteral("user"))) {
+    for (const QString &address : test::Addresses(200, u"user"_s)) {
         Copy(address);
         expected << u'+' + address;
     }
     EXPECT_EQ(Pending(), expected);
     EXPECT_EQ(captions.size(), 201);
-    EXPECT_EQ(captions.last(), QStringLiteral("200 e-mail addresses captured"));
+    EXPECT_EQ(captions.last(), u"200 e-mail addresses captured"_s);
     EXPECT_EQ(Clipboard(), QString());
     EXPECT_TRUE(IsEnabled("cmdCapturesAdd"));
     EXPECT_EQ(lists.Selection(kPending).currentIndex().row(), 199);
@@ -254,15 +245,15 @@ TEST_F(PendingListFrameTest, TwoHundredCopiedTextsAreCaptured) {
 
 TEST_F(PendingListFrameTest, WhatIsNoAddressLeavesTheCaption) {
     Click("cmdCapture");
-    Copy(QStringLiteral("a paragraph with ab@x.test in it"));
-    Copy(QStringLiteral("<b>ab@x.test</b>"));
+    Copy(u"a paragraph with ab@x.test in it"_s);
+    Copy(u"<b>ab@x.test</b>"_s);
     EXPECT_EQ(captions.size(), 1);
     EXPECT_EQ(Pending(), QStringList());
 }
 
 TEST_F(PendingListFrameTest, TheTimerItselfTakesACopiedText) {
     Click("cmdCapture");
-    QGuiApplication::clipboard()->setText(QStringLiteral("mailto:ab@x.test"));
+    QGuiApplication::clipboard()->setText(u"mailto:ab@x.test"_s);
     EXPECT_TRUE(QTest::qWaitFor([this] { return Pending() == Words("+ab@x.test"); }));
     Click("cmdCapture");
 }
@@ -270,8 +261,8 @@ TEST_F(PendingListFrameTest, TheTimerItselfTakesACopiedText) {
 TEST_F(PendingListFrameTest, WithBypassTheEndOfCaptureProcessesAll) {
     pending.SetBypass(true);
     Click("cmdCapture");
-    Copy(QStringLiteral("aa@x.test"));
-    Copy(QStringLiteral("bb@x.test"));
+    Copy(u"aa@x.test"_s);
+    Copy(u"bb@x.test"_s);
     EXPECT_EQ(Pending(), Words("+aa@x.test +bb@x.test"));
     Click("cmdCapture");
     EXPECT_EQ(Pending(), QStringList());
@@ -296,7 +287,7 @@ TEST_F(PendingListFrameTest, TheRightButtonOnAnEmptyListDoesNothing) {
 }
 
 TEST_F(PendingListFrameTest, EachNewRequestIsScrolledIntoView) {
-    AddPending(test::Addresses(500, QStringLiteral("+a")));
+    AddPending(test::Addresses(500, u"+a"_s));
     Type("last@x.test");
     Click("cmdEmailAdd_0");
     const QRect row = View(kPending)->visualRect(lists.lstEmailList(kPending).index(500));

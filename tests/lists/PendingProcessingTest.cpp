@@ -1,5 +1,6 @@
 #include "lists/PendingProcessing.h"
 
+#include "core/Literals.h"
 #include "lists/ListsFixture.h"
 
 #include <QSignalSpy>
@@ -17,12 +18,12 @@ constexpr int kMost = EntryListModel::kMostEntries;
 
 class PendingProcessingTest : public test::ListsFixture {
 protected:
-    void Open(const QStringList &entries) { OpenList(QStringLiteral("news"), entries); }
+    void Open(const QStringList &entries) { OpenList(u"news"_s, entries); }
     void Process(const QStringList &entries) {
         AddPending(entries);
         processing.Run();
     }
-    QStringList PendingLog() const { return profile.Log(QStringLiteral("PendingLog.txt")); }
+    QStringList PendingLog() const { return profile.Log(u"PendingLog.txt"_s); }
     void ExpectBoth(const QStringList &chronological, const QStringList &alphabetical) const {
         EXPECT_EQ(Current(), chronological);
         EXPECT_EQ(Sorted(), alphabetical);
@@ -43,20 +44,18 @@ TEST_F(PendingProcessingTest, AppliesTheRequestsInOrderAndClearsThePendingList) 
 TEST_F(PendingProcessingTest, TellsEachStepAndASummary) {
     Open(Words("bb@x.test"));
     Process(Words("+aa@x.test +AA@x.test -bb@x.test +cc@x.test"));
-    EXPECT_EQ(TakeStatus(), (QStringList{QStringLiteral("Processing pending list"),
-                                         QStringLiteral("Processing pending list (1/4)"),
-                                         QStringLiteral("Processing pending list (2/4)"),
-                                         QStringLiteral("Duplicate address [AA@x.test] ignored"),
-                                         QStringLiteral("Processing pending list (3/4)"),
-                                         QStringLiteral("Processing pending list (4/4)"),
-                                         QStringLiteral("Pending list processing complete (+2, -1)")}));
+    EXPECT_EQ(TakeStatus(),
+              (QStringList{u"Processing pending list"_s, u"Processing pending list (1/4)"_s,
+                           u"Processing pending list (2/4)"_s, u"Duplicate address [AA@x.test] ignored"_s,
+                           u"Processing pending list (3/4)"_s, u"Processing pending list (4/4)"_s,
+                           u"Pending list processing complete (+2, -1)"_s}));
 }
 
 TEST_F(PendingProcessingTest, ADuplicateInOtherLetterCaseIsIgnoredAndLogged) {
     Open({});
     Process(Words("+a@x.test +A@X.TEST"));
     ExpectBoth(Words("a@x.test"), Words("a@x.test"));
-    EXPECT_EQ(TakeStatus().last(), QStringLiteral("Pending list processing complete (+1)"));
+    EXPECT_EQ(TakeStatus().last(), u"Pending list processing complete (+1)"_s);
     EXPECT_EQ(PendingLog(), Words("+a@x.test +A@X.TEST"));
 }
 
@@ -64,7 +63,7 @@ TEST_F(PendingProcessingTest, RemovalOfAnAbsentAddressIsNoActivityAndLogged) {
     Open(Words("aa@x.test"));
     Process(Words("-b@x.test"));
     ExpectBoth(Words("aa@x.test"), Words("aa@x.test"));
-    EXPECT_EQ(TakeStatus().last(), QStringLiteral("Pending list processing complete (no activity)"));
+    EXPECT_EQ(TakeStatus().last(), u"Pending list processing complete (no activity)"_s);
     EXPECT_EQ(PendingLog(), Words("-b@x.test"));
     EXPECT_EQ(Pending(), QStringList());
     EXPECT_TRUE(lists.ListSaved);
@@ -74,67 +73,66 @@ TEST_F(PendingProcessingTest, AnAddressThatComesAndGoesIsCountedTwice) {
     Open({});
     Process(Words("+c@x.test -c@x.test"));
     ExpectBoth({}, {});
-    EXPECT_EQ(TakeStatus().last(), QStringLiteral("Pending list processing complete (+1, -1)"));
+    EXPECT_EQ(TakeStatus().last(), u"Pending list processing complete (+1, -1)"_s);
     EXPECT_FALSE(lists.ListSaved);
 }
 
 TEST_F(PendingProcessingTest, OnlyRemovalsAreSummedUpAlone) {
     Open(Words("aa@x.test bb@x.test"));
     Process(Words("-aa@x.test -bb@x.test"));
-    EXPECT_EQ(TakeStatus().last(), QStringLiteral("Pending list processing complete (-2)"));
+    EXPECT_EQ(TakeStatus().last(), u"Pending list processing complete (-2)"_s);
 }
 
 TEST_F(PendingProcessingTest, TheCountersBeginAnewWithEachRun) {
     Open({});
     Process(Words("+aa@x.test +bb@x.test"));
     Process(Words("+cc@x.test"));
-    EXPECT_EQ(TakeStatus().last(), QStringLiteral("Pending list processing complete (+1)"));
+    EXPECT_EQ(TakeStatus().last(), u"Pending list processing complete (+1)"_s);
 }
 
 TEST_F(PendingProcessingTest, AnEmptyPendingListIsNoActivity) {
     Open({});
     processing.Run();
-    EXPECT_EQ(TakeStatus(), (QStringList{QStringLiteral("Processing pending list"),
-                                         QStringLiteral("Pending list processing complete (no activity)")}));
+    EXPECT_EQ(TakeStatus(), (QStringList{u"Processing pending list"_s,
+                                         u"Pending list processing complete (no activity)"_s}));
     EXPECT_EQ(PendingLog(), QStringList());
 }
 
 TEST_F(PendingProcessingTest, AnEntryWithoutASignChangesNothingAndIsLogged) {
     Open(Words("aa@x.test"));
-    Process({QStringLiteral("aa@x.test"), QStringLiteral("=bb@x.test"), QString()});
+    Process({u"aa@x.test"_s, u"=bb@x.test"_s, QString()});
     ExpectBoth(Words("aa@x.test"), Words("aa@x.test"));
-    EXPECT_EQ(PendingLog(),
-              (QStringList{QStringLiteral("aa@x.test"), QStringLiteral("=bb@x.test"), QString()}));
+    EXPECT_EQ(PendingLog(), (QStringList{u"aa@x.test"_s, u"=bb@x.test"_s, QString()}));
     EXPECT_EQ(Pending(), QStringList());
-    EXPECT_EQ(TakeStatus().last(), QStringLiteral("Pending list processing complete (no activity)"));
+    EXPECT_EQ(TakeStatus().last(), u"Pending list processing complete (no activity)"_s);
 }
 
 TEST_F(PendingProcessingTest, OfEqualEntriesTheFirstOfEachViewIsRemoved) {
     Open(Words("x@x.test mm@x.test X@x.test"));
     Process(Words("-x@X.test"));
     ExpectBoth(Words("mm@x.test X@x.test"), Words("mm@x.test x@x.test"));
-    EXPECT_EQ(TakeStatus().last(), QStringLiteral("Pending list processing complete (-1)"));
+    EXPECT_EQ(TakeStatus().last(), u"Pending list processing complete (-1)"_s);
 }
 
 TEST_F(PendingProcessingTest, AnEntryOfTheAlphabeticalViewOnlyIsRemovedWithoutBeingCounted) {
     Open(Words("aa@x.test"));
-    lists.lstEmailList(kAlphabetical).Add(QStringLiteral("try@x.test"));
+    lists.lstEmailList(kAlphabetical).Add(u"try@x.test"_s);
     Process(Words("-try@x.test"));
     ExpectBoth(Words("aa@x.test"), Words("aa@x.test"));
-    EXPECT_EQ(TakeStatus().last(), QStringLiteral("Pending list processing complete (no activity)"));
+    EXPECT_EQ(TakeStatus().last(), u"Pending list processing complete (no activity)"_s);
     EXPECT_TRUE(lists.ListSaved);
 }
 
 TEST_F(PendingProcessingTest, TheFileIsNotWritten) {
     Open(Words("aa@x.test"));
     Process(Words("+bb@x.test"));
-    EXPECT_EQ(ReadListFile(QStringLiteral("news")), FileBytes(Words("aa@x.test")));
+    EXPECT_EQ(ReadListFile(u"news"_s), FileBytes(Words("aa@x.test")));
 }
 
 TEST_F(PendingProcessingTest, TheRequestsApplyToTheListThatIsOpenThen) {
     Open(Words("aa@x.test"));
     AddPending(Words("+new@x.test"));
-    OpenList(QStringLiteral("other"), Words("oo@x.test"));
+    OpenList(u"other"_s, Words("oo@x.test"));
     processing.Run();
     EXPECT_EQ(Current(), Words("oo@x.test new@x.test"));
 }
@@ -157,9 +155,9 @@ TEST_F(PendingProcessingTest, TellsThatItRunsAndLetsTheControlsFollow) {
 
 TEST_F(PendingProcessingTest, WithoutAnOpenListNothingIsProcessedOrLost) {
     Process(Words("+aa@x.test"));
-    const std::vector<test::ShownBox> expected{
-        {QStringLiteral("Varlo Pro"), QStringLiteral("Please create or choose a mailing list first."),
-         BoxButtons::Ok, BoxIcon::Exclamation}};
+    const std::vector<test::ShownBox> expected{{u"Varlo Pro"_s,
+                                                u"Please create or choose a mailing list first."_s,
+                                                BoxButtons::Ok, BoxIcon::Exclamation}};
     EXPECT_EQ(profile.Boxes.Shown, expected);
     EXPECT_EQ(Pending(), Words("+aa@x.test"));
     EXPECT_EQ(Current() + PendingLog() + TakeStatus(), QStringList());
@@ -168,10 +166,10 @@ TEST_F(PendingProcessingTest, WithoutAnOpenListNothingIsProcessedOrLost) {
 // A mail check can end in the moment in which a load lets events run.
 TEST_F(PendingProcessingTest, WhileAListIsLoadedNothingIsProcessedOrLost) {
     Open(Words("aa@x.test"));
-    WriteListFile(QStringLiteral("other"), FileBytes(Words("oo@x.test")));
+    WriteListFile(u"other"_s, FileBytes(Words("oo@x.test")));
     AddPending(Words("+new@x.test"));
     QTimer::singleShot(0, &processing, &PendingProcessing::Run);
-    lists.Load(QStringLiteral("other"));
+    lists.Load(u"other"_s);
     EXPECT_EQ(Current(), Words("oo@x.test"));
     EXPECT_EQ(Pending(), Words("+new@x.test"));
     EXPECT_EQ(PendingLog(), QStringList());
@@ -180,10 +178,10 @@ TEST_F(PendingProcessingTest, WhileAListIsLoadedNothingIsProcessedOrLost) {
 
 TEST_F(PendingProcessingTest, ALogThatCannotBeWrittenIsReportedAndAllRequestsStay) {
     Open(Words("bb@x.test"));
-    BlockLog(QStringLiteral("PendingLog.txt"));
+    BlockLog(u"PendingLog.txt"_s);
     const QSignalSpy running(&processing, &PendingProcessing::RunningChanged);
     Process(Words("+aa@x.test -bb@x.test"));
-    EXPECT_EQ(Errors(), QStringList(QStringLiteral("70 in Main.cmdCapturesAdd - Permission denied")));
+    EXPECT_EQ(Errors(), QStringList(u"70 in Main.cmdCapturesAdd - Permission denied"_s));
     EXPECT_EQ(Pending(), Words("+aa@x.test -bb@x.test"));
     EXPECT_EQ(running.count(), 2);
     EXPECT_FALSE(processing.IsRunning());
@@ -191,9 +189,9 @@ TEST_F(PendingProcessingTest, ALogThatCannotBeWrittenIsReportedAndAllRequestsSta
 
 TEST_F(PendingProcessingTest, ARunThatFailedIsMadeUpForByTheNext) {
     Open(Words("bb@x.test"));
-    BlockLog(QStringLiteral("PendingLog.txt"));
+    BlockLog(u"PendingLog.txt"_s);
     Process(Words("+aa@x.test -bb@x.test"));
-    ASSERT_TRUE(QDir(profile.Path(QStringLiteral("logs"))).rmdir(QStringLiteral("PendingLog.txt")));
+    ASSERT_TRUE(QDir(profile.Path(u"logs"_s)).rmdir(u"PendingLog.txt"_s));
     processing.Run();
     ExpectBoth(Words("aa@x.test"), Words("aa@x.test"));
     EXPECT_EQ(PendingLog(), Words("+aa@x.test -bb@x.test"));
@@ -202,9 +200,9 @@ TEST_F(PendingProcessingTest, ARunThatFailedIsMadeUpForByTheNext) {
 
 TEST_F(PendingProcessingTest, AStatusLogThatCannotBeWrittenIsReportedAndAllRequestsStay) {
     Open({});
-    BlockLog(QStringLiteral("StatusLog.txt"));
+    BlockLog(u"StatusLog.txt"_s);
     Process(Words("+aa@x.test"));
-    EXPECT_EQ(Errors(), QStringList(QStringLiteral("70 in Main.cmdCapturesAdd - Permission denied")));
+    EXPECT_EQ(Errors(), QStringList(u"70 in Main.cmdCapturesAdd - Permission denied"_s));
     EXPECT_EQ(Pending(), Words("+aa@x.test"));
 }
 
@@ -212,7 +210,7 @@ TEST_F(PendingProcessingTest, AFullListIsReportedAndAllRequestsStay) {
     const QStringList full = Addresses(kMost);
     Open(full);
     Process(Words("+more@x.test -a0@x.test"));
-    EXPECT_EQ(Errors(), QStringList(QStringLiteral("6 in Main.cmdCapturesAdd - Overflow")));
+    EXPECT_EQ(Errors(), QStringList(u"6 in Main.cmdCapturesAdd - Overflow"_s));
     EXPECT_EQ(Pending(), Words("+more@x.test -a0@x.test"));
     EXPECT_EQ(Current(), full);
     EXPECT_EQ(lists.lstEmailList(kAlphabetical).Count(), kMost);
@@ -221,9 +219,9 @@ TEST_F(PendingProcessingTest, AFullListIsReportedAndAllRequestsStay) {
 
 TEST_F(PendingProcessingTest, AFullAlphabeticalViewLeavesBothViewsAlike) {
     Open(Addresses(kMost - 1));
-    lists.lstEmailList(kAlphabetical).Add(QStringLiteral("try@x.test"));
+    lists.lstEmailList(kAlphabetical).Add(u"try@x.test"_s);
     Process(Words("+more@x.test"));
-    EXPECT_EQ(Errors(), QStringList(QStringLiteral("6 in Main.cmdCapturesAdd - Overflow")));
+    EXPECT_EQ(Errors(), QStringList(u"6 in Main.cmdCapturesAdd - Overflow"_s));
     EXPECT_EQ(lists.lstEmailList(kChronological).Count(), kMost - 1);
     EXPECT_EQ(Pending(), Words("+more@x.test"));
 }
@@ -232,23 +230,23 @@ TEST_F(PendingProcessingTest, AFullListTakesOneForOneThatLeaves) {
     Open(Addresses(kMost));
     Process(Words("-a5@x.test +new@x.test"));
     EXPECT_EQ(Errors(), QStringList());
-    EXPECT_EQ(Current().last(), QStringLiteral("new@x.test"));
+    EXPECT_EQ(Current().last(), u"new@x.test"_s);
     EXPECT_EQ(lists.lstEmailList(kChronological).Count(), kMost);
 }
 
 TEST_F(PendingProcessingTest, TheMostRequestsAreProcessed) {
     Open({});
     session.Prefs.LogStatus = 0;
-    const QStringList requests = Addresses(kMost, QStringLiteral("+a"));
+    const QStringList requests = Addresses(kMost, u"+a"_s);
     Process(requests);
-    EXPECT_EQ(TakeStatus().last(), QStringLiteral("Pending list processing complete (+32767)"));
+    EXPECT_EQ(TakeStatus().last(), u"Pending list processing complete (+32767)"_s);
     EXPECT_EQ(Current(), Addresses(kMost));
     EXPECT_EQ(PendingLog(), requests);
     QStringList removals;
     for (const QString &address : Addresses(kMost))
         removals << u'-' + address;
     Process(removals);
-    EXPECT_EQ(TakeStatus().last(), QStringLiteral("Pending list processing complete (-32767)"));
+    EXPECT_EQ(TakeStatus().last(), u"Pending list processing complete (-32767)"_s);
     ExpectBoth({}, {});
 }
 

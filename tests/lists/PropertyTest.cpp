@@ -1,4 +1,5 @@
 // Thousands of random operations on the real lists and frames, and on plain lists that do the same.
+#include "core/Literals.h"
 #include "lists/AddressRules.h"
 #include "lists/FramesFixture.h"
 #include "lists/ManualAdd.h"
@@ -52,11 +53,11 @@ protected:
     QMap<QString, QStringList> RealFiles() const {
         QMap<QString, QStringList> files;
         for (const QString &file : ListFolder())
-            files[file.chopped(4)] = SplitBytes(profile.Read(QStringLiteral("lists/") + file));
+            files[file.chopped(4)] = SplitBytes(profile.Read(u"lists/"_s + file));
         return files;
     }
     static QStringList SplitBytes(const QByteArray &bytes) {
-        QStringList lines = QString::fromUtf8(bytes).split(QStringLiteral("\r\n"));
+        QStringList lines = QString::fromUtf8(bytes).split(u"\r\n"_s);
         lines.removeLast(); // behind the last line end
         return lines;
     }
@@ -89,15 +90,15 @@ QString PropertyTest::ChangeRequests() {
     case 0:
         naive.Type(address, u'+');
         AddTypedAddress(session, lists, address, Request::Subscribe, nullptr);
-        return QStringLiteral("subscribe ") + address;
+        return u"subscribe "_s + address;
     case 1:
         naive.Type(address, u'-');
         AddTypedAddress(session, lists, address, Request::Unsubscribe, nullptr);
-        return QStringLiteral("unsubscribe ") + address;
+        return u"unsubscribe "_s + address;
     default:
         naive.Process();
         pending.ProcessPendingList();
-        return QStringLiteral("process");
+        return u"process"_s;
     }
 }
 
@@ -108,23 +109,23 @@ QString PropertyTest::ChangeEntries() {
     case 0:
     case 1:
         Select(box, ofPending ? naive.Pending : naive.Visible());
-        return QStringLiteral("select");
+        return u"select"_s;
     case 2:
         naive.Edit(ofPending);
         editing.EditSelected(box);
-        return QStringLiteral("edit");
+        return u"edit"_s;
     case 3:
         naive.Delete(ofPending);
         editing.DeleteSelected(box);
-        return QStringLiteral("delete");
+        return u"delete"_s;
     case 4:
         naive.Swap();
         editing.SwapSigns();
-        return QStringLiteral("swap");
+        return u"swap"_s;
     default:
         naive.Search();
         editing.Search();
-        return QStringLiteral("search");
+        return u"search"_s;
     }
 }
 
@@ -135,15 +136,15 @@ QString PropertyTest::MoveEntries() {
     case 0:
         naive.CurrentToPending(move);
         editing.CurrentToPending(transfer);
-        return move ? QStringLiteral("move to pending") : QStringLiteral("copy to pending");
+        return move ? u"move to pending"_s : u"copy to pending"_s;
     case 1:
         naive.PendingToCurrent(move);
         editing.PendingToCurrent(transfer);
-        return move ? QStringLiteral("move to current") : QStringLiteral("copy to current");
+        return move ? u"move to current"_s : u"copy to current"_s;
     default:
         naive.ShowOrder(move);
         editing.ChangeSortOrder(move ? 1 : 0);
-        return QStringLiteral("sort order");
+        return u"sort order"_s;
     }
 }
 
@@ -153,26 +154,26 @@ QString PropertyTest::ChangeFiles() {
     case 1:
         naive.Save();
         Press("cmdFileSave");
-        return QStringLiteral("save");
+        return u"save"_s;
     case 2:
         naive.New();
         Press("cmdFileNew");
-        return QStringLiteral("new");
+        return u"new"_s;
     case 3:
         naive.Rename();
         Press("cmdFileRename");
-        return QStringLiteral("rename");
+        return u"rename"_s;
     case 4:
         naive.Remove();
         Press("cmdFileDelete");
-        return QStringLiteral("remove");
+        return u"remove"_s;
     default:
         if (naive.Files.isEmpty())
-            return QStringLiteral("nothing");
+            return u"nothing"_s;
         const int index = RandomBelow(random, static_cast<int>(naive.Files.size()));
         naive.Choose(Names()[index]);
         current.ChooseList(index);
-        return QStringLiteral("choose");
+        return u"choose"_s;
     }
 }
 
@@ -219,10 +220,10 @@ TEST_F(PropertyTest, RandomOperationsAgreeWithPlainLists) {
         KeepSmall();
         ASSERT_NO_FATAL_FAILURE(ExpectAgreement())
             << "seed " << kSeed << ", step " << step
-            << ", the last ones: " << done.mid(step - 12).join(QStringLiteral(", ")).toStdString();
+            << ", the last ones: " << done.mid(step - 12).join(u", "_s).toStdString();
         profile.Boxes.Shown.clear();
     }
-    EXPECT_EQ(profile.Log(QStringLiteral("PendingLog.txt")), naive.Log);
+    EXPECT_EQ(profile.Log(u"PendingLog.txt"_s), naive.Log);
     EXPECT_GE(counts.size(), 15) << "some operations never came up";
 }
 

@@ -1,5 +1,6 @@
 #include "lists/SelectionPause.h"
 
+#include "core/Literals.h"
 #include "lists/ListsFixture.h"
 #include "lists/PendingProcessing.h"
 
@@ -15,7 +16,7 @@ class SelectionPauseTest : public test::ListsFixture {
 protected:
     // Selects every other of so many entries, which are as many ranges.
     void SelectEveryOther(int count) {
-        OpenList(QStringLiteral("news"), Addresses(count));
+        OpenList(u"news"_s, Addresses(count));
         QList<int> rows;
         for (int row = 0; row < count; row += 2)
             rows.append(row);
@@ -34,14 +35,14 @@ TEST_F(SelectionPauseTest, WhatIsStillThereIsSelectedAgain) {
             EXPECT_EQ(lists.SelectedCount(box), 0);
             expected.removeOne(model.Entry(2));
             model.Remove(2);
-            model.Add(QStringLiteral("a10x@x.test"));
+            model.Add(u"a10x@x.test"_s);
         }
         EXPECT_EQ(lists.SelectedEntries(box), expected);
     }
 }
 
 TEST_F(SelectionPauseTest, OfEqualEntriesTheSelectedOnesAreSelectedAgain) {
-    OpenList(QStringLiteral("news"), QStringList(200, QStringLiteral("same@x.test")));
+    OpenList(u"news"_s, QStringList(200, u"same@x.test"_s));
     QList<int> rows;
     for (int row = 1; row < 200; row += 2)
         rows.append(row);
@@ -60,7 +61,7 @@ TEST_F(SelectionPauseTest, AnEmptiedListIsLeftWithoutASelection) {
 }
 
 TEST_F(SelectionPauseTest, FewRangesAreLeftAlone) {
-    OpenList(QStringLiteral("news"), Words("a b c d"));
+    OpenList(u"news"_s, Words("a b c d"));
     lists.SelectRows(kChronological, {0, 2});
     const SelectionPause pause(lists, kChronological);
     EXPECT_EQ(lists.SelectedRows(kChronological), (QList<int>{0, 2}));
@@ -70,7 +71,7 @@ TEST_F(SelectionPauseTest, ProcessingKeepsAScatteredSelection) {
     SelectEveryOther(400);
     QStringList expected = lists.SelectedEntries(kAlphabetical);
     const QString leaving = expected.takeFirst();
-    AddPending({u'-' + leaving, QStringLiteral("+new@x.test")});
+    AddPending({u'-' + leaving, u"+new@x.test"_s});
     PendingProcessing processing(session, lists);
     processing.Run();
     EXPECT_EQ(lists.SelectedEntries(kAlphabetical), expected);

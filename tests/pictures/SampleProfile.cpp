@@ -1,5 +1,6 @@
 #include "pictures/SampleProfile.h"
 
+#include "core/Literals.h"
 #include "core/PreferenceKeys.h"
 #include "core/TextFile.h"
 #include "pop3/FakePending.h"
@@ -52,7 +53,7 @@ QByteArray Mail(const char *subject, const char *from, const char *id) {
 SampleProfile::SampleProfile() : session(folder_.path(), boxes_) {
     for (const char *name : {"Chess Club", "Garden Society", "Private"})
         QDir().mkpath(QDir(session.ProfilesFolder()).filePath(QString::fromLatin1(name)));
-    session.ProfilePath = QDir(session.ProfilesFolder()).filePath(QStringLiteral("Garden Society"));
+    session.ProfilePath = QDir(session.ProfilesFolder()).filePath(u"Garden Society"_s);
     for (const char *name : {"lists", "sent", "logs"})
         QDir().mkpath(session.ProfileFile(QString::fromLatin1(name)));
     WriteLists();
@@ -62,7 +63,7 @@ SampleProfile::SampleProfile() : session(folder_.path(), boxes_) {
 
 void SampleProfile::WriteLists() const {
     const auto write = [this](const char *name, const QByteArray &bytes) {
-        WriteFile(session.ProfileFile(QStringLiteral("lists"), QString::fromLatin1(name)), bytes);
+        WriteFile(session.ProfileFile(u"lists"_s, QString::fromLatin1(name)), bytes);
     };
     write("Announcements.vlo", "press@example.com\r\ncity.council@example.org\r\n");
     write("Members.vlo", "hannah.vogel@example.net\r\njan.dekker@example.org\r\nemma.holm@example.com\r\n");
@@ -70,9 +71,8 @@ void SampleProfile::WriteLists() const {
 }
 
 void SampleProfile::WriteSettings() const {
-    WriteFile(QDir(session.ProgramFolder).filePath(QStringLiteral("global.ini")),
-              "[Profiles]\r\nProfileCurrent=1\r\n");
-    WriteFile(session.ProfileFile(QStringLiteral("prefs.ini")), kSettings);
+    WriteFile(QDir(session.ProgramFolder).filePath(u"global.ini"_s), "[Profiles]\r\nProfileCurrent=1\r\n");
+    WriteFile(session.ProfileFile(u"prefs.ini"_s), kSettings);
 }
 
 QStringList SampleProfile::CheckMailbox() {
@@ -83,13 +83,12 @@ QStringList SampleProfile::CheckMailbox() {
     Pop3Check check(
         session, pending.Door(), [] {}, server.serverPort());
     bool complete = false;
-    QObject::connect(&session.Status, &StatusFeed::StatusText, &check, [&](const QString &text) {
-        complete = complete || text.contains(QStringLiteral("check complete"));
-    });
+    QObject::connect(&session.Status, &StatusFeed::StatusText, &check,
+                     [&](const QString &text) { complete = complete || text.contains(u"check complete"_s); });
     check.Start();
     if (!WaitUntil([&] { return complete; }))
         qFatal("the mailbox check did not end");
-    WriteValue(session.INI, Keys::POPServer, QStringLiteral("pop.example.org")); // that is pictured, not used
+    WriteValue(session.INI, Keys::POPServer, u"pop.example.org"_s); // that is pictured, not used
     return pending.Entries;
 }
 
@@ -98,7 +97,7 @@ void SampleProfile::WriteAttachment(const QString &path, int bytes) const {
 }
 
 void SampleProfile::RemoveLists() const {
-    QDir(session.ProfileFile(QStringLiteral("lists"))).removeRecursively();
+    QDir(session.ProfileFile(u"lists"_s)).removeRecursively();
 }
 
 } // namespace varlo::test

@@ -9,6 +9,7 @@
 #include "compose/frmAttach.h"
 #include "compose/frmCompRecip.h"
 #include "compose/frmCompose.h"
+#include "core/Literals.h"
 #include "pictures/SampleProfile.h"
 #include "pictures/Snapshot.h"
 #include "prefs/frmOptions.h"
@@ -32,12 +33,11 @@
 namespace varlo::test {
 namespace {
 
-const QString kMessage =
-    QStringLiteral("Dear friends,\n\n"
-                   "the spring programme is ready: five walks, two lectures and the plant market on "
-                   "Saturday, 25 April. You find it attached.\n\n"
-                   "Bring gloves on the 11th: we plant the new hedge behind the greenhouse.\n\n"
-                   "-- \nThe Garden Society\nnews@example.org\n");
+const QString kMessage = u"Dear friends,\n\n"
+                         "the spring programme is ready: five walks, two lectures and the plant market on "
+                         "Saturday, 25 April. You find it attached.\n\n"
+                         "Bring gloves on the 11th: we plant the new hedge behind the greenhouse.\n\n"
+                         "-- \nThe Garden Society\nnews@example.org\n"_s;
 
 template<typename Control> Control *Find(QWidget &window, const char *name) {
     auto *control = window.findChild<Control *>(QString::fromLatin1(name));
@@ -69,7 +69,7 @@ public:
     }
 
 private:
-    QString Path(const QString &name) const { return QDir(folder_).filePath(name + QStringLiteral(".png")); }
+    QString Path(const QString &name) const { return QDir(folder_).filePath(name + u".png"_s); }
     void Take(QWidget &window, const QString &name) const { TakeWindow(window, Path(name)); }
     void Take(QWidget &window, const char *name) const { Take(window, QString::fromLatin1(name)); }
 
@@ -93,7 +93,7 @@ private:
         Take(*main_, "main");
         if (!all_)
             return;
-        TakeMenus(*main_, QStringLiteral("main-"));
+        TakeMenus(*main_, u"main-"_s);
         Find<QAction>(*main_, "mnuMainConsole")->trigger();
         Find<QPushButton>(*main_, "cmdCapture")->click();
         Take(*main_, "main-capturing");
@@ -106,7 +106,7 @@ private:
         Find<QAction>(*main_, "mnuMainConsole")->trigger();
         Take(TopLevel("frmConsole"), "console");
         TopLevel("frmConsole").hide();
-        for (const QString &entry : found + QStringList{QStringLiteral("+noah.fischer@example.net")}) {
+        for (const QString &entry : found + QStringList{u"+noah.fischer@example.net"_s}) {
             Find<QLineEdit>(*main_, "txtAddEmail")->setText(entry.mid(1));
             Find<QPushButton>(*main_, entry.startsWith(u'+') ? "cmdEmailAdd_0" : "cmdEmailAdd_1")->click();
         }
@@ -123,13 +123,13 @@ private:
         Find<QAction>(*main_, "mnuCompose")->trigger();
         auto &compose = dynamic_cast<frmCompose &>(TopLevel("frmCompose"));
         Find<QComboBox>(compose, "cmbTo")->setFocus();
-        Find<QLineEdit>(compose, "txtTo")->setText(QStringLiteral("Friends of the Garden"));
-        Find<QLineEdit>(compose, "txtSubject")->setText(QStringLiteral("The spring programme"));
+        Find<QLineEdit>(compose, "txtTo")->setText(u"Friends of the Garden"_s);
+        Find<QLineEdit>(compose, "txtSubject")->setText(u"The spring programme"_s);
         Find<QPlainTextEdit>(compose, "txtMessage")->setPlainText(kMessage);
         Find<QWidget>(compose, "picAttachments")->show();
         Take(compose, "compose");
         if (all_) {
-            TakeMenus(compose, QStringLiteral("compose-"));
+            TakeMenus(compose, u"compose-"_s);
             Find<QProgressBar>(compose, "prgSending")->setValue(42);
             Find<QProgressBar>(compose, "prgSending")->show();
             Take(compose, "compose-sending");
@@ -140,12 +140,12 @@ private:
             Find<QListWidget>(recipients, "lstRecipients")->item(row)->setSelected(true);
         Take(recipients, "recipients");
         if (all_)
-            TakeMenus(recipients, QStringLiteral("recipients-"));
+            TakeMenus(recipients, u"recipients-"_s);
     }
 
     void TakeAttach(QWidget &compose) {
         const QDir folder(sample_.session.ProgramFolder);
-        const QStringList names{QStringLiteral("Spring programme.pdf"), QStringLiteral("Plant market.jpg")};
+        const QStringList names{u"Spring programme.pdf"_s, u"Plant market.jpg"_s};
         sample_.session.Attachments.clear();
         for (int bytes = 214'000; const QString &name : names) {
             sample_.WriteAttachment(folder.filePath(name), bytes);
@@ -155,7 +155,7 @@ private:
         frmAttach attach(sample_.session, &compose);
         auto *list = Find<QListWidget>(attach, "lstAttachments");
         for (int row = 0; row < list->count(); ++row) // where the operator's files would lie
-            list->item(row)->setText(QStringLiteral("/home/anna/Documents/") + names[row]);
+            list->item(row)->setText(u"/home/anna/Documents/"_s + names[row]);
         Take(attach, "attach");
     }
 
@@ -194,12 +194,12 @@ private:
 int main(int argc, char **argv) {
     QApplication application(argc, argv);
     QStringList arguments = QCoreApplication::arguments().mid(1);
-    const bool all = arguments.removeAll(QStringLiteral("--all")) > 0;
+    const bool all = arguments.removeAll(u"--all"_s) > 0;
     if (arguments.isEmpty() || !QDir().mkpath(arguments.first()))
         qFatal("usage: varlo_pictures [--all] FOLDER [dark]");
-    QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+    QApplication::setStyle(QStyleFactory::create(u"Fusion"_s));
     QApplication::setQuitOnLastWindowClosed(false);
-    if (arguments.contains(QStringLiteral("dark")))
+    if (arguments.contains(u"dark"_s))
         varlo::test::UseDarkColours();
     varlo::test::Photographer(arguments.first(), all).TakeEverything();
     return 0;

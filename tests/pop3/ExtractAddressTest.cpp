@@ -1,6 +1,7 @@
 // Cutting the address out of a sender.
 #include "pop3/ExtractAddress.h"
 
+#include "core/Literals.h"
 #include "core/RuntimeError.h"
 
 #include <gtest/gtest.h>
@@ -29,11 +30,11 @@ QString Brackets(int lt, int gt) {
 } // namespace
 
 TEST(ExtractAddressTest, TextBetweenTheBracketsWhenThePositionsShareABit) {
-    EXPECT_EQ(ExtractAddress(QStringLiteral("Joe <j@x.test>")), QStringLiteral("j@x.test")); // 5 and 14
+    EXPECT_EQ(ExtractAddress(u"Joe <j@x.test>"_s), u"j@x.test"_s); // 5 and 14
 }
 
 TEST(ExtractAddressTest, WholeValueWhenThePositionsShareNoBit) {
-    const QString from = QStringLiteral("Jones <a@b.test>"); // 7 and 16
+    const QString from = u"Jones <a@b.test>"_s; // 7 and 16
     EXPECT_EQ(ExtractAddress(from), from);
     EXPECT_EQ(ExtractAddress(Brackets(4, 11)), Brackets(4, 11));
     EXPECT_EQ(ExtractAddress(Brackets(4, 13)), QString(8, u'a'));
@@ -48,29 +49,29 @@ TEST(ExtractAddressTest, EveryPairOfPositionsFollowsTheBits) {
 }
 
 TEST(ExtractAddressTest, BareAddressComesBackUnchanged) {
-    EXPECT_EQ(ExtractAddress(QStringLiteral("a@b.test")), QStringLiteral("a@b.test"));
-    EXPECT_EQ(ExtractAddress(QStringLiteral(" a@b.test ")), QStringLiteral(" a@b.test "));
+    EXPECT_EQ(ExtractAddress(u"a@b.test"_s), u"a@b.test"_s);
+    EXPECT_EQ(ExtractAddress(u" a@b.test "_s), u" a@b.test "_s);
     EXPECT_EQ(ExtractAddress(QString()), QString());
 }
 
 TEST(ExtractAddressTest, OneBracketAloneLeavesTheValueWhole) {
-    EXPECT_EQ(ExtractAddress(QStringLiteral("<a@b.test")), QStringLiteral("<a@b.test"));
-    EXPECT_EQ(ExtractAddress(QStringLiteral("a@b.test>")), QStringLiteral("a@b.test>"));
+    EXPECT_EQ(ExtractAddress(u"<a@b.test"_s), u"<a@b.test"_s);
+    EXPECT_EQ(ExtractAddress(u"a@b.test>"_s), u"a@b.test>"_s);
 }
 
 TEST(ExtractAddressTest, EmptyBracketsGiveAnEmptyAddress) {
-    EXPECT_EQ(ExtractAddress(QStringLiteral("a<>")), QString()); // 2 and 3
+    EXPECT_EQ(ExtractAddress(u"a<>"_s), QString()); // 2 and 3
 }
 
 TEST(ExtractAddressTest, ClosingBracketFirstIsANegativeLength) {
-    EXPECT_EQ(ErrorOf(QStringLiteral(">a<")), int(InvalidProcedureCall)); // 1 and 3
-    EXPECT_EQ(ErrorOf(QStringLiteral("><")), 0);                          // 1 and 2 share no bit
-    EXPECT_EQ(ExtractAddress(QStringLiteral("><")), QStringLiteral("><"));
+    EXPECT_EQ(ErrorOf(u">a<"_s), int(InvalidProcedureCall)); // 1 and 3
+    EXPECT_EQ(ErrorOf(u"><"_s), 0);                          // 1 and 2 share no bit
+    EXPECT_EQ(ExtractAddress(u"><"_s), u"><"_s);
 }
 
 TEST(ExtractAddressTest, OnlyTheFirstBracketOfEachKindCounts) {
-    EXPECT_EQ(ExtractAddress(QStringLiteral("<<a>>")), QStringLiteral("<<a>>")); // 1 and 4
-    EXPECT_EQ(ExtractAddress(QStringLiteral("<<ab>>")), QStringLiteral("<ab"));  // 1 and 5
+    EXPECT_EQ(ExtractAddress(u"<<a>>"_s), u"<<a>>"_s); // 1 and 4
+    EXPECT_EQ(ExtractAddress(u"<<ab>>"_s), u"<ab"_s);  // 1 and 5
 }
 
 TEST(ExtractAddressTest, PositionsAre16Bit) {

@@ -1,6 +1,7 @@
 // A Pending list of the test's own, which keeps what was asked of it in order.
 #pragma once
 
+#include "core/Literals.h"
 #include "core/Reporting.h"
 #include "pop3/RequestCapture.h"
 
@@ -19,19 +20,19 @@ struct FakePending {
 
     PendingDoor Door() {
         return {[this](const QString &address) {
-                    Calls << QStringLiteral("valid? ") + address;
+                    Calls << u"valid? "_s + address;
                     return address.contains(u'@') && !address.contains(u' ');
                 },
                 [this](const QString &entry) { return IsNew(entry); },
                 [this](const QString &entry) {
                     Entries << entry;
-                    Calls << QStringLiteral("add ") + entry;
+                    Calls << u"add "_s + entry;
                 },
-                [this] { Calls << QStringLiteral("select last"); },
-                [this] { Calls << QStringLiteral("update"); },
+                [this] { Calls << u"select last"_s; },
+                [this] { Calls << u"update"_s; },
                 [this] { return BypassTicked; },
                 [this] {
-                    Calls << QStringLiteral("process");
+                    Calls << u"process"_s;
                     if (OnProcess)
                         OnProcess();
                 }};
@@ -39,11 +40,10 @@ struct FakePending {
 
 private:
     bool IsNew(const QString &entry) {
-        Calls << QStringLiteral("new? ") + entry;
+        Calls << u"new? "_s + entry;
         const bool isNew = !Entries.contains(entry, Qt::CaseInsensitive);
         if (!isNew)
-            StatusMessage(session_,
-                          QStringLiteral("Duplicate address [") + entry + QStringLiteral("] ignored"));
+            StatusMessage(session_, u"Duplicate address ["_s + entry + u"] ignored"_s);
         return isNew;
     }
 

@@ -1,6 +1,8 @@
 // Putting a message together from chunks.
 #include "pop3/MessageBuffer.h"
 
+#include "core/Literals.h"
+
 #include <gtest/gtest.h>
 
 namespace varlo {
@@ -27,7 +29,7 @@ QString HeadOf(MessageBuffer &buffer) {
 TEST(MessageBufferTest, OneChunk) {
     MessageBuffer buffer;
     EXPECT_TRUE(buffer.Append(kReply));
-    EXPECT_EQ(HeadOf(buffer), QStringLiteral("Subject: x\r\n\r\n"));
+    EXPECT_EQ(HeadOf(buffer), u"Subject: x\r\n\r\n"_s);
     EXPECT_EQ(buffer.Size(), qsizetype(qstrlen("Subject: x\r\n\r\nbody\r\n")));
 }
 
@@ -37,7 +39,7 @@ TEST(MessageBufferTest, SplitAtEveryPosition) {
             MessageBuffer buffer;
             EXPECT_TRUE(CompleteWithTheLast(
                 buffer, {kReply.first(first), kReply.sliced(first, second - first), kReply.sliced(second)}));
-            EXPECT_EQ(HeadOf(buffer), QStringLiteral("Subject: x\r\n\r\n")) << first << ' ' << second;
+            EXPECT_EQ(HeadOf(buffer), u"Subject: x\r\n\r\n"_s) << first << ' ' << second;
         }
 }
 
@@ -46,7 +48,7 @@ TEST(MessageBufferTest, OneByteAtATime) {
     for (const char byte : kReply.chopped(1))
         EXPECT_FALSE(buffer.Append(QByteArray(1, byte)));
     EXPECT_TRUE(buffer.Append("\n"));
-    EXPECT_EQ(HeadOf(buffer), QStringLiteral("Subject: x\r\n\r\n"));
+    EXPECT_EQ(HeadOf(buffer), u"Subject: x\r\n\r\n"_s);
 }
 
 TEST(MessageBufferTest, LookAlikesOfTheEndMarkEndNothing) {
@@ -81,19 +83,19 @@ TEST(MessageBufferTest, EmptyLineThatOnlyTheEndMarkWouldCompleteIsNone) {
 TEST(MessageBufferTest, PointsThatTheServerDoubledStay) {
     MessageBuffer buffer;
     EXPECT_TRUE(buffer.Append("+OK\r\n..x: y\r\n\r\n.\r\n"));
-    EXPECT_EQ(HeadOf(buffer), QStringLiteral("..x: y\r\n\r\n"));
+    EXPECT_EQ(HeadOf(buffer), u"..x: y\r\n\r\n"_s);
 }
 
 TEST(MessageBufferTest, HeadIsDecodedApartFromTheBody) {
     MessageBuffer buffer;
     EXPECT_TRUE(buffer.Append("+OK\r\nFrom: J\xC3\xB6rg\r\n\r\n\xFF\xFE\r\n.\r\n"));
-    EXPECT_EQ(HeadOf(buffer), QStringLiteral("From: J\u00F6rg\r\n\r\n"));
+    EXPECT_EQ(HeadOf(buffer), u"From: J\u00F6rg\r\n\r\n"_s);
 }
 
 TEST(MessageBufferTest, HeadThatIsNotUtf8KeepsEveryByteAsOneCharacter) {
     MessageBuffer buffer;
     EXPECT_TRUE(buffer.Append("+OK\r\nFrom: J\xF6rg \x80\r\n\r\n\r\n.\r\n"));
-    EXPECT_EQ(HeadOf(buffer), QStringLiteral("From: J\u00F6rg \u20AC\r\n\r\n"));
+    EXPECT_EQ(HeadOf(buffer), u"From: J\u00F6rg \u20AC\r\n\r\n"_s);
 }
 
 TEST(MessageBufferTest, TextLeftAfterAStripIsSearchedAgainFromItsBeginning) {
@@ -132,7 +134,7 @@ TEST(MessageBufferTest, EndlessMessageStopsGrowingWhileItsEndIsStillFound) {
     EXPECT_EQ(buffer.Size(), MessageBuffer::kLongestKept);
     EXPECT_FALSE(buffer.Append("\r\n."));
     EXPECT_TRUE(buffer.Append("\r\n"));
-    EXPECT_EQ(HeadOf(buffer), QStringLiteral("Subject: x\r\n\r\n"));
+    EXPECT_EQ(HeadOf(buffer), u"Subject: x\r\n\r\n"_s);
 }
 
 TEST(MessageBufferTest, SeamOfAForgottenMiddleMakesNoEndMark) {

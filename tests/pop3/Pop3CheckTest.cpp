@@ -1,6 +1,7 @@
 // Whole mailbox checks: preferences, server, boxes, logs and the Pending list.
 #include "pop3/Pop3Check.h"
 
+#include "core/Literals.h"
 #include "core/PreferenceKeys.h"
 #include "pop3/FakePending.h"
 #include "support/FakePop3Server.h"
@@ -19,15 +20,13 @@ using test::ShownBox;
 
 namespace {
 
-const ShownBox kNotConfigured{
-    kApplicationTitle,
-    QStringLiteral("You must configure your POP3 server, username and password from "
-                   "preferences before you can use this feature."),
-    BoxButtons::Ok, BoxIcon::Exclamation};
+const ShownBox kNotConfigured{kApplicationTitle,
+                              u"You must configure your POP3 server, username and password from "
+                              "preferences before you can use this feature."_s,
+                              BoxButtons::Ok, BoxIcon::Exclamation};
 
 ShownBox ReplyBox(const QString &reply) {
-    return {QStringLiteral("Varlo POP3 Error"), QStringLiteral("POP3 Error [") + reply + u']', BoxButtons::Ok,
-            BoxIcon::Exclamation};
+    return {u"Varlo POP3 Error"_s, u"POP3 Error ["_s + reply + u']', BoxButtons::Ok, BoxIcon::Exclamation};
 }
 
 QStringList Texts(std::initializer_list<const char *> texts) {
@@ -45,10 +44,10 @@ QByteArray Mail(const char *subject, const char *from, const char *id = "") {
 class Pop3CheckTest : public testing::Test {
 protected:
     Pop3CheckTest() {
-        Set(Keys::POPServer, QStringLiteral("127.0.0.1"));
-        Set(Keys::POPUsername, QStringLiteral("joe"));
-        Set(Keys::POPPassword, QStringLiteral("secret"));
-        Set(Keys::POPPort, QStringLiteral("1")); // stored, and never used
+        Set(Keys::POPServer, u"127.0.0.1"_s);
+        Set(Keys::POPUsername, u"joe"_s);
+        Set(Keys::POPPassword, u"secret"_s);
+        Set(Keys::POPPort, u"1"_s); // stored, and never used
     }
 
     void Set(const PreferenceKey &key, const QString &value) { WriteValue(profile.session.INI, key, value); }
@@ -57,9 +56,7 @@ protected:
     bool UntilComplete(int checks = 1) {
         return Until([&] { return Completed() == checks; });
     }
-    qsizetype Completed() const {
-        return profile.StatusTexts.filter(QStringLiteral("POP3 check complete")).size();
-    }
+    qsizetype Completed() const { return profile.StatusTexts.filter(u"POP3 check complete"_s).size(); }
     bool UntilSent(const char *command) {
         return Until([&] { return server.Commands.contains(command); });
     }
@@ -79,8 +76,7 @@ protected:
     }
     ShownBox ErrorBox(int number) const {
         ShownBox box = profile.Boxes.Shown.back();
-        EXPECT_TRUE(box.Title.endsWith(QStringLiteral(" Error %1 in Unknown").arg(number)))
-            << box.Title.toStdString();
+        EXPECT_TRUE(box.Title.endsWith(u" Error %1 in Unknown"_s.arg(number))) << box.Title.toStdString();
         return box;
     }
 
@@ -111,7 +107,7 @@ TEST_F(Pop3CheckTest, MissingServerUserOrPasswordOpensThePreferences) {
 }
 
 TEST_F(Pop3CheckTest, DeleteSettingThatIsNoNumberEndsTheClick) {
-    Set(Keys::POPDeleteAll, QStringLiteral("yes"));
+    Set(Keys::POPDeleteAll, u"yes"_s);
     check->Start();
     ErrorBox(13);
     Settle();
@@ -144,7 +140,7 @@ TEST_F(Pop3CheckTest, RequestsGoFromTheMailboxToThePendingList) {
     EXPECT_EQ(server.Commands, (QByteArrayList{"USER joe", "PASS secret", "STAT", "RETR 1", "DELE 1",
                                                "RETR 2", "DELE 2", "RETR 3", "DELE 3", "QUIT"}));
     EXPECT_EQ(pending.Entries, Texts({"+a@b.test", "-j@x.test"}));
-    EXPECT_EQ(Console().last(), QStringLiteral("POP3 check complete (+1, -1)"));
+    EXPECT_EQ(Console().last(), u"POP3 check complete (+1, -1)"_s);
     EXPECT_EQ(server.Mailbox, QByteArrayList());
 }
 
@@ -156,7 +152,7 @@ TEST_F(Pop3CheckTest, SecondCheckStartsWithoutTheRequestsOfTheFirst) {
     check->Start();
     EXPECT_TRUE(UntilComplete(2));
     EXPECT_EQ(pending.Entries, Texts({"+a@b.test", "+c@d.test"}));
-    EXPECT_EQ(Console().last(), QStringLiteral("POP3 check complete (+1)"));
+    EXPECT_EQ(Console().last(), u"POP3 check complete (+1)"_s);
     EXPECT_EQ(profile.Boxes.Texts(), QStringList());
 }
 
@@ -174,7 +170,7 @@ TEST_F(Pop3CheckTest, UnrelatedMessageStaysAndTheCheckRestsUntilTheNextClick) {
 }
 
 TEST_F(Pop3CheckTest, UnrelatedMessagesAreDeletedWhenTheSettingIsOne) {
-    Set(Keys::POPDeleteAll, QStringLiteral("1"));
+    Set(Keys::POPDeleteAll, u"1"_s);
     server.Mailbox = {Mail("Hello", "c@d.test"), Mail("subscribe", "e@f.test"), "no empty line\r\n"};
     check->Start();
     EXPECT_TRUE(UntilComplete());
@@ -187,9 +183,8 @@ TEST_F(Pop3CheckTest, RefusedPasswordIsShownAsItCameWithNothingLogged) {
     server.Script["PASS secret"] = {{"-ERR <b>bad</b> & worse\r\n"}};
     check->Start();
     EXPECT_TRUE(UntilBox());
-    EXPECT_EQ(profile.Boxes.Shown,
-              std::vector<ShownBox>{ReplyBox(QStringLiteral("-ERR <b>bad</b> & worse\r\n"))});
-    EXPECT_EQ(Console().last(), QStringLiteral("PASS ********"));
+    EXPECT_EQ(profile.Boxes.Shown, std::vector<ShownBox>{ReplyBox(u"-ERR <b>bad</b> & worse\r\n"_s)});
+    EXPECT_EQ(Console().last(), u"PASS ********"_s);
     EXPECT_TRUE(Until([&] { return server.Open() == 0; }));
     server.Script.clear();
     check->Start();
@@ -202,7 +197,7 @@ TEST_F(Pop3CheckTest, ConnectionThatFailsIsShownThenLogged) {
     EXPECT_EQ(Console(), Texts({"Connecting to POP3 server"}));
     EXPECT_TRUE(UntilBox());
     EXPECT_TRUE(Until([&] { return Console().size() == 2; }));
-    const QString text = QStringLiteral("POP3 check failed (error 10061 - Connection refused)");
+    const QString text = u"POP3 check failed (error 10061 - Connection refused)"_s;
     EXPECT_EQ(profile.Boxes.Shown,
               (std::vector<ShownBox>{{kApplicationTitle, text, BoxButtons::Ok, BoxIcon::None}}));
     EXPECT_EQ(Console().last(), text);
@@ -216,7 +211,7 @@ TEST_F(Pop3CheckTest, SecondRequestWithTheSameMessageIdEndsTheEventInABox) {
     ErrorBox(457);
     Settle();
     EXPECT_EQ(server.Commands.last(), "RETR 2");
-    EXPECT_EQ(profile.Log(QStringLiteral("ErrorLog.txt")).size(), 1);
+    EXPECT_EQ(profile.Log(u"ErrorLog.txt"_s).size(), 1);
 }
 
 TEST_F(Pop3CheckTest, StatThatCannotBeReadEndsTheEventInABox) {
@@ -328,7 +323,7 @@ TEST_F(Pop3CheckTest, BinaryZerosAreText) {
     server.Script[""] = {{QByteArray("+O\0K\r\n", 6)}};
     check->Start();
     EXPECT_TRUE(UntilComplete());
-    EXPECT_EQ(Console().at(1), QStringLiteral("POP: +O") + QChar(0) + u'K');
+    EXPECT_EQ(Console().at(1), u"POP: +O"_s + QChar(0) + u'K');
 }
 
 TEST_F(Pop3CheckTest, SenderInUtf8KeepsItsLetters) {
@@ -339,7 +334,7 @@ TEST_F(Pop3CheckTest, SenderInUtf8KeepsItsLetters) {
 }
 
 TEST_F(Pop3CheckTest, UserNameAndPasswordTravelInUtf8) {
-    Set(Keys::POPUsername, QStringLiteral("j\u00F6rg"));
+    Set(Keys::POPUsername, u"j\u00F6rg"_s);
     check->Start();
     EXPECT_TRUE(UntilComplete());
     EXPECT_EQ(server.Commands.first(), "USER j\xC3\xB6rg");
@@ -360,11 +355,11 @@ TEST_F(Pop3CheckTest, ThousandMessagesInOneCheck) {
     check->Start();
     EXPECT_TRUE(UntilComplete());
     EXPECT_EQ(pending.Entries.size(), 1000);
-    EXPECT_EQ(pending.Entries.last(), QStringLiteral("+a999@b.test"));
+    EXPECT_EQ(pending.Entries.last(), u"+a999@b.test"_s);
 }
 
 TEST_F(Pop3CheckTest, ReplyThatComesWhileABoxIsOpenIsHandledAfterIt) {
-    Set(Keys::POPDeleteAll, QStringLiteral("1"));
+    Set(Keys::POPDeleteAll, u"1"_s);
     server.Mailbox = {"no empty line\r\n"};
     QStringList consoleInBox;
     profile.Boxes.OnBox = [&](const QString &) {
@@ -374,12 +369,12 @@ TEST_F(Pop3CheckTest, ReplyThatComesWhileABoxIsOpenIsHandledAfterIt) {
     };
     check->Start();
     EXPECT_TRUE(UntilBox());
-    EXPECT_TRUE(Until([&] { return Console().contains(QStringLiteral("POP: +OK too early")); }));
+    EXPECT_TRUE(Until([&] { return Console().contains(u"POP: +OK too early"_s); }));
     EXPECT_EQ(consoleInBox.last().left(8),
-              QStringLiteral("POP: +OK")); // the message itself was the last reply handled
-    EXPECT_FALSE(consoleInBox.contains(QStringLiteral("POP: +OK too early")));
+              u"POP: +OK"_s); // the message itself was the last reply handled
+    EXPECT_FALSE(consoleInBox.contains(u"POP: +OK too early"_s));
     const QStringList after = Console();
-    EXPECT_LT(after.indexOf(QStringLiteral("DELE 1")), after.indexOf(QStringLiteral("POP: +OK too early")));
+    EXPECT_LT(after.indexOf(u"DELE 1"_s), after.indexOf(u"POP: +OK too early"_s));
 }
 
 TEST_F(Pop3CheckTest, ClickWhileTheListIsProcessedStartsAnewAfterwards) {
@@ -396,12 +391,12 @@ TEST_F(Pop3CheckTest, ClickWhileTheListIsProcessedStartsAnewAfterwards) {
     };
     check->Start();
     EXPECT_TRUE(UntilComplete(2));
-    EXPECT_EQ(Console().last(), QStringLiteral("POP3 check complete (no activity)"));
+    EXPECT_EQ(Console().last(), u"POP3 check complete (no activity)"_s);
 }
 
 TEST_F(Pop3CheckTest, ClickWhileABoxIsOpenDropsTheRestOfTheOldEvent) {
     server.Mailbox = {"no empty line\r\n"};
-    Set(Keys::POPDeleteAll, QStringLiteral("1"));
+    Set(Keys::POPDeleteAll, u"1"_s);
     profile.Boxes.OnBox = [&](const QString &) {
         profile.Boxes.OnBox = nullptr;
         server.Mailbox.clear();
@@ -432,7 +427,7 @@ TEST_F(Pop3CheckTest, WindowMayCloseWhileABoxIsOpen) {
 
 TEST_F(Pop3CheckTest, LogThatCannotBeWrittenEndsTheEventWithABox) {
     check->Start();
-    EXPECT_TRUE(QDir(profile.session.ProfileFile(QStringLiteral("logs"))).removeRecursively());
+    EXPECT_TRUE(QDir(profile.session.ProfileFile(u"logs"_s)).removeRecursively());
     EXPECT_TRUE(UntilBox());
     ErrorBox(76);
     Settle();

@@ -1,6 +1,7 @@
 // The mailbox session as a dialogue: the server says, the client does, nothing more.
 #include "pop3/Pop3Session.h"
 
+#include "core/Literals.h"
 #include "core/RuntimeError.h"
 #include "support/Printers.h"
 
@@ -50,8 +51,7 @@ protected:
     Pop3SessionTest() { Click(); }
 
     Pop3Effects Click(int deleteUnrelated = 0) {
-        return session.Start(
-            {QStringLiteral("pop.x.test"), QStringLiteral("joe"), QStringLiteral("secret"), deleteUnrelated});
+        return session.Start({u"pop.x.test"_s, u"joe"_s, u"secret"_s, deleteUnrelated});
     }
     Pop3Effects Server(const QByteArray &says) { return session.DataArrival(says); }
     Pop3Effects Request() { return session.MessageExamined(true); }
@@ -70,9 +70,9 @@ protected:
 } // namespace
 
 TEST_F(Pop3SessionTest, ClickClosesAnOldConnectionBeforeItConnects) {
-    EXPECT_EQ(Click(), (Pop3Effects{kClose,
-                                    {Kind::Connect, QStringLiteral("pop.x.test")},
-                                    LogStatus("Connecting to POP3 server")}));
+    EXPECT_EQ(
+        Click(),
+        (Pop3Effects{kClose, {Kind::Connect, u"pop.x.test"_s}, LogStatus("Connecting to POP3 server")}));
 }
 
 TEST_F(Pop3SessionTest, EmptyMailbox) {
@@ -130,10 +130,9 @@ TEST_F(Pop3SessionTest, ReplyThatIsNoPop3IsARefusal) {
     EXPECT_EQ(Server("<b>220</b>\n"), (Pop3Effects{kClose, ReplyBox("POP3 Error [<b>220</b>\n]")}));
     EXPECT_EQ(Server(" +OK\r\n"), (Pop3Effects{kClose, ReplyBox("POP3 Error [ +OK\r\n]")}));
     EXPECT_EQ(Server(QByteArray()), (Pop3Effects{kClose, ReplyBox("POP3 Error []")}));
-    EXPECT_EQ(Server(QByteArray("\0-\r\n", 4)),
-              (Pop3Effects{kClose,
-                           {Kind::ReplyBox, QStringLiteral("POP3 Error [") + QString(1, QChar(0)) +
-                                                QStringLiteral("-\r\n]")}}));
+    EXPECT_EQ(
+        Server(QByteArray("\0-\r\n", 4)),
+        (Pop3Effects{kClose, {Kind::ReplyBox, u"POP3 Error ["_s + QString(1, QChar(0)) + u"-\r\n]"_s}}));
 }
 
 TEST_F(Pop3SessionTest, LoggedReplyLosesItsLastTwoCharactersWhateverTheyAre) {
@@ -143,12 +142,11 @@ TEST_F(Pop3SessionTest, LoggedReplyLosesItsLastTwoCharactersWhateverTheyAre) {
 }
 
 TEST_F(Pop3SessionTest, PasswordIsLoggedAsEightAsterisksWhateverItsLength) {
-    for (const QString &password : {QStringLiteral("x"), QString(100, u'y')}) {
-        session.Start({QStringLiteral("h"), QStringLiteral("joe"), password, 0});
+    for (const QString &password : {u"x"_s, QString(100, u'y')}) {
+        session.Start({u"h"_s, u"joe"_s, password, 0});
         Server("+OK\r\n");
-        EXPECT_EQ(Server("+OK\r\n"), (Pop3Effects{Log("POP: +OK"),
-                                                  {Kind::Send, QStringLiteral("PASS ") + password},
-                                                  Log("PASS ********")}));
+        EXPECT_EQ(Server("+OK\r\n"),
+                  (Pop3Effects{Log("POP: +OK"), {Kind::Send, u"PASS "_s + password}, Log("PASS ********")}));
     }
 }
 
@@ -284,8 +282,8 @@ TEST_F(Pop3SessionTest, MessageThatWasNeverExaminedLeavesItsTextForTheNextCheck)
 }
 
 TEST_F(Pop3SessionTest, ConnectionErrorIsShownThenLogged) {
-    const QString text = QStringLiteral("POP3 check failed (error 10061 - Connection refused)");
-    EXPECT_EQ(session.SocketError(10061, QStringLiteral("Connection refused")),
+    const QString text = u"POP3 check failed (error 10061 - Connection refused)"_s;
+    EXPECT_EQ(session.SocketError(10061, u"Connection refused"_s),
               (Pop3Effects{{Kind::ErrorBox, text}, {Kind::LogStatus, text}}));
     EXPECT_EQ(session.CurrentState(), State::Greeting);
 }

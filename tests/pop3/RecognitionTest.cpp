@@ -1,6 +1,7 @@
 // Which messages are requests.
 #include "pop3/Recognition.h"
 
+#include "core/Literals.h"
 #include "core/RuntimeError.h"
 #include "support/ScriptedDialogs.h"
 
@@ -14,9 +15,8 @@ namespace {
 clsMessage Message(const QString &subject, const QString &id = {}, const QString &from = {}) {
     test::ScriptedDialogs boxes;
     clsMessage message;
-    message.CreateFromText(QStringLiteral("Subject: %1\r\nMessage-ID: %2\r\nFrom: %3\r\n\r\nsubscribe\r\n")
-                               .arg(subject, id, from),
-                           boxes);
+    message.CreateFromText(
+        u"Subject: %1\r\nMessage-ID: %2\r\nFrom: %3\r\n\r\nsubscribe\r\n"_s.arg(subject, id, from), boxes);
     return message;
 }
 
@@ -63,21 +63,20 @@ TEST(RecognitionTest, RequestsAreKeptByKindInDownloadOrder) {
     take("hello", "<3>", "d");
     take("subscribe", "", "a");
     take("subscribe", "", "a");
-    EXPECT_EQ(Senders(requests.colSubscribe),
-              (QStringList{QStringLiteral("b"), QStringLiteral("a"), QStringLiteral("a")}));
-    EXPECT_EQ(Senders(requests.colUnsubscribe), QStringList{QStringLiteral("c")});
+    EXPECT_EQ(Senders(requests.colSubscribe), (QStringList{u"b"_s, u"a"_s, u"a"_s}));
+    EXPECT_EQ(Senders(requests.colUnsubscribe), QStringList{u"c"_s});
 }
 
 TEST(RecognitionTest, SecondRequestWithTheSameMessageIdIsAnError) {
     Requests requests;
-    Recognise(Message(QStringLiteral("subscribe"), QStringLiteral("<1>"), QStringLiteral("a")), requests);
+    Recognise(Message(u"subscribe"_s, u"<1>"_s, u"a"_s), requests);
     try {
-        Recognise(Message(QStringLiteral("Subscribe"), QStringLiteral("<1>"), QStringLiteral("b")), requests);
+        Recognise(Message(u"Subscribe"_s, u"<1>"_s, u"b"_s), requests);
         FAIL() << "no error";
     } catch (const RuntimeError &error) {
         EXPECT_EQ(error.Number(), int(KeyAlreadyPresent));
     }
-    EXPECT_EQ(Senders(requests.colSubscribe), QStringList{QStringLiteral("a")});
+    EXPECT_EQ(Senders(requests.colSubscribe), QStringList{u"a"_s});
 }
 
 } // namespace varlo

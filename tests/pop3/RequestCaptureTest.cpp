@@ -1,6 +1,7 @@
 // From requests to the Pending list.
 #include "pop3/RequestCapture.h"
 
+#include "core/Literals.h"
 #include "core/RuntimeError.h"
 #include "pop3/FakePending.h"
 #include "support/TestProfile.h"
@@ -43,7 +44,7 @@ TEST_F(RequestCaptureTest, SubscribersThenUnsubscribersThenTheSummary) {
     EXPECT_EQ(pending.Calls, Texts({"valid? a@b.test", "new? +a@b.test", "add +a@b.test", "valid? j@x.test",
                                     "new? -j@x.test", "add -j@x.test", "select last", "update"}));
     EXPECT_EQ(profile.StatusTexts, Texts({"POP3 check complete (+1, -1)"}));
-    EXPECT_TRUE(profile.Log(QStringLiteral("StatusLog.txt")).last().endsWith(profile.StatusTexts.last()));
+    EXPECT_TRUE(profile.Log(u"StatusLog.txt"_s).last().endsWith(profile.StatusTexts.last()));
 }
 
 TEST_F(RequestCaptureTest, NoRequestIsNoActivity) {
@@ -61,7 +62,7 @@ TEST_F(RequestCaptureTest, OneKindAloneHasNoComma) {
     pending.Entries.clear();
     Request("subscribe", "a@b.test");
     Capture();
-    EXPECT_EQ(profile.StatusTexts.last(), QStringLiteral("POP3 check complete (+1)"));
+    EXPECT_EQ(profile.StatusTexts.last(), u"POP3 check complete (+1)"_s);
 }
 
 TEST_F(RequestCaptureTest, SameSenderTwiceIsOneEntryWithALine) {
@@ -90,7 +91,7 @@ TEST_F(RequestCaptureTest, InvalidAddressIsDroppedSilently) {
 }
 
 TEST_F(RequestCaptureTest, DuplicateIsLoggedThoughTheAddressIsInvalid) {
-    pending.Entries << QStringLiteral("+nobody");
+    pending.Entries << u"+nobody"_s;
     Request("subscribe", "nobody");
     Capture();
     EXPECT_EQ(profile.StatusTexts,

@@ -1,6 +1,7 @@
 // The connection to the mailbox server, against a real server on loopback.
 #include "pop3/WinsockPOP.h"
 
+#include "core/Literals.h"
 #include "support/FakePop3Server.h"
 #include "support/Printers.h"
 #include "support/WaitUntil.h"
@@ -19,7 +20,7 @@ using test::ServerReply;
 
 namespace {
 
-const QString kLoopback = QStringLiteral("127.0.0.1");
+const QString kLoopback = u"127.0.0.1"_s;
 
 class WinsockPOPTest : public testing::Test {
 protected:
@@ -195,7 +196,7 @@ TEST_F(WinsockPOPTest, RefusedConnectionIsAnErrorAfterTheCall) {
 }
 
 TEST_F(WinsockPOPTest, UnknownHostIsAnError) {
-    socket->Connect(QString(70, u'x') + QStringLiteral(".test"), 110); // too long a label for any host
+    socket->Connect(QString(70, u'x') + u".test"_s, 110); // too long a label for any host
     EXPECT_TRUE(Until([&] { return !Errors.isEmpty(); }));
     EXPECT_EQ(Errors, QList<int>{11001});
 }

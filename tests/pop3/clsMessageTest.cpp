@@ -1,6 +1,7 @@
 // Reading a mail message.
 #include "pop3/clsMessage.h"
 
+#include "core/Literals.h"
 #include "core/RuntimeError.h"
 #include "support/ScriptedDialogs.h"
 
@@ -36,7 +37,7 @@ Fields Read(const QString &text) {
 }
 
 Fields ReadHeaders(const QString &headers) {
-    return Read(headers + QStringLiteral("\r\n\r\nbody\r\n"));
+    return Read(headers + u"\r\n\r\nbody\r\n"_s);
 }
 
 int ErrorOf(const QString &text) {
@@ -51,101 +52,94 @@ int ErrorOf(const QString &text) {
 } // namespace
 
 TEST(clsMessageTest, SubjectAlone) {
-    EXPECT_EQ(Read(QStringLiteral("Subject: subscribe\r\n\r\nbody")),
-              (Fields{QStringLiteral("Subject: subscribe"), {}, QStringLiteral("subscribe"), {}}));
+    EXPECT_EQ(Read(u"Subject: subscribe\r\n\r\nbody"_s),
+              (Fields{u"Subject: subscribe"_s, {}, u"subscribe"_s, {}}));
 }
 
 TEST(clsMessageTest, AllThreeNamesInAnyCaseWithTheirValuesKept) {
-    const QString headers =
-        QStringLiteral("FROM: Joe <J@x.test>\r\nsUbJeCt: Hello\r\nMessage-Id: <1@X>\r\nX-Y: z");
-    EXPECT_EQ(ReadHeaders(headers), (Fields{headers, QStringLiteral("Joe <J@x.test>"),
-                                            QStringLiteral("Hello"), QStringLiteral("<1@X>")}));
+    const QString headers = u"FROM: Joe <J@x.test>\r\nsUbJeCt: Hello\r\nMessage-Id: <1@X>\r\nX-Y: z"_s;
+    EXPECT_EQ(ReadHeaders(headers), (Fields{headers, u"Joe <J@x.test>"_s, u"Hello"_s, u"<1@X>"_s}));
 }
 
 TEST(clsMessageTest, BlanksAroundAValueAreCut) {
-    EXPECT_EQ(ReadHeaders(QStringLiteral("subject:   Subscribe   ")).Subject, QStringLiteral("Subscribe"));
-    EXPECT_EQ(ReadHeaders(QStringLiteral("subject:")).Subject, QString());
-    EXPECT_EQ(ReadHeaders(QStringLiteral("subject:    ")).Subject, QString());
+    EXPECT_EQ(ReadHeaders(u"subject:   Subscribe   "_s).Subject, u"Subscribe"_s);
+    EXPECT_EQ(ReadHeaders(u"subject:"_s).Subject, QString());
+    EXPECT_EQ(ReadHeaders(u"subject:    "_s).Subject, QString());
 }
 
 TEST(clsMessageTest, TabsAroundAValueStay) {
-    EXPECT_EQ(ReadHeaders(QStringLiteral("subject: \tsubscribe\t ")).Subject,
-              QStringLiteral("\tsubscribe\t"));
+    EXPECT_EQ(ReadHeaders(u"subject: \tsubscribe\t "_s).Subject, u"\tsubscribe\t"_s);
 }
 
 TEST(clsMessageTest, LastLineOfANameWins) {
-    EXPECT_EQ(ReadHeaders(QStringLiteral("From: a@b.test\r\nFrom: c@d.test")).From,
-              QStringLiteral("c@d.test"));
-    EXPECT_EQ(ReadHeaders(QStringLiteral("From: a@b.test\r\nFrom:")).From, QString());
+    EXPECT_EQ(ReadHeaders(u"From: a@b.test\r\nFrom: c@d.test"_s).From, u"c@d.test"_s);
+    EXPECT_EQ(ReadHeaders(u"From: a@b.test\r\nFrom:"_s).From, QString());
 }
 
 TEST(clsMessageTest, BlankBeforeTheColonIsAnotherName) {
-    EXPECT_EQ(ReadHeaders(QStringLiteral("From : a@b.test")).From, QString());
+    EXPECT_EQ(ReadHeaders(u"From : a@b.test"_s).From, QString());
 }
 
 TEST(clsMessageTest, FoldedSubjectKeepsItsFirstLine) {
-    EXPECT_EQ(ReadHeaders(QStringLiteral("Subject: un\r\n subscribe")).Subject, QStringLiteral("un"));
-    EXPECT_EQ(ReadHeaders(QStringLiteral("X: y\r\n Subject: subscribe")).Subject, QString());
+    EXPECT_EQ(ReadHeaders(u"Subject: un\r\n subscribe"_s).Subject, u"un"_s);
+    EXPECT_EQ(ReadHeaders(u"X: y\r\n Subject: subscribe"_s).Subject, QString());
 }
 
 TEST(clsMessageTest, ValueBeginsAtTheFirstColon) {
-    EXPECT_EQ(ReadHeaders(QStringLiteral("Subject: a: b")).Subject, QStringLiteral("a: b"));
+    EXPECT_EQ(ReadHeaders(u"Subject: a: b"_s).Subject, u"a: b"_s);
 }
 
 TEST(clsMessageTest, EncodedWordsStayEncoded) {
-    const QString word = QStringLiteral("=?utf-8?Q?subscribe?=");
-    EXPECT_EQ(ReadHeaders(QStringLiteral("Subject: ") + word).Subject, word);
+    const QString word = u"=?utf-8?Q?subscribe?="_s;
+    EXPECT_EQ(ReadHeaders(u"Subject: "_s + word).Subject, word);
 }
 
 TEST(clsMessageTest, BodyIsNeverLookedAt) {
-    EXPECT_EQ(Read(QStringLiteral("X: y\r\n\r\nSubject: subscribe\r\n\r\n")),
-              (Fields{QStringLiteral("X: y"), {}, {}, {}}));
+    EXPECT_EQ(Read(u"X: y\r\n\r\nSubject: subscribe\r\n\r\n"_s), (Fields{u"X: y"_s, {}, {}, {}}));
 }
 
 TEST(clsMessageTest, LineWithoutAColonIsIgnored) {
-    EXPECT_EQ(ReadHeaders(QStringLiteral("subject\r\nSubject: x\r\n+OK")).Subject, QStringLiteral("x"));
+    EXPECT_EQ(ReadHeaders(u"subject\r\nSubject: x\r\n+OK"_s).Subject, u"x"_s);
 }
 
 TEST(clsMessageTest, LineFeedsAloneEndNoLine) {
-    EXPECT_EQ(ReadHeaders(QStringLiteral("Subject: x\nFrom: y")).Subject, QStringLiteral("x\nFrom: y"));
+    EXPECT_EQ(ReadHeaders(u"Subject: x\nFrom: y"_s).Subject, u"x\nFrom: y"_s);
 }
 
 TEST(clsMessageTest, MessageThatBeginsWithTheEmptyLineHasNoHeaders) {
-    EXPECT_EQ(Read(QStringLiteral("\r\n\r\nSubject: x")), (Fields{}));
+    EXPECT_EQ(Read(u"\r\n\r\nSubject: x"_s), (Fields{}));
 }
 
 TEST(clsMessageTest, MessageWithoutAnEmptyLineShowsOneBoxWithAllFieldsEmpty) {
-    for (const QString &text :
-         {QString(), QStringLiteral("Subject: subscribe\r\n"), QStringLiteral("a\n\nb\r\n\r")}) {
+    for (const QString &text : {QString(), u"Subject: subscribe\r\n"_s, u"a\n\nb\r\n\r"_s}) {
         ScriptedDialogs boxes;
         clsMessage message;
         message.CreateFromText(text, boxes);
-        EXPECT_EQ(boxes.Shown,
-                  (std::vector<ShownBox>{{kApplicationTitle,
-                                          QStringLiteral("There was a problem with decoding the e-mail"),
-                                          BoxButtons::Ok, BoxIcon::None}}));
+        EXPECT_EQ(boxes.Shown, (std::vector<ShownBox>{{kApplicationTitle,
+                                                       u"There was a problem with decoding the e-mail"_s,
+                                                       BoxButtons::Ok, BoxIcon::None}}));
         EXPECT_EQ(message.Headers() + message.From() + message.Subject() + message.MessageID(), QString());
     }
 }
 
 TEST(clsMessageTest, HeaderBlockOf32766CharactersIsTheLongest) {
-    const QString subject = QStringLiteral("Subject: x\r\nY: ");
+    const QString subject = u"Subject: x\r\nY: "_s;
     const QString longest = subject + QString(32766 - subject.size(), u'z');
-    EXPECT_EQ(ReadHeaders(longest), (Fields{longest, {}, QStringLiteral("x"), {}}));
-    EXPECT_EQ(ErrorOf(longest + QStringLiteral("z\r\n\r\n")), int(Overflow));
+    EXPECT_EQ(ReadHeaders(longest), (Fields{longest, {}, u"x"_s, {}}));
+    EXPECT_EQ(ErrorOf(longest + u"z\r\n\r\n"_s), int(Overflow));
 }
 
 TEST(clsMessageTest, OverflowLeavesTheFieldsEmpty) {
     ScriptedDialogs boxes;
     clsMessage message;
-    const QString text = QStringLiteral("Subject: x\r\n") + QString(40000, u'z') + QStringLiteral("\r\n\r\n");
+    const QString text = u"Subject: x\r\n"_s + QString(40000, u'z') + u"\r\n\r\n"_s;
     EXPECT_THROW(message.CreateFromText(text, boxes), RuntimeError);
     EXPECT_EQ(message.Headers() + message.Subject(), QString());
     EXPECT_EQ(boxes.Texts(), QStringList());
 }
 
 TEST(clsMessageTest, BinaryZerosAreCharactersLikeOthers) {
-    QString headers = QStringLiteral("Subject: a_b");
+    QString headers = u"Subject: a_b"_s;
     headers[10] = QChar(0);
     EXPECT_EQ(ReadHeaders(headers).Subject, headers.mid(9));
 }

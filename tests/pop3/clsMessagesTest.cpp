@@ -1,6 +1,7 @@
 // The collection of kept messages.
 #include "pop3/clsMessages.h"
 
+#include "core/Literals.h"
 #include "core/RuntimeError.h"
 #include "support/ScriptedDialogs.h"
 
@@ -14,7 +15,7 @@ namespace {
 clsMessage Message(const QString &subject) {
     test::ScriptedDialogs boxes;
     clsMessage message;
-    message.CreateFromText(QStringLiteral("Subject: ") + subject + QStringLiteral("\r\n\r\n"), boxes);
+    message.CreateFromText(u"Subject: "_s + subject + u"\r\n\r\n"_s, boxes);
     return message;
 }
 
@@ -29,37 +30,36 @@ QStringList Subjects(const clsMessages &messages) {
 
 TEST(clsMessagesTest, WalkFollowsTheOrderOfAdding) {
     clsMessages messages;
-    messages.Add(Message(QStringLiteral("z")), QStringLiteral("3"));
-    messages.Add(Message(QStringLiteral("a")));
-    messages.Add(Message(QStringLiteral("m")), QStringLiteral("1"));
-    EXPECT_EQ(Subjects(messages),
-              (QStringList{QStringLiteral("z"), QStringLiteral("a"), QStringLiteral("m")}));
+    messages.Add(Message(u"z"_s), u"3"_s);
+    messages.Add(Message(u"a"_s));
+    messages.Add(Message(u"m"_s), u"1"_s);
+    EXPECT_EQ(Subjects(messages), (QStringList{u"z"_s, u"a"_s, u"m"_s}));
 }
 
 TEST(clsMessagesTest, SecondMessageUnderAKeyFailsLeavingTheFirst) {
     clsMessages messages;
-    messages.Add(Message(QStringLiteral("first")), QStringLiteral("key"));
+    messages.Add(Message(u"first"_s), u"key"_s);
     try {
-        messages.Add(Message(QStringLiteral("second")), QStringLiteral("key"));
+        messages.Add(Message(u"second"_s), u"key"_s);
         FAIL() << "no error";
     } catch (const RuntimeError &error) {
         EXPECT_EQ(error.Number(), int(KeyAlreadyPresent));
     }
-    EXPECT_EQ(Subjects(messages), QStringList{QStringLiteral("first")});
+    EXPECT_EQ(Subjects(messages), QStringList{u"first"_s});
 }
 
 TEST(clsMessagesTest, EmptyKeyNeverFails) {
     clsMessages messages;
-    messages.Add(Message(QStringLiteral("a")), QString());
-    messages.Add(Message(QStringLiteral("b")), QStringLiteral(""));
-    messages.Add(Message(QStringLiteral("c")));
+    messages.Add(Message(u"a"_s), QString());
+    messages.Add(Message(u"b"_s), u""_s);
+    messages.Add(Message(u"c"_s));
     EXPECT_EQ(Subjects(messages).size(), 3);
 }
 
 TEST(clsMessagesTest, KeysThatDifferInCaseAreTwoKeys) {
     clsMessages messages;
-    messages.Add(Message(QStringLiteral("a")), QStringLiteral("<id@x>"));
-    messages.Add(Message(QStringLiteral("b")), QStringLiteral("<ID@x>"));
+    messages.Add(Message(u"a"_s), u"<id@x>"_s);
+    messages.Add(Message(u"b"_s), u"<ID@x>"_s);
     EXPECT_EQ(Subjects(messages).size(), 2);
 }
 

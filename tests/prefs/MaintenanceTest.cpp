@@ -1,5 +1,6 @@
 #include "prefs/Maintenance.h"
 
+#include "core/Literals.h"
 #include "core/RuntimeError.h"
 #include "support/TestProfile.h"
 
@@ -18,61 +19,54 @@ struct MaintenanceTest : testing::Test {
     void Run(const char *item) { RunMaintenance(session, QString::fromUtf8(item)); }
 };
 
-const ShownBox kLogQuestion{QStringLiteral("Varlo Pro"),
-                            QStringLiteral("Are you sure you want to delete all log files?"),
+const ShownBox kLogQuestion{u"Varlo Pro"_s, u"Are you sure you want to delete all log files?"_s,
                             BoxButtons::YesNo, BoxIcon::Question};
-const ShownBox kSentQuestion{QStringLiteral("Varlo Pro"),
-                             QStringLiteral("Are you sure you want to delete all sent messages?"),
+const ShownBox kSentQuestion{u"Varlo Pro"_s, u"Are you sure you want to delete all sent messages?"_s,
                              BoxButtons::YesNo, BoxIcon::Question};
 
 TEST_F(MaintenanceTest, ItemsStandInTheirOrder) {
-    EXPECT_EQ(
-        MaintenanceItems(),
-        (QStringList{QStringLiteral("Open log files folder"), QStringLiteral("Open sent messages folder"),
-                     QStringLiteral("Delete log files"), QStringLiteral("Delete sent messages")}));
+    EXPECT_EQ(MaintenanceItems(), (QStringList{u"Open log files folder"_s, u"Open sent messages folder"_s,
+                                               u"Delete log files"_s, u"Delete sent messages"_s}));
 }
 
 TEST_F(MaintenanceTest, OpeningHandsTheFoldersToTheDesktop) {
     Run("Open log files folder");
     Run("Open sent messages folder");
-    EXPECT_EQ(Profile.Boxes.Opened,
-              (std::vector<QUrl>{QUrl::fromLocalFile(Profile.Path(QStringLiteral("logs"))),
-                                 QUrl::fromLocalFile(Profile.Path(QStringLiteral("sent")))}));
+    EXPECT_EQ(Profile.Boxes.Opened, (std::vector<QUrl>{QUrl::fromLocalFile(Profile.Path(u"logs"_s)),
+                                                       QUrl::fromLocalFile(Profile.Path(u"sent"_s))}));
     EXPECT_TRUE(Profile.Boxes.Shown.empty());
 }
 
 TEST_F(MaintenanceTest, YesDeletesEveryLogFileAndSaysSo) {
     for (const char *name : {"ErrorLog.txt", "no point", ".hidden", "ümläut.txt", "a.b.c"})
-        Profile.Write(QStringLiteral("logs/") + QString::fromUtf8(name), "x");
-    Profile.Write(QStringLiteral("sent/kept.txt"), "x");
+        Profile.Write(u"logs/"_s + QString::fromUtf8(name), "x");
+    Profile.Write(u"sent/kept.txt"_s, "x");
     Profile.Boxes.Answers = {BoxAnswer::Yes};
     Run("Delete log files");
-    EXPECT_EQ(Entries(QStringLiteral("logs")), QStringList());
-    EXPECT_EQ(Entries(QStringLiteral("sent")), QStringList(QStringLiteral("kept.txt")));
-    EXPECT_EQ(Profile.Boxes.Shown,
-              (std::vector<ShownBox>{kLogQuestion,
-                                     {QStringLiteral("Varlo Pro"), QStringLiteral("Log files deleted"),
-                                      BoxButtons::Ok, BoxIcon::Information}}));
+    EXPECT_EQ(Entries(u"logs"_s), QStringList());
+    EXPECT_EQ(Entries(u"sent"_s), QStringList(u"kept.txt"_s));
+    EXPECT_EQ(Profile.Boxes.Shown, (std::vector<ShownBox>{kLogQuestion,
+                                                          {u"Varlo Pro"_s, u"Log files deleted"_s,
+                                                           BoxButtons::Ok, BoxIcon::Information}}));
 }
 
 TEST_F(MaintenanceTest, YesDeletesEverySentMessageAndSaysSo) {
-    Profile.Write(QStringLiteral("sent/one.txt"), "x");
-    Profile.Write(QStringLiteral("logs/ErrorLog.txt"), "x");
+    Profile.Write(u"sent/one.txt"_s, "x");
+    Profile.Write(u"logs/ErrorLog.txt"_s, "x");
     Profile.Boxes.Answers = {BoxAnswer::Yes};
     Run("Delete sent messages");
-    EXPECT_EQ(Entries(QStringLiteral("sent")), QStringList());
-    EXPECT_EQ(Entries(QStringLiteral("logs")), QStringList(QStringLiteral("ErrorLog.txt")));
-    EXPECT_EQ(Profile.Boxes.Shown,
-              (std::vector<ShownBox>{kSentQuestion,
-                                     {QStringLiteral("Varlo Pro"), QStringLiteral("Sent messages deleted"),
-                                      BoxButtons::Ok, BoxIcon::Information}}));
+    EXPECT_EQ(Entries(u"sent"_s), QStringList());
+    EXPECT_EQ(Entries(u"logs"_s), QStringList(u"ErrorLog.txt"_s));
+    EXPECT_EQ(Profile.Boxes.Shown, (std::vector<ShownBox>{kSentQuestion,
+                                                          {u"Varlo Pro"_s, u"Sent messages deleted"_s,
+                                                           BoxButtons::Ok, BoxIcon::Information}}));
 }
 
 TEST_F(MaintenanceTest, NoDeletesNothingAndSaysNothingMore) {
-    Profile.Write(QStringLiteral("logs/ErrorLog.txt"), "x");
+    Profile.Write(u"logs/ErrorLog.txt"_s, "x");
     Profile.Boxes.Answers = {BoxAnswer::No};
     Run("Delete log files");
-    EXPECT_EQ(Entries(QStringLiteral("logs")), QStringList(QStringLiteral("ErrorLog.txt")));
+    EXPECT_EQ(Entries(u"logs"_s), QStringList(u"ErrorLog.txt"_s));
     EXPECT_EQ(Profile.Boxes.Shown, std::vector<ShownBox>{kLogQuestion});
 }
 
@@ -80,36 +74,33 @@ TEST_F(MaintenanceTest, EmptyFolderIsPassedOverInSilence) {
     Profile.Boxes.Answers = {BoxAnswer::Yes};
     Run("Delete sent messages");
     EXPECT_EQ(Profile.Boxes.Shown, std::vector<ShownBox>{kSentQuestion});
-    EXPECT_EQ(Profile.Log(QStringLiteral("ErrorLog.txt")), QStringList());
+    EXPECT_EQ(Profile.Log(u"ErrorLog.txt"_s), QStringList());
 }
 
 TEST_F(MaintenanceTest, MissingFolderIsPassedOverInSilence) {
-    ASSERT_TRUE(QDir(Profile.Path(QStringLiteral("sent"))).removeRecursively());
+    ASSERT_TRUE(QDir(Profile.Path(u"sent"_s)).removeRecursively());
     Profile.Boxes.Answers = {BoxAnswer::Yes};
     Run("Delete sent messages");
     EXPECT_EQ(Profile.Boxes.Shown, std::vector<ShownBox>{kSentQuestion});
 }
 
 TEST_F(MaintenanceTest, FoldersAndWhatLinksLeadToAreNotTouched) {
-    ASSERT_TRUE(QDir().mkpath(Profile.Path(QStringLiteral("logs/old.files"))));
-    Profile.Write(QStringLiteral("logs/old.files/inner.txt"), "x");
-    Profile.Write(QStringLiteral("draft.txt"), "x");
-    ASSERT_TRUE(
-        QFile::link(Profile.Path(QStringLiteral("draft.txt")), Profile.Path(QStringLiteral("logs/link"))));
-    ASSERT_TRUE(QFile::link(QStringLiteral("/nowhere"), Profile.Path(QStringLiteral("logs/broken"))));
-    ASSERT_TRUE(
-        QFile::link(Profile.Path(QStringLiteral("lists")), Profile.Path(QStringLiteral("logs/tolists"))));
-    DeleteAllFiles(Profile.Path(QStringLiteral("logs")));
-    EXPECT_EQ(Entries(QStringLiteral("logs")),
-              (QStringList{QStringLiteral("old.files"), QStringLiteral("tolists")}));
-    EXPECT_EQ(Entries(QStringLiteral("logs/old.files")), QStringList(QStringLiteral("inner.txt")));
-    EXPECT_EQ(Profile.Read(QStringLiteral("draft.txt")), QByteArray("x"));
+    ASSERT_TRUE(QDir().mkpath(Profile.Path(u"logs/old.files"_s)));
+    Profile.Write(u"logs/old.files/inner.txt"_s, "x");
+    Profile.Write(u"draft.txt"_s, "x");
+    ASSERT_TRUE(QFile::link(Profile.Path(u"draft.txt"_s), Profile.Path(u"logs/link"_s)));
+    ASSERT_TRUE(QFile::link(u"/nowhere"_s, Profile.Path(u"logs/broken"_s)));
+    ASSERT_TRUE(QFile::link(Profile.Path(u"lists"_s), Profile.Path(u"logs/tolists"_s)));
+    DeleteAllFiles(Profile.Path(u"logs"_s));
+    EXPECT_EQ(Entries(u"logs"_s), (QStringList{u"old.files"_s, u"tolists"_s}));
+    EXPECT_EQ(Entries(u"logs/old.files"_s), QStringList(u"inner.txt"_s));
+    EXPECT_EQ(Profile.Read(u"draft.txt"_s), QByteArray("x"));
 }
 
 TEST_F(MaintenanceTest, FolderWithOnlyFoldersHasNoFileToDelete) {
-    ASSERT_TRUE(QDir().mkpath(Profile.Path(QStringLiteral("logs/inner"))));
+    ASSERT_TRUE(QDir().mkpath(Profile.Path(u"logs/inner"_s)));
     try {
-        DeleteAllFiles(Profile.Path(QStringLiteral("logs")));
+        DeleteAllFiles(Profile.Path(u"logs"_s));
         ADD_FAILURE() << "nothing was thrown";
     } catch (const RuntimeError &error) {
         EXPECT_EQ(error.Number(), FileNotFound);
@@ -118,16 +109,16 @@ TEST_F(MaintenanceTest, FolderWithOnlyFoldersHasNoFileToDelete) {
 
 TEST_F(MaintenanceTest, FileThatCannotBeDeletedIsReportedInsteadOfTheClosingMessage) {
     // Nobody, the superuser included, can delete what the kernel shows under /proc.
-    if (!QFile::exists(QStringLiteral("/proc/self/attr/current")))
+    if (!QFile::exists(u"/proc/self/attr/current"_s))
         GTEST_SKIP() << "needs a Linux /proc";
-    ASSERT_TRUE(QDir().rmdir(Profile.Path(QStringLiteral("sent"))));
-    ASSERT_TRUE(QFile::link(QStringLiteral("/proc/self/attr"), Profile.Path(QStringLiteral("sent"))));
+    ASSERT_TRUE(QDir().rmdir(Profile.Path(u"sent"_s)));
+    ASSERT_TRUE(QFile::link(u"/proc/self/attr"_s, Profile.Path(u"sent"_s)));
     Profile.Boxes.Answers = {BoxAnswer::Yes};
     Run("Delete sent messages");
     ASSERT_EQ(Profile.Boxes.Shown.size(), 2U);
-    EXPECT_EQ(Profile.Boxes.Shown[1].Title, QStringLiteral("varlo-pro Error 70 in Preferences.cmdLogGo"));
-    EXPECT_TRUE(Profile.Boxes.Shown[1].Text.contains(QStringLiteral("[ Permission denied ]")));
-    EXPECT_EQ(Profile.Log(QStringLiteral("ErrorLog.txt")).size(), 1);
+    EXPECT_EQ(Profile.Boxes.Shown[1].Title, u"varlo-pro Error 70 in Preferences.cmdLogGo"_s);
+    EXPECT_TRUE(Profile.Boxes.Shown[1].Text.contains(u"[ Permission denied ]"_s));
+    EXPECT_EQ(Profile.Log(u"ErrorLog.txt"_s).size(), 1);
 }
 
 // A desktop on which nothing opens a folder.
@@ -140,25 +131,25 @@ TEST_F(MaintenanceTest, DesktopWithoutAFileManagerIsReported) {
     BareDesktop boxes;
     Session bare(session.ProgramFolder, boxes);
     bare.ProfilePath = session.ProfilePath;
-    RunMaintenance(bare, QStringLiteral("Open log files folder"));
+    RunMaintenance(bare, u"Open log files folder"_s);
     ASSERT_EQ(boxes.Shown.size(), 1U);
-    EXPECT_EQ(boxes.Shown[0].Title, QStringLiteral("varlo-pro Error 5 in Preferences.cmdLogGo"));
-    EXPECT_TRUE(boxes.Shown[0].Text.contains(QStringLiteral("[ No program opens the folder ")));
+    EXPECT_EQ(boxes.Shown[0].Title, u"varlo-pro Error 5 in Preferences.cmdLogGo"_s);
+    EXPECT_TRUE(boxes.Shown[0].Text.contains(u"[ No program opens the folder "_s));
 }
 
 TEST_F(MaintenanceTest, OpeningAFolderThatIsGoneIsPassedOverInSilence) {
     BareDesktop boxes;
     Session bare(session.ProgramFolder, boxes);
-    bare.ProfilePath = Profile.Path(QStringLiteral("gone"));
-    RunMaintenance(bare, QStringLiteral("Open sent messages folder"));
+    bare.ProfilePath = Profile.Path(u"gone"_s);
+    RunMaintenance(bare, u"Open sent messages folder"_s);
     EXPECT_TRUE(boxes.Shown.empty());
 }
 
 TEST_F(MaintenanceTest, UnknownItemDoesNothing) {
-    Profile.Write(QStringLiteral("logs/ErrorLog.txt"), "x");
+    Profile.Write(u"logs/ErrorLog.txt"_s, "x");
     Run("delete log files");
     Run("");
-    EXPECT_EQ(Entries(QStringLiteral("logs")), QStringList(QStringLiteral("ErrorLog.txt")));
+    EXPECT_EQ(Entries(u"logs"_s), QStringList(u"ErrorLog.txt"_s));
     EXPECT_TRUE(Profile.Boxes.Shown.empty());
     EXPECT_TRUE(Profile.Boxes.Opened.empty());
 }

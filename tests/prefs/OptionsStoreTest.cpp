@@ -1,5 +1,6 @@
 #include "prefs/OptionsStore.h"
 
+#include "core/Literals.h"
 #include "core/PreferenceKeys.h"
 #include "core/RuntimeError.h"
 #include "support/TestProfile.h"
@@ -27,22 +28,22 @@ Options Sample() {
     options.Notify = true;
     options.LogStatus = false;
     options.LogEmails = false;
-    options.SMTPServer = QStringLiteral("smtp.example.org");
-    options.SMTPPort = QStringLiteral("587");
-    options.SMTPFrom = QStringLiteral("Jörg Ñandú 漢");
-    options.SMTPEmail = QStringLiteral("joerg@example.org");
-    options.SMTPWrap = QStringLiteral("64");
-    options.POPServer = QStringLiteral("pop.example.org");
-    options.POPPort = QStringLiteral("no number at all");
-    options.POPUsername = QStringLiteral("lists");
-    options.POPPassword = QStringLiteral("pä$$=;[word]");
+    options.SMTPServer = u"smtp.example.org"_s;
+    options.SMTPPort = u"587"_s;
+    options.SMTPFrom = u"Jörg Ñandú 漢"_s;
+    options.SMTPEmail = u"joerg@example.org"_s;
+    options.SMTPWrap = u"64"_s;
+    options.POPServer = u"pop.example.org"_s;
+    options.POPPort = u"no number at all"_s;
+    options.POPUsername = u"lists"_s;
+    options.POPPassword = u"pä$$=;[word]"_s;
     options.POPDeleteAll = true;
-    options.SubSubject = QStringLiteral("Welcome <b>you</b>");
-    options.SubBody = QStringLiteral("First\r\nsecond\r\n");
-    options.UnsubSubject = QStringLiteral("Good bye");
-    options.UnsubBody = QStringLiteral("Häufig\r\n\r\nゑ");
+    options.SubSubject = u"Welcome <b>you</b>"_s;
+    options.SubBody = u"First\r\nsecond\r\n"_s;
+    options.UnsubSubject = u"Good bye"_s;
+    options.UnsubBody = u"Häufig\r\n\r\nゑ"_s;
     options.SignatureOn = true;
-    options.Signature = QStringLiteral("--\r\nJörg");
+    options.Signature = u"--\r\nJörg"_s;
     return options;
 }
 
@@ -59,7 +60,7 @@ const char kGeneralOnly[] = "[General]\r\nLogStatus=0\r\nLogEmails=0\r\nNotify=1
 
 TEST_F(OptionsStoreTest, SaveWritesEveryKeyInItsOrder) {
     SaveOptions(session, Sample());
-    EXPECT_EQ(Profile.Read(QStringLiteral("prefs.ini")), QByteArray(kSampleFile));
+    EXPECT_EQ(Profile.Read(u"prefs.ini"_s), QByteArray(kSampleFile));
 }
 
 TEST_F(OptionsStoreTest, SaveSetsTheCopiesInMemory) {
@@ -67,15 +68,15 @@ TEST_F(OptionsStoreTest, SaveSetsTheCopiesInMemory) {
     const Preferences &prefs = session.Prefs;
     EXPECT_EQ(prefs.Notify, 1);
     EXPECT_EQ(prefs.LogStatus, 0);
-    EXPECT_EQ(prefs.SMTPServer, QStringLiteral("smtp.example.org"));
+    EXPECT_EQ(prefs.SMTPServer, u"smtp.example.org"_s);
     EXPECT_EQ(prefs.SMTPPort, 587);
-    EXPECT_EQ(prefs.SMTPFrom, QStringLiteral("Jörg Ñandú 漢"));
-    EXPECT_EQ(prefs.SMTPEmail, QStringLiteral("joerg@example.org"));
+    EXPECT_EQ(prefs.SMTPFrom, u"Jörg Ñandú 漢"_s);
+    EXPECT_EQ(prefs.SMTPEmail, u"joerg@example.org"_s);
     EXPECT_EQ(prefs.SMTPWrap, 64);
-    EXPECT_EQ(prefs.SubSubject, QStringLiteral("Welcome <b>you</b>"));
-    EXPECT_EQ(prefs.SubBody, QStringLiteral("First\\nsecond\\n"));
-    EXPECT_EQ(prefs.UnsubSubject, QStringLiteral("Good bye"));
-    EXPECT_EQ(prefs.UnsubBody, QStringLiteral("Häufig\\n\\nゑ"));
+    EXPECT_EQ(prefs.SubSubject, u"Welcome <b>you</b>"_s);
+    EXPECT_EQ(prefs.SubBody, u"First\\nsecond\\n"_s);
+    EXPECT_EQ(prefs.UnsubSubject, u"Good bye"_s);
+    EXPECT_EQ(prefs.UnsubBody, u"Häufig\\n\\nゑ"_s);
 }
 
 TEST_F(OptionsStoreTest, WhatWasSavedIsLoadedAgain) {
@@ -86,50 +87,50 @@ TEST_F(OptionsStoreTest, WhatWasSavedIsLoadedAgain) {
 
 TEST_F(OptionsStoreTest, NewProfileLoadsTheDefaults) {
     Options expected;
-    expected.SMTPPort = QStringLiteral("25");
-    expected.SMTPWrap = QStringLiteral("72");
-    expected.POPPort = QStringLiteral("110");
+    expected.SMTPPort = u"25"_s;
+    expected.SMTPWrap = u"72"_s;
+    expected.POPPort = u"110"_s;
     EXPECT_TRUE(LoadOptions(session) == expected);
-    EXPECT_FALSE(QFile::exists(Profile.Path(QStringLiteral("prefs.ini")))) << "loading stored something";
+    EXPECT_FALSE(QFile::exists(Profile.Path(u"prefs.ini"_s))) << "loading stored something";
 }
 
 TEST_F(OptionsStoreTest, StatusLoggingIsReadFromTheGeneralSectionNotFromMain) {
-    Profile.Write(QStringLiteral("prefs.ini"), "[Main]\r\nLogStatus=1\r\n[General]\r\nLogStatus=0\r\n");
+    Profile.Write(u"prefs.ini"_s, "[Main]\r\nLogStatus=1\r\n[General]\r\nLogStatus=0\r\n");
     session.Prefs.LogStatus = 1;
     EXPECT_FALSE(LoadOptions(session).LogStatus);
 }
 
 TEST_F(OptionsStoreTest, SettingsWithACopyInMemoryComeFromThere) {
-    Profile.Write(QStringLiteral("prefs.ini"),
+    Profile.Write(u"prefs.ini"_s,
                   "[General]\r\nNotify=0\r\n[SMTP]\r\nSMTPServer=old.example.org\r\nSMTPPort=1\r\n");
     session.Prefs.Notify = 1;
-    session.Prefs.SMTPServer = QStringLiteral("new.example.org");
+    session.Prefs.SMTPServer = u"new.example.org"_s;
     session.Prefs.SMTPPort = 2525;
     const Options options = LoadOptions(session);
     EXPECT_TRUE(options.Notify);
-    EXPECT_EQ(options.SMTPServer, QStringLiteral("new.example.org"));
-    EXPECT_EQ(options.SMTPPort, QStringLiteral("2525"));
+    EXPECT_EQ(options.SMTPServer, u"new.example.org"_s);
+    EXPECT_EQ(options.SMTPPort, u"2525"_s);
 }
 
 TEST_F(OptionsStoreTest, SwitchThatIsNoNumberIsReportedAndTheRestIsLoaded) {
     Profile.Write(
-        QStringLiteral("prefs.ini"),
+        u"prefs.ini"_s,
         "[General]\r\nLogStatus=maybe\r\nLogEmails=0\r\n[POP3]\r\nPOPServer=pop\r\nPOPDeleteAll=x\r\n"
         "[Signature]\r\nText=a\\nb\r\n");
     const Options options = LoadOptions(session);
     EXPECT_TRUE(options.LogStatus);
     EXPECT_FALSE(options.LogEmails);
-    EXPECT_EQ(options.POPServer, QStringLiteral("pop"));
+    EXPECT_EQ(options.POPServer, u"pop"_s);
     EXPECT_FALSE(options.POPDeleteAll);
-    EXPECT_EQ(options.Signature, QStringLiteral("a\r\nb"));
+    EXPECT_EQ(options.Signature, u"a\r\nb"_s);
     ASSERT_EQ(Profile.Boxes.Shown.size(), 2U);
-    EXPECT_EQ(Profile.Boxes.Shown[0].Title, QStringLiteral("varlo-pro Error 13 in Prefs.Load"));
-    EXPECT_EQ(Profile.Boxes.Shown[1].Title, QStringLiteral("varlo-pro Error 13 in Prefs.Load"));
-    EXPECT_EQ(Profile.Log(QStringLiteral("ErrorLog.txt")).size(), 2);
+    EXPECT_EQ(Profile.Boxes.Shown[0].Title, u"varlo-pro Error 13 in Prefs.Load"_s);
+    EXPECT_EQ(Profile.Boxes.Shown[1].Title, u"varlo-pro Error 13 in Prefs.Load"_s);
+    EXPECT_EQ(Profile.Log(u"ErrorLog.txt"_s).size(), 2);
 }
 
 TEST_F(OptionsStoreTest, SwitchesOtherThanOneAreOffAsEverywhereInTheProgram) {
-    Profile.Write(QStringLiteral("prefs.ini"), "[General]\r\nLogStatus=2\r\nLogEmails=-1\r\n");
+    Profile.Write(u"prefs.ini"_s, "[General]\r\nLogStatus=2\r\nLogEmails=-1\r\n");
     session.Prefs.Notify = 7;
     const Options options = LoadOptions(session);
     EXPECT_FALSE(options.LogStatus);
@@ -140,22 +141,22 @@ TEST_F(OptionsStoreTest, SwitchesOtherThanOneAreOffAsEverywhereInTheProgram) {
 TEST_F(OptionsStoreTest, SmtpPortThatIsNoNumberLeavesTheGeneralSectionStored) {
     session.Prefs.SMTPPort = 25;
     Options options = Sample();
-    options.SMTPPort = QStringLiteral("smtp");
+    options.SMTPPort = u"smtp"_s;
     EXPECT_EQ(SaveError(options), TypeMismatch);
-    EXPECT_EQ(Profile.Read(QStringLiteral("prefs.ini")), QByteArray(kGeneralOnly));
+    EXPECT_EQ(Profile.Read(u"prefs.ini"_s), QByteArray(kGeneralOnly));
     EXPECT_EQ(session.Prefs.Notify, 1);
     EXPECT_EQ(session.Prefs.LogStatus, 0);
-    EXPECT_EQ(session.Prefs.SMTPServer, QStringLiteral("smtp.example.org")) << "set before the port";
+    EXPECT_EQ(session.Prefs.SMTPServer, u"smtp.example.org"_s) << "set before the port";
     EXPECT_EQ(session.Prefs.SMTPPort, 25);
     EXPECT_EQ(session.Prefs.SMTPFrom, QString()) << "comes after the port";
 }
 
 TEST_F(OptionsStoreTest, WrapColumnPast16BitsLeavesTheGeneralSectionStored) {
     Options options = Sample();
-    options.SMTPWrap = QStringLiteral("32768");
+    options.SMTPWrap = u"32768"_s;
     EXPECT_EQ(SaveError(options), Overflow);
-    EXPECT_EQ(Profile.Read(QStringLiteral("prefs.ini")), QByteArray(kGeneralOnly));
-    EXPECT_EQ(session.Prefs.SMTPEmail, QStringLiteral("joerg@example.org")) << "set before the column";
+    EXPECT_EQ(Profile.Read(u"prefs.ini"_s), QByteArray(kGeneralOnly));
+    EXPECT_EQ(session.Prefs.SMTPEmail, u"joerg@example.org"_s) << "set before the column";
     EXPECT_EQ(session.Prefs.SMTPWrap, 72);
     EXPECT_EQ(session.Prefs.SubSubject, QString()) << "comes after the column";
 }
@@ -183,37 +184,37 @@ TEST_F(OptionsStoreTest, TypedNumbersAreWholeNumbersOf16Bits) {
 
 TEST_F(OptionsStoreTest, EmptyFieldsAreStoredAsEmptyWithoutAQuestion) {
     Options options;
-    options.SMTPPort = QStringLiteral("25");
-    options.SMTPWrap = QStringLiteral("72");
+    options.SMTPPort = u"25"_s;
+    options.SMTPWrap = u"72"_s;
     SaveOptions(session, options);
-    const QByteArray file = Profile.Read(QStringLiteral("prefs.ini"));
+    const QByteArray file = Profile.Read(u"prefs.ini"_s);
     EXPECT_TRUE(file.contains("SMTPServer=\r\n"));
     EXPECT_TRUE(file.contains("POPPort=\r\n"));
     EXPECT_TRUE(file.contains("SubBody=\r\n"));
     EXPECT_TRUE(Profile.Boxes.Shown.empty());
-    EXPECT_EQ(LoadOptions(session).POPPort, QStringLiteral("110")) << "an empty value reads as the default";
+    EXPECT_EQ(LoadOptions(session).POPPort, u"110"_s) << "an empty value reads as the default";
 }
 
 TEST_F(OptionsStoreTest, RangesAreNotChecked) {
     Options options = Sample();
-    options.SMTPPort = QStringLiteral("-1");
-    options.SMTPWrap = QStringLiteral("0");
+    options.SMTPPort = u"-1"_s;
+    options.SMTPWrap = u"0"_s;
     EXPECT_EQ(SaveError(options), 0);
     EXPECT_EQ(session.Prefs.SMTPPort, -1);
     EXPECT_EQ(session.Prefs.SMTPWrap, 0);
 }
 
 TEST_F(OptionsStoreTest, OtherKeysAndCommentsOfTheFileStay) {
-    Profile.Write(QStringLiteral("prefs.ini"),
+    Profile.Write(u"prefs.ini"_s,
                   "; mine\r\n[Main]\r\nListCurrent=3\r\n[General]\r\nColour=red\r\nNotify=0\r\n");
     SaveOptions(session, Sample());
-    EXPECT_TRUE(Profile.Read(QStringLiteral("prefs.ini"))
+    EXPECT_TRUE(Profile.Read(u"prefs.ini"_s)
                     .startsWith("; mine\r\n[Main]\r\nListCurrent=3\r\n[General]\r\nColour=red\r\nNotify=1\r\n"
                                 "LogStatus=0\r\nLogEmails=0\r\n[SMTP]\r\n"));
 }
 
 TEST_F(OptionsStoreTest, FileThatCannotBeWrittenGoesUnnoticedAndTheMemoryCounts) {
-    session.INI.SetFile(Profile.Path(QStringLiteral("no such folder/prefs.ini")));
+    session.INI.SetFile(Profile.Path(u"no such folder/prefs.ini"_s));
     EXPECT_EQ(SaveError(Sample()), 0);
     EXPECT_EQ(session.Prefs.SMTPPort, 587);
     EXPECT_TRUE(Profile.Boxes.Shown.empty());
@@ -221,18 +222,16 @@ TEST_F(OptionsStoreTest, FileThatCannotBeWrittenGoesUnnoticedAndTheMemoryCounts)
 
 TEST_F(OptionsStoreTest, LineBreaksCannotAddAKey) {
     Options options = Sample();
-    options.SMTPFrom = QStringLiteral("Eve\r\nPOPPassword=stolen\n[Main]");
+    options.SMTPFrom = u"Eve\r\nPOPPassword=stolen\n[Main]"_s;
     SaveOptions(session, options);
-    EXPECT_TRUE(
-        Profile.Read(QStringLiteral("prefs.ini")).contains("SMTPFrom=Eve POPPassword=stolen [Main]\r\n"));
+    EXPECT_TRUE(Profile.Read(u"prefs.ini"_s).contains("SMTPFrom=Eve POPPassword=stolen [Main]\r\n"));
 }
 
 TEST_F(OptionsStoreTest, PasswordFileIsReadableByItsOwnerOnly) {
     SaveOptions(session, Sample());
     const auto others =
         QFileDevice::ReadGroup | QFileDevice::ReadOther | QFileDevice::WriteGroup | QFileDevice::WriteOther;
-    EXPECT_EQ(QFile::permissions(Profile.Path(QStringLiteral("prefs.ini"))) & others,
-              QFileDevice::Permissions());
+    EXPECT_EQ(QFile::permissions(Profile.Path(u"prefs.ini"_s)) & others, QFileDevice::Permissions());
 }
 
 } // namespace

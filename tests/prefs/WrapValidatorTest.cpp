@@ -1,5 +1,6 @@
 #include "prefs/WrapValidator.h"
 
+#include "core/Literals.h"
 #include "support/Printers.h"
 
 namespace varlo::test {
@@ -19,9 +20,9 @@ TEST(WrapValidatorTest, OnlyNumbersBelowOneAreToBeMended) {
 }
 
 TEST(WrapValidatorTest, MendingGivesTheSmallestColumn) {
-    QString text = QStringLiteral("-40");
+    QString text = u"-40"_s;
     WrapValidator().fixup(text);
-    EXPECT_EQ(text, QStringLiteral("1"));
+    EXPECT_EQ(text, u"1"_s);
 }
 
 } // namespace

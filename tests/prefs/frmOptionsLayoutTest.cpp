@@ -1,12 +1,11 @@
+#include "core/Literals.h"
 #include "prefs/frmOptions.h"
 #include "support/TestProfile.h"
 
 namespace varlo::test {
 namespace {
 
-const QStringList kPageNames{QStringLiteral("general"), QStringLiteral("sending"),
-                             QStringLiteral("receiving"), QStringLiteral("notification"),
-                             QStringLiteral("compose")};
+const QStringList kPageNames{u"general"_s, u"sending"_s, u"receiving"_s, u"notification"_s, u"compose"_s};
 
 QPalette DarkPalette() {
     QPalette dark(QColor(0x35, 0x35, 0x38), QColor(0x2b, 0x2b, 0x2e));
@@ -21,14 +20,14 @@ struct frmOptionsLayoutTest : testing::Test {
 
     frmOptionsLayoutTest() {
         Preferences &prefs = Profile.session.Prefs;
-        prefs.SMTPServer = QStringLiteral("smtp.example.org");
-        prefs.SMTPFrom = QStringLiteral("Garden Club");
-        prefs.SMTPEmail = QStringLiteral("news@garden.example");
-        prefs.SubSubject = QStringLiteral("Mailing list subscription notification");
-        prefs.SubBody = QStringLiteral("Your e-mail address has been subscribed to our mailing list.");
-        prefs.UnsubSubject = QStringLiteral("Mailing list unsubscription notification");
-        prefs.UnsubBody = QStringLiteral("Your e-mail address has been unsubscribed from our mailing list.");
-        Profile.Write(QStringLiteral("prefs.ini"),
+        prefs.SMTPServer = u"smtp.example.org"_s;
+        prefs.SMTPFrom = u"Garden Club"_s;
+        prefs.SMTPEmail = u"news@garden.example"_s;
+        prefs.SubSubject = u"Mailing list subscription notification"_s;
+        prefs.SubBody = u"Your e-mail address has been subscribed to our mailing list."_s;
+        prefs.UnsubSubject = u"Mailing list unsubscription notification"_s;
+        prefs.UnsubBody = u"Your e-mail address has been unsubscribed from our mailing list."_s;
+        Profile.Write(u"prefs.ini"_s,
                       "[POP3]\r\nPOPServer=pop.example.org\r\nPOPUsername=garden\r\nPOPPassword=secret12\r\n"
                       "[Signature]\r\nAutoAdd=1\r\nText=-- \\nThe Garden Club\\nhttp://garden.example\r\n");
     }
@@ -86,7 +85,7 @@ TEST_F(frmOptionsLayoutTest, GrowingGivesTheRoomToTheTexts) {
     frmOptions window(Profile.session);
     window.show();
     TurnTo(window, 4);
-    const auto *signature = window.findChild<QPlainTextEdit *>(QStringLiteral("txtSignature"));
+    const auto *signature = window.findChild<QPlainTextEdit *>(u"txtSignature"_s);
     const QSize before = signature->size();
     window.resize(window.size() + QSize(200, 150));
     QApplication::processEvents();
@@ -101,29 +100,25 @@ TEST_F(frmOptionsLayoutTest, EveryPageReadsOnLightAndDark) {
         for (int page = 0; page < kPageNames.size(); ++page) {
             TurnTo(window, page);
             const QImage picture = window.grab().toImage();
-            const auto *band = window.findChild<QWidget *>(QStringLiteral("shpFrameDesc_%1").arg(page));
+            const auto *band = window.findChild<QWidget *>(u"shpFrameDesc_%1"_s.arg(page));
             const QPoint corner = band->mapTo(&window, QPoint(3, 3));
             EXPECT_EQ(Lightness(picture, corner) < 128, dark) << "the band keeps to the theme";
-            Keep(picture, QStringLiteral("options-%1%2.png")
-                              .arg(kPageNames[page], dark ? QStringLiteral("-dark") : QString()));
+            Keep(picture, u"options-%1%2.png"_s.arg(kPageNames[page], dark ? u"-dark"_s : QString()));
         }
     }
 }
 
 TEST_F(frmOptionsLayoutTest, TabGoesThroughEveryFieldInReadingOrder) {
     const QStringList kOrder[] = {
-        {QStringLiteral("chkNotify"), QStringLiteral("chkLogStatus"), QStringLiteral("chkLogEmails"),
-         QStringLiteral("cmbMaintenance"), QStringLiteral("cmdLogGo")},
-        {QStringLiteral("txtSMTPServer"), QStringLiteral("txtSMTPPort"), QStringLiteral("txtSMTPFrom"),
-         QStringLiteral("txtSMTPEmail"), QStringLiteral("txtSMTPWrap"), QStringLiteral("cmdWrapDefault")},
-        {QStringLiteral("txtPOPServer"), QStringLiteral("txtPOPPort"), QStringLiteral("txtPOPUsername"),
-         QStringLiteral("txtPOPPassword"), QStringLiteral("chkPOPDeleteAll")},
-        {QStringLiteral("txtNotifySubSubject"), QStringLiteral("txtNotifySubBody"),
-         QStringLiteral("txtNotifyUnsubSubject"), QStringLiteral("txtNotifyUnsubBody")},
-        {QStringLiteral("chkSignatureOn"), QStringLiteral("txtSignature")},
+        {u"chkNotify"_s, u"chkLogStatus"_s, u"chkLogEmails"_s, u"cmbMaintenance"_s, u"cmdLogGo"_s},
+        {u"txtSMTPServer"_s, u"txtSMTPPort"_s, u"txtSMTPFrom"_s, u"txtSMTPEmail"_s, u"txtSMTPWrap"_s,
+         u"cmdWrapDefault"_s},
+        {u"txtPOPServer"_s, u"txtPOPPort"_s, u"txtPOPUsername"_s, u"txtPOPPassword"_s, u"chkPOPDeleteAll"_s},
+        {u"txtNotifySubSubject"_s, u"txtNotifySubBody"_s, u"txtNotifyUnsubSubject"_s,
+         u"txtNotifyUnsubBody"_s},
+        {u"chkSignatureOn"_s, u"txtSignature"_s},
     };
-    const QStringList kBottom{QStringLiteral("cmdOK"), QStringLiteral("cmdCancel"),
-                              QStringLiteral("lstOptions")};
+    const QStringList kBottom{u"cmdOK"_s, u"cmdCancel"_s, u"lstOptions"_s};
     frmOptions window(Profile.session);
     window.show();
     window.activateWindow();
@@ -135,7 +130,7 @@ TEST_F(frmOptionsLayoutTest, TabGoesThroughEveryFieldInReadingOrder) {
         do {
             QTest::keyClick(window.focusWidget(), Qt::Key_Tab);
             visited << window.focusWidget()->objectName();
-        } while (visited.last() != QStringLiteral("lstOptions") && visited.size() < 12);
+        } while (visited.last() != u"lstOptions"_s && visited.size() < 12);
         EXPECT_EQ(visited, kOrder[page] + kBottom);
     }
 }
@@ -143,7 +138,7 @@ TEST_F(frmOptionsLayoutTest, TabGoesThroughEveryFieldInReadingOrder) {
 TEST_F(frmOptionsLayoutTest, AccessKeysAreThereAndDifferWithinAPage) {
     const frmOptions window(Profile.session);
     for (int page = 0; page < kPageNames.size(); ++page) {
-        const auto *frame = window.findChild<QWidget *>(QStringLiteral("picFrame_%1").arg(page));
+        const auto *frame = window.findChild<QWidget *>(u"picFrame_%1"_s.arg(page));
         QList<QKeySequence> keys;
         for (const QWidget *control : frame->findChildren<QWidget *>()) {
             const auto *label = qobject_cast<const QLabel *>(control);
@@ -165,7 +160,7 @@ TEST_F(frmOptionsLayoutTest, AccessKeyOfALabelLeadsToItsField) {
     ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
     TurnTo(window, 3);
     QTest::keyClick(&window, Qt::Key_O, Qt::AltModifier);
-    EXPECT_EQ(window.focusWidget()->objectName(), QStringLiteral("txtNotifyUnsubBody"));
+    EXPECT_EQ(window.focusWidget()->objectName(), u"txtNotifyUnsubBody"_s);
 }
 
 } // namespace

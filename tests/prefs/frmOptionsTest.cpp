@@ -1,5 +1,6 @@
 #include "prefs/frmOptions.h"
 
+#include "core/Literals.h"
 #include "prefs/OptionsStore.h"
 #include "support/TestProfile.h"
 
@@ -27,7 +28,7 @@ struct frmOptionsTest : testing::Test {
     static QList<bool> PagesShown(const frmOptions &window) {
         QList<bool> shown;
         for (int i = 0; i < 5; ++i)
-            shown << Find<QWidget>(window, qPrintable(QStringLiteral("picFrame_%1").arg(i)))->isVisible();
+            shown << Find<QWidget>(window, qPrintable(u"picFrame_%1"_s.arg(i)))->isVisible();
         return shown;
     }
     static void Show(frmOptions &window) {
@@ -96,8 +97,8 @@ TEST_F(frmOptionsTest, EveryCaptionAndTooltipIsToTheLetter) {
         {"lblTitle", "Varlo Pro", ""},
     };
     const frmOptions window(session);
-    EXPECT_EQ(window.windowTitle(), QStringLiteral("Preferences"));
-    EXPECT_EQ(window.objectName(), QStringLiteral("frmOptions"));
+    EXPECT_EQ(window.windowTitle(), u"Preferences"_s);
+    EXPECT_EQ(window.objectName(), u"frmOptions"_s);
     for (const Seen &seen : kSeen) {
         const auto *control = Find<QWidget>(window, seen.Name);
         ASSERT_NE(control, nullptr);
@@ -130,7 +131,7 @@ TEST_F(frmOptionsTest, EveryFieldHasItsLabel) {
     for (const QLabel *label : window.findChildren<QLabel *>()) {
         if (label->buddy())
             found[label->buddy()->objectName()] = Caption(label);
-        hasUnit = hasUnit || label->text() == QStringLiteral("characters per line");
+        hasUnit = hasUnit || label->text() == u"characters per line"_s;
     }
     QMap<QString, QString> expected;
     for (const auto &[control, caption] : kLabels)
@@ -145,21 +146,19 @@ TEST_F(frmOptionsTest, ChoosersHoldTheirItems) {
     QStringList entries;
     for (int i = 0; i < pages->count(); ++i)
         entries << pages->item(i)->text();
-    EXPECT_EQ(entries, (QStringList{QStringLiteral("General"), QStringLiteral("E-mail Sending"),
-                                    QStringLiteral("E-mail Receiving"), QStringLiteral("E-mail Notification"),
-                                    QStringLiteral("Compose")}));
+    EXPECT_EQ(entries, (QStringList{u"General"_s, u"E-mail Sending"_s, u"E-mail Receiving"_s,
+                                    u"E-mail Notification"_s, u"Compose"_s}));
     const auto *maintenance = Find<QComboBox>(window, "cmbMaintenance");
     EXPECT_EQ(maintenance->count(), 4);
-    EXPECT_EQ(maintenance->currentText(), QStringLiteral("Open log files folder")) << "the harmless one";
+    EXPECT_EQ(maintenance->currentText(), u"Open log files folder"_s) << "the harmless one";
 }
 
 TEST_F(frmOptionsTest, FontsAreTheWantedOnes) {
     const frmOptions window(session);
-    EXPECT_EQ(Find<QLabel>(window, "lblTitle")->font().families().value(0), QStringLiteral("Verdana"));
+    EXPECT_EQ(Find<QLabel>(window, "lblTitle")->font().families().value(0), u"Verdana"_s);
     for (const char *name : {"txtNotifySubBody", "txtNotifyUnsubBody", "txtSignature"}) {
         const QFont font = Find<QPlainTextEdit>(window, name)->font();
-        EXPECT_EQ(font.families(), (QStringList{QStringLiteral("Courier New"), QStringLiteral("monospace")}))
-            << name;
+        EXPECT_EQ(font.families(), (QStringList{u"Courier New"_s, u"monospace"_s})) << name;
         EXPECT_TRUE(QFontInfo(font).fixedPitch()) << name;
     }
 }
@@ -167,8 +166,8 @@ TEST_F(frmOptionsTest, FontsAreTheWantedOnes) {
 TEST_F(frmOptionsTest, PasswordShowsAStarForEachCharacter) {
     const frmOptions window(session);
     QLineEdit *password = Line(window, "txtPOPPassword");
-    password->setText(QStringLiteral("sécret"));
-    EXPECT_EQ(password->displayText(), QStringLiteral("******"));
+    password->setText(u"sécret"_s);
+    EXPECT_EQ(password->displayText(), u"******"_s);
 }
 
 TEST_F(frmOptionsTest, OpensOnTheGeneralPage) {
@@ -196,16 +195,16 @@ TEST_F(frmOptionsTest, ArrowKeysTurnThePages) {
 
 TEST_F(frmOptionsTest, WrapDefaultIsStoredOnlyByOk) {
     session.Prefs.SMTPWrap = 40;
-    Profile.Write(QStringLiteral("prefs.ini"), "[SMTP]\r\nSMTPWrap=40\r\n");
+    Profile.Write(u"prefs.ini"_s, "[SMTP]\r\nSMTPWrap=40\r\n");
     frmOptions window(session);
-    EXPECT_EQ(Line(window, "txtSMTPWrap")->text(), QStringLiteral("40"));
+    EXPECT_EQ(Line(window, "txtSMTPWrap")->text(), u"40"_s);
     Click(window, "cmdWrapDefault");
-    EXPECT_EQ(Line(window, "txtSMTPWrap")->text(), QStringLiteral("72"));
+    EXPECT_EQ(Line(window, "txtSMTPWrap")->text(), u"72"_s);
     EXPECT_EQ(session.Prefs.SMTPWrap, 40);
-    EXPECT_EQ(Profile.Read(QStringLiteral("prefs.ini")), QByteArray("[SMTP]\r\nSMTPWrap=40\r\n"));
+    EXPECT_EQ(Profile.Read(u"prefs.ini"_s), QByteArray("[SMTP]\r\nSMTPWrap=40\r\n"));
     Click(window, "cmdOK");
     EXPECT_EQ(session.Prefs.SMTPWrap, 72);
-    EXPECT_TRUE(Profile.Read(QStringLiteral("prefs.ini")).contains("SMTPWrap=72\r\n"));
+    EXPECT_TRUE(Profile.Read(u"prefs.ini"_s).contains("SMTPWrap=72\r\n"));
 }
 
 TEST_F(frmOptionsTest, BodyOfTwoLinesComesBackAsTwoLines) {
@@ -215,55 +214,55 @@ TEST_F(frmOptionsTest, BodyOfTwoLinesComesBackAsTwoLines) {
         Find<QListWidget>(window, "lstOptions")->setCurrentRow(3);
         auto *body = Find<QPlainTextEdit>(window, "txtNotifySubBody");
         body->clear();
-        QTest::keyClicks(body, QStringLiteral("Hello"));
+        QTest::keyClicks(body, u"Hello"_s);
         QTest::keyClick(body, Qt::Key_Return);
-        QTest::keyClicks(body, QStringLiteral("again"));
+        QTest::keyClicks(body, u"again"_s);
         Click(window, "cmdOK");
         EXPECT_EQ(window.result(), QDialog::Accepted);
     }
-    EXPECT_TRUE(Profile.Read(QStringLiteral("prefs.ini")).contains("\r\nSubBody=Hello\\nagain\r\n"));
-    EXPECT_EQ(session.Prefs.SubBody, QStringLiteral("Hello\\nagain"));
+    EXPECT_TRUE(Profile.Read(u"prefs.ini"_s).contains("\r\nSubBody=Hello\\nagain\r\n"));
+    EXPECT_EQ(session.Prefs.SubBody, u"Hello\\nagain"_s);
     const frmOptions again(session);
-    EXPECT_EQ(Find<QPlainTextEdit>(again, "txtNotifySubBody")->toPlainText(), QStringLiteral("Hello\nagain"));
+    EXPECT_EQ(Find<QPlainTextEdit>(again, "txtNotifySubBody")->toPlainText(), u"Hello\nagain"_s);
 }
 
 TEST_F(frmOptionsTest, TextsComeBackCharacterByCharacter) {
-    const QString odd = QStringLiteral("Grüße\u00A0an\r\n\r\n  <b>ゑ</b> & \U0001F600\r\n\ttab\r\nend");
-    session.Prefs.UnsubBody = QString(odd).replace(QStringLiteral("\r\n"), QStringLiteral("\\n"));
-    session.Prefs.SubSubject = QStringLiteral("<i>Ünlü</i> &amp; \\ \"q\"");
+    const QString odd = u"Grüße\u00A0an\r\n\r\n  <b>ゑ</b> & \U0001F600\r\n\ttab\r\nend"_s;
+    session.Prefs.UnsubBody = QString(odd).replace(u"\r\n"_s, u"\\n"_s);
+    session.Prefs.SubSubject = u"<i>Ünlü</i> &amp; \\ \"q\""_s;
     frmOptions window(session);
-    EXPECT_EQ(Line(window, "txtNotifySubSubject")->text(), QStringLiteral("<i>Ünlü</i> &amp; \\ \"q\""));
+    EXPECT_EQ(Line(window, "txtNotifySubSubject")->text(), u"<i>Ünlü</i> &amp; \\ \"q\""_s);
     Click(window, "cmdOK");
     EXPECT_EQ(LoadOptions(session).UnsubBody, odd);
-    EXPECT_EQ(LoadOptions(session).SubSubject, QStringLiteral("<i>Ünlü</i> &amp; \\ \"q\""));
+    EXPECT_EQ(LoadOptions(session).SubSubject, u"<i>Ünlü</i> &amp; \\ \"q\""_s);
 }
 
 TEST_F(frmOptionsTest, EveryFieldIsFilledAndStoredAsItWas) {
     Options sample;
     sample.Notify = sample.POPDeleteAll = sample.SignatureOn = true;
     sample.LogStatus = sample.LogEmails = false;
-    sample.SMTPServer = QStringLiteral("a");
-    sample.SMTPPort = QStringLiteral("1");
-    sample.SMTPFrom = QStringLiteral("b");
-    sample.SMTPEmail = QStringLiteral("c");
-    sample.SMTPWrap = QStringLiteral("2");
-    sample.POPServer = QStringLiteral("d");
-    sample.POPPort = QStringLiteral("e");
-    sample.POPUsername = QStringLiteral("f");
-    sample.POPPassword = QStringLiteral("g");
-    sample.SubSubject = QStringLiteral("h");
-    sample.SubBody = QStringLiteral("i\r\ni");
-    sample.UnsubSubject = QStringLiteral("j");
-    sample.UnsubBody = QStringLiteral("k\r\nk");
-    sample.Signature = QStringLiteral("l\r\nl");
+    sample.SMTPServer = u"a"_s;
+    sample.SMTPPort = u"1"_s;
+    sample.SMTPFrom = u"b"_s;
+    sample.SMTPEmail = u"c"_s;
+    sample.SMTPWrap = u"2"_s;
+    sample.POPServer = u"d"_s;
+    sample.POPPort = u"e"_s;
+    sample.POPUsername = u"f"_s;
+    sample.POPPassword = u"g"_s;
+    sample.SubSubject = u"h"_s;
+    sample.SubBody = u"i\r\ni"_s;
+    sample.UnsubSubject = u"j"_s;
+    sample.UnsubBody = u"k\r\nk"_s;
+    sample.Signature = u"l\r\nl"_s;
     SaveOptions(session, sample);
     frmOptions window(session);
     EXPECT_TRUE(Find<QCheckBox>(window, "chkNotify")->isChecked());
     EXPECT_FALSE(Find<QCheckBox>(window, "chkLogStatus")->isChecked());
-    EXPECT_EQ(Line(window, "txtPOPPassword")->text(), QStringLiteral("g"));
-    EXPECT_EQ(Find<QPlainTextEdit>(window, "txtSignature")->toPlainText(), QStringLiteral("l\nl"));
+    EXPECT_EQ(Line(window, "txtPOPPassword")->text(), u"g"_s);
+    EXPECT_EQ(Find<QPlainTextEdit>(window, "txtSignature")->toPlainText(), u"l\nl"_s);
     Options other;
-    other.SMTPPort = other.SMTPWrap = QStringLiteral("9");
+    other.SMTPPort = other.SMTPWrap = u"9"_s;
     SaveOptions(session, other);
     Click(window, "cmdOK");
     EXPECT_TRUE(LoadOptions(session) == sample);
@@ -271,15 +270,15 @@ TEST_F(frmOptionsTest, EveryFieldIsFilledAndStoredAsItWas) {
 
 TEST_F(frmOptionsTest, CancelLeavesFileAndMemoryUnchanged) {
     const QByteArray before = "[SMTP]\r\nSMTPServer=kept\r\n";
-    Profile.Write(QStringLiteral("prefs.ini"), before);
-    session.Prefs.SMTPServer = QStringLiteral("kept");
+    Profile.Write(u"prefs.ini"_s, before);
+    session.Prefs.SMTPServer = u"kept"_s;
     for (const bool byKey : {false, true}) {
         frmOptions window(session);
         Show(window);
-        Line(window, "txtSMTPServer")->setText(QStringLiteral("changed"));
+        Line(window, "txtSMTPServer")->setText(u"changed"_s);
         Find<QCheckBox>(window, "chkNotify")->setChecked(true);
         Find<QCheckBox>(window, "chkLogStatus")->setChecked(false);
-        Find<QPlainTextEdit>(window, "txtSignature")->setPlainText(QStringLiteral("changed"));
+        Find<QPlainTextEdit>(window, "txtSignature")->setPlainText(u"changed"_s);
         if (byKey)
             QTest::keyClick(&window, Qt::Key_Escape);
         else
@@ -287,8 +286,8 @@ TEST_F(frmOptionsTest, CancelLeavesFileAndMemoryUnchanged) {
         EXPECT_FALSE(window.isVisible());
         EXPECT_EQ(window.result(), QDialog::Rejected);
     }
-    EXPECT_EQ(Profile.Read(QStringLiteral("prefs.ini")), before);
-    EXPECT_EQ(session.Prefs.SMTPServer, QStringLiteral("kept"));
+    EXPECT_EQ(Profile.Read(u"prefs.ini"_s), before);
+    EXPECT_EQ(session.Prefs.SMTPServer, u"kept"_s);
     EXPECT_EQ(session.Prefs.Notify, 0);
     EXPECT_EQ(session.Prefs.LogStatus, 1);
 }
@@ -299,7 +298,7 @@ TEST_F(frmOptionsTest, DeleteAllIsStoredAsOne) {
     Find<QListWidget>(window, "lstOptions")->setCurrentRow(2);
     Find<QCheckBox>(window, "chkPOPDeleteAll")->click();
     Click(window, "cmdOK");
-    EXPECT_TRUE(Profile.Read(QStringLiteral("prefs.ini")).contains("POPDeleteAll=1\r\n"));
+    EXPECT_TRUE(Profile.Read(u"prefs.ini"_s).contains("POPDeleteAll=1\r\n"));
 }
 
 TEST_F(frmOptionsTest, SignatureBoxIsUntickedUntilTheProfileWasSavedOnce) {
@@ -315,32 +314,32 @@ TEST_F(frmOptionsTest, PortThatIsNoNumberKeepsTheWindowOpenWithEverythingTyped) 
     frmOptions window(session);
     Show(window);
     Find<QCheckBox>(window, "chkNotify")->setChecked(true);
-    Line(window, "txtSMTPPort")->setText(QStringLiteral("twenty"));
-    Line(window, "txtPOPServer")->setText(QStringLiteral("pop.example.org"));
+    Line(window, "txtSMTPPort")->setText(u"twenty"_s);
+    Line(window, "txtPOPServer")->setText(u"pop.example.org"_s);
     Click(window, "cmdOK");
     EXPECT_TRUE(window.isVisible());
     ASSERT_EQ(Profile.Boxes.Shown.size(), 1U);
-    EXPECT_EQ(Profile.Boxes.Shown[0].Title, QStringLiteral("varlo-pro Error 13 in Unknown"));
-    EXPECT_EQ(Profile.Read(QStringLiteral("prefs.ini")),
+    EXPECT_EQ(Profile.Boxes.Shown[0].Title, u"varlo-pro Error 13 in Unknown"_s);
+    EXPECT_EQ(Profile.Read(u"prefs.ini"_s),
               QByteArray("[General]\r\nLogStatus=1\r\nLogEmails=1\r\nNotify=1\r\n"));
-    EXPECT_EQ(Line(window, "txtPOPServer")->text(), QStringLiteral("pop.example.org"));
+    EXPECT_EQ(Line(window, "txtPOPServer")->text(), u"pop.example.org"_s);
     EXPECT_EQ(window.focusWidget(), Line(window, "txtSMTPPort"));
-    EXPECT_EQ(Line(window, "txtSMTPPort")->selectedText(), QStringLiteral("twenty"));
+    EXPECT_EQ(Line(window, "txtSMTPPort")->selectedText(), u"twenty"_s);
 
-    QTest::keyClicks(window.focusWidget(), QStringLiteral("26"));
+    QTest::keyClicks(window.focusWidget(), u"26"_s);
     Click(window, "cmdOK");
     EXPECT_FALSE(window.isVisible());
     EXPECT_EQ(session.Prefs.SMTPPort, 26);
-    EXPECT_TRUE(Profile.Read(QStringLiteral("prefs.ini")).contains("POPServer=pop.example.org\r\n"));
+    EXPECT_TRUE(Profile.Read(u"prefs.ini"_s).contains("POPServer=pop.example.org\r\n"));
 }
 
 TEST_F(frmOptionsTest, WrapColumnPast16BitsLeadsTheCaretThere) {
     frmOptions window(session);
     Show(window);
-    Line(window, "txtSMTPWrap")->setText(QStringLiteral("40000"));
+    Line(window, "txtSMTPWrap")->setText(u"40000"_s);
     Click(window, "cmdOK");
     ASSERT_EQ(Profile.Boxes.Shown.size(), 1U);
-    EXPECT_EQ(Profile.Boxes.Shown[0].Title, QStringLiteral("varlo-pro Error 6 in Unknown"));
+    EXPECT_EQ(Profile.Boxes.Shown[0].Title, u"varlo-pro Error 6 in Unknown"_s);
     EXPECT_EQ(PagesShown(window), (QList<bool>{false, true, false, false, false}));
     EXPECT_EQ(window.focusWidget(), Line(window, "txtSMTPWrap"));
 }
@@ -352,10 +351,10 @@ TEST_F(frmOptionsTest, TypedWrapColumnBelowOneBecomesOneWhenTheFieldIsLeft) {
     QLineEdit *wrap = Line(window, "txtSMTPWrap");
     wrap->setFocus();
     wrap->selectAll();
-    QTest::keyClicks(wrap, QStringLiteral("-5"));
-    EXPECT_EQ(wrap->text(), QStringLiteral("-5")) << "typing is never refused";
+    QTest::keyClicks(wrap, u"-5"_s);
+    EXPECT_EQ(wrap->text(), u"-5"_s) << "typing is never refused";
     QTest::keyClick(wrap, Qt::Key_Tab);
-    EXPECT_EQ(wrap->text(), QStringLiteral("1"));
+    EXPECT_EQ(wrap->text(), u"1"_s);
 }
 
 TEST_F(frmOptionsTest, EnterInTheWrapFieldStoresOneInPlaceOfNought) {
@@ -365,7 +364,7 @@ TEST_F(frmOptionsTest, EnterInTheWrapFieldStoresOneInPlaceOfNought) {
     QLineEdit *wrap = Line(window, "txtSMTPWrap");
     wrap->setFocus();
     wrap->selectAll();
-    QTest::keyClicks(wrap, QStringLiteral("0"));
+    QTest::keyClicks(wrap, u"0"_s);
     QTest::keyClick(wrap, Qt::Key_Return);
     EXPECT_FALSE(window.isVisible()) << "Enter is OK";
     EXPECT_EQ(session.Prefs.SMTPWrap, 1);
@@ -378,35 +377,33 @@ TEST_F(frmOptionsTest, LettersInTheWrapFieldAreNotMendedButFail) {
     QLineEdit *wrap = Line(window, "txtSMTPWrap");
     wrap->setFocus();
     wrap->selectAll();
-    QTest::keyClicks(wrap, QStringLiteral("wide"));
+    QTest::keyClicks(wrap, u"wide"_s);
     QTest::keyClick(wrap, Qt::Key_Tab);
-    EXPECT_EQ(wrap->text(), QStringLiteral("wide"));
+    EXPECT_EQ(wrap->text(), u"wide"_s);
     Click(window, "cmdOK");
     EXPECT_EQ(Profile.Boxes.Shown.size(), 1U);
     EXPECT_TRUE(window.isVisible());
 }
 
 TEST_F(frmOptionsTest, GoRunsTheSelectedFunction) {
-    Profile.Write(QStringLiteral("logs/StatusLog.txt"), "x");
+    Profile.Write(u"logs/StatusLog.txt"_s, "x");
     frmOptions window(session);
     Click(window, "cmdLogGo");
-    EXPECT_EQ(Profile.Boxes.Opened,
-              std::vector<QUrl>{QUrl::fromLocalFile(Profile.Path(QStringLiteral("logs")))});
-    Find<QComboBox>(window, "cmbMaintenance")->setCurrentText(QStringLiteral("Delete log files"));
+    EXPECT_EQ(Profile.Boxes.Opened, std::vector<QUrl>{QUrl::fromLocalFile(Profile.Path(u"logs"_s))});
+    Find<QComboBox>(window, "cmbMaintenance")->setCurrentText(u"Delete log files"_s);
     Profile.Boxes.Answers = {BoxAnswer::Yes};
     Click(window, "cmdLogGo");
-    EXPECT_FALSE(QFile::exists(Profile.Path(QStringLiteral("logs/StatusLog.txt"))));
+    EXPECT_FALSE(QFile::exists(Profile.Path(u"logs/StatusLog.txt"_s)));
     EXPECT_EQ(Profile.Boxes.Texts(),
-              (QStringList{QStringLiteral("Are you sure you want to delete all log files?"),
-                           QStringLiteral("Log files deleted")}));
+              (QStringList{u"Are you sure you want to delete all log files?"_s, u"Log files deleted"_s}));
 }
 
 TEST_F(frmOptionsTest, SwitchThatCannotBeReadIsReportedAndTheWindowStillOpens) {
-    Profile.Write(QStringLiteral("prefs.ini"), "[General]\r\nLogEmails=?\r\n[POP3]\r\nPOPServer=pop\r\n");
+    Profile.Write(u"prefs.ini"_s, "[General]\r\nLogEmails=?\r\n[POP3]\r\nPOPServer=pop\r\n");
     const frmOptions window(session);
     ASSERT_EQ(Profile.Boxes.Shown.size(), 1U);
-    EXPECT_EQ(Profile.Boxes.Shown[0].Title, QStringLiteral("varlo-pro Error 13 in Prefs.Load"));
-    EXPECT_EQ(Line(window, "txtPOPServer")->text(), QStringLiteral("pop"));
+    EXPECT_EQ(Profile.Boxes.Shown[0].Title, u"varlo-pro Error 13 in Prefs.Load"_s);
+    EXPECT_EQ(Line(window, "txtPOPServer")->text(), u"pop"_s);
 }
 
 TEST_F(frmOptionsTest, ExecIsModalAndEndsWithOk) {

@@ -1,5 +1,6 @@
 #include "smtp/Connection.h"
 
+#include "core/Literals.h"
 #include "support/FakeSmtpServer.h"
 #include "support/Printers.h"
 
@@ -19,10 +20,10 @@ protected:
     ConnectionTest() { waiter_.Begin(2000); }
 
     MaybeFailure Open(const FakeSmtpServer &server) {
-        return connection_.Open({QStringLiteral("127.0.0.1"), server.Port()});
+        return connection_.Open({u"127.0.0.1"_s, server.Port()});
     }
     bool IsUsableFor(const FakeSmtpServer &server) {
-        return connection_.IsUsableFor({QStringLiteral("127.0.0.1"), server.Port()});
+        return connection_.IsUsableFor({u"127.0.0.1"_s, server.Port()});
     }
 
     Waiter waiter_;
@@ -47,7 +48,7 @@ TEST_F(ConnectionTest, ExtensionsAreLearnt) {
 }
 
 TEST_F(ConnectionTest, NothingIsUsableBeforeOpen) {
-    EXPECT_FALSE(connection_.IsUsableFor({QStringLiteral("127.0.0.1"), 25}));
+    EXPECT_FALSE(connection_.IsUsableFor({u"127.0.0.1"_s, 25}));
     connection_.Close();
 }
 

@@ -1,5 +1,7 @@
 #include "smtp/Curl.h"
 
+#include "core/Literals.h"
+
 #include <gtest/gtest.h>
 
 namespace OSSMTP {
@@ -12,13 +14,13 @@ TEST(CurlTest, FindsEveryFunctionThatIsCalled) {
 #ifndef Q_OS_WIN // there the functions are a part of the executable
 
 TEST(CurlTest, ALibraryThatIsMissingIsNamed) {
-    const CurlFunctions none(QStringLiteral("libnowhere.so.4"));
-    EXPECT_TRUE(none.Problem.contains(QStringLiteral("libnowhere.so.4"))) << qPrintable(none.Problem);
+    const CurlFunctions none(u"libnowhere.so.4"_s);
+    EXPECT_TRUE(none.Problem.contains(u"libnowhere.so.4"_s)) << qPrintable(none.Problem);
 }
 
 TEST(CurlTest, ALibraryWithoutTheFunctionsIsAProblem) {
-    const CurlFunctions other(QStringLiteral("libQt6Core.so.6"));
-    EXPECT_TRUE(other.Problem.contains(QStringLiteral("curl_"))) << qPrintable(other.Problem);
+    const CurlFunctions other(u"libQt6Core.so.6"_s);
+    EXPECT_TRUE(other.Problem.contains(u"curl_"_s)) << qPrintable(other.Problem);
 }
 
 #endif

@@ -1,5 +1,6 @@
 #include "smtp/HeaderText.h"
 
+#include "core/Literals.h"
 #include "support/Printers.h"
 #include "support/ReceivedMail.h"
 
@@ -25,8 +26,7 @@ QString ReadBack(const QByteArray &header, qsizetype longest = 78) {
 } // namespace
 
 TEST(HeaderTextTest, ShortAsciiStaysAsItIs) {
-    EXPECT_EQ(Subject(QStringLiteral("News of \"May\", 100% <free>")),
-              "Subject: News of \"May\", 100% <free>\r\n");
+    EXPECT_EQ(Subject(u"News of \"May\", 100% <free>"_s), "Subject: News of \"May\", 100% <free>\r\n");
 }
 
 TEST(HeaderTextTest, EmptyTextIsAnEmptyHeader) {
@@ -34,23 +34,21 @@ TEST(HeaderTextTest, EmptyTextIsAnEmptyHeader) {
 }
 
 TEST(HeaderTextTest, LineBreaksAndZerosBecomeBlanks) {
-    EXPECT_EQ(Subject(QStringLiteral("a\r\nBcc: b") + QChar(0) + QStringLiteral("c\u001bd")),
-              "Subject: a  Bcc: b c d\r\n");
+    EXPECT_EQ(Subject(u"a\r\nBcc: b"_s + QChar(0) + u"c\u001bd"_s), "Subject: a  Bcc: b c d\r\n");
 }
 
 TEST(HeaderTextTest, TabsAmongBlanksMakeNoEmptyLine) {
-    const QString text = QStringLiteral("a") + QString(100, QLatin1Char(' ')) + QLatin1Char('\t');
-    EXPECT_EQ(ReadBack(Subject(text), 998), QStringLiteral("a") + QString(101, QLatin1Char(' ')));
+    const QString text = u"a"_s + QString(100, QLatin1Char(' ')) + QLatin1Char('\t');
+    EXPECT_EQ(ReadBack(Subject(text), 998), u"a"_s + QString(101, QLatin1Char(' ')));
 }
 
 TEST(HeaderTextTest, LongAsciiIsFoldedAtBlanks) {
-    const QString text = QStringLiteral("seven words and more of them still ").repeated(10).trimmed();
+    const QString text = u"seven words and more of them still "_s.repeated(10).trimmed();
     EXPECT_EQ(ReadBack(Subject(text)), text);
 }
 
 TEST(HeaderTextTest, FoldedBlanksSurviveAndMakeNoEmptyLine) {
-    const QString text = QStringLiteral("a") + QString(200, QLatin1Char(' ')) + QStringLiteral("b ") +
-                         QString(70, QLatin1Char('c'));
+    const QString text = u"a"_s + QString(200, QLatin1Char(' ')) + u"b "_s + QString(70, QLatin1Char('c'));
     EXPECT_EQ(ReadBack(Subject(text), 998), text);
 }
 
@@ -62,28 +60,26 @@ TEST(HeaderTextTest, LongWordIsNotBroken) {
 TEST(HeaderTextTest, WordTooLongForALineIsEncoded) {
     const QString text = QString(5000, QLatin1Char('w'));
     EXPECT_EQ(ReadBack(Subject(text)), text);
-    const QString blanks = QStringLiteral("a") + QString(2000, QLatin1Char(' ')) + QStringLiteral("b");
+    const QString blanks = u"a"_s + QString(2000, QLatin1Char(' ')) + u"b"_s;
     EXPECT_EQ(ReadBack(Subject(blanks)), blanks);
 }
 
 TEST(HeaderTextTest, TextThatLooksEncodedArrivesAsItWasTyped) {
-    const QString text = QStringLiteral("=?UTF-8?Q?free?= money");
+    const QString text = u"=?UTF-8?Q?free?= money"_s;
     EXPECT_EQ(ReadBack(Subject(text)), text);
 }
 
 TEST(HeaderTextTest, MostlyAsciiIsReadableInItsEncoding) {
-    EXPECT_EQ(Subject(QStringLiteral("Gr\u00fc\u00dfe aus Ulm")),
-              "Subject: =?UTF-8?Q?Gr=C3=BC=C3=9Fe_aus_Ulm?=\r\n");
+    EXPECT_EQ(Subject(u"Gr\u00fc\u00dfe aus Ulm"_s), "Subject: =?UTF-8?Q?Gr=C3=BC=C3=9Fe_aus_Ulm?=\r\n");
 }
 
 TEST(HeaderTextTest, OtherScriptsAreEncodedBriefly) {
-    EXPECT_EQ(Subject(QStringLiteral("\u65e5\u672c")), "Subject: =?UTF-8?B?5pel5pys?=\r\n");
+    EXPECT_EQ(Subject(u"\u65e5\u672c"_s), "Subject: =?UTF-8?B?5pel5pys?=\r\n");
 }
 
 TEST(HeaderTextTest, LongTextOfAnyLengthIsNeverSplitWithinACharacter) {
     for (int length = 1; length < 120; ++length) {
-        for (const QString &unit : {QStringLiteral("\u00fc"), QStringLiteral("\u65e5"),
-                                    QStringLiteral("\U0001F600"), QStringLiteral("a\u00fc ")}) {
+        for (const QString &unit : {u"\u00fc"_s, u"\u65e5"_s, u"\U0001F600"_s, u"a\u00fc "_s}) {
             const QString text = unit.repeated(length);
             EXPECT_EQ(ReadBack(Subject(text), 76), text);
         }
@@ -91,16 +87,16 @@ TEST(HeaderTextTest, LongTextOfAnyLengthIsNeverSplitWithinACharacter) {
 }
 
 TEST(HeaderTextTest, MailboxIsQuoted) {
-    EXPECT_EQ(MailboxHeader("To", QStringLiteral("A \"B\" \\ C, D"), "a@x.org"),
+    EXPECT_EQ(MailboxHeader("To", u"A \"B\" \\ C, D"_s, "a@x.org"),
               "To: \"A \\\"B\\\" \\\\ C, D\" <a@x.org>\r\n");
 }
 
 TEST(HeaderTextTest, MailboxWithoutNameIsTheAddress) {
-    EXPECT_EQ(MailboxHeader("To", QStringLiteral(" \r\n "), "a@x.org"), "To: a@x.org\r\n");
+    EXPECT_EQ(MailboxHeader("To", u" \r\n "_s, "a@x.org"), "To: a@x.org\r\n");
 }
 
 TEST(HeaderTextTest, MailboxNameThatIsNotAsciiIsEncoded) {
-    EXPECT_EQ(MailboxHeader("To", QStringLiteral("Zo\u00eb \"Z\""), "a@x.org"),
+    EXPECT_EQ(MailboxHeader("To", u"Zo\u00eb \"Z\""_s, "a@x.org"),
               "To: =?UTF-8?Q?Zo=C3=AB_=22Z=22?= <a@x.org>\r\n");
 }
 
@@ -110,17 +106,17 @@ TEST(HeaderTextTest, LongMailboxIsFoldedBeforeTheAddress) {
 }
 
 TEST(HeaderTextTest, VeryLongNameIsEncodedInPieces) {
-    const QString name = QStringLiteral("name ").repeated(300).trimmed();
+    const QString name = u"name "_s.repeated(300).trimmed();
     const QByteArray header = MailboxHeader("Subject", name, "a@x.org");
-    EXPECT_EQ(ReadBack(header), name + QStringLiteral(" <a@x.org>"));
+    EXPECT_EQ(ReadBack(header), name + u" <a@x.org>"_s);
 }
 
 TEST(HeaderTextTest, AsciiParameterIsQuoted) {
-    EXPECT_EQ(HeaderParameter("name", QStringLiteral("a \"b\".txt")), ";\r\n name=\"a \\\"b\\\".txt\"");
+    EXPECT_EQ(HeaderParameter("name", u"a \"b\".txt"_s), ";\r\n name=\"a \\\"b\\\".txt\"");
 }
 
 TEST(HeaderTextTest, ParameterThatIsNotAsciiIsExtended) {
-    EXPECT_EQ(HeaderParameter("name", QStringLiteral("\u00fc b.txt")), ";\r\n name*=UTF-8''%C3%BC%20b%2Etxt");
+    EXPECT_EQ(HeaderParameter("name", u"\u00fc b.txt"_s), ";\r\n name*=UTF-8''%C3%BC%20b%2Etxt");
 }
 
 TEST(HeaderTextTest, LongParameterComesInNumberedPieces) {
@@ -132,7 +128,7 @@ TEST(HeaderTextTest, LongParameterComesInNumberedPieces) {
 }
 
 TEST(HeaderTextTest, LineBreakInAParameterIsABlank) {
-    EXPECT_EQ(HeaderParameter("name", QStringLiteral("a\r\nb")), ";\r\n name=\"a  b\"");
+    EXPECT_EQ(HeaderParameter("name", u"a\r\nb"_s), ";\r\n name=\"a  b\"");
 }
 
 } // namespace OSSMTP

@@ -1,5 +1,6 @@
 #include "smtp/Mailbox.h"
 
+#include "core/Literals.h"
 #include "support/Printers.h"
 
 #include <gtest/gtest.h>
@@ -22,50 +23,46 @@ Mailbox Good(const QString &name, const QString &given) {
 }
 
 bool IsUsable(const QString &address) {
-    return !ParseMailbox(QStringLiteral("\"N\" <%1>").arg(address)).Address.isEmpty();
+    return !ParseMailbox(u"\"N\" <%1>"_s.arg(address)).Address.isEmpty();
 }
 
 } // namespace
 
 TEST(MailboxTest, QuotedNameLosesItsQuotes) {
-    EXPECT_EQ(ParseMailbox(QStringLiteral("\"My List\" <a@x.org>")),
-              Good(QStringLiteral("My List"), QStringLiteral("a@x.org")));
+    EXPECT_EQ(ParseMailbox(u"\"My List\" <a@x.org>"_s), Good(u"My List"_s, u"a@x.org"_s));
 }
 
 TEST(MailboxTest, BareNameIsTaken) {
-    EXPECT_EQ(ParseMailbox(QStringLiteral("My List <a@x.org>")),
-              Good(QStringLiteral("My List"), QStringLiteral("a@x.org")));
+    EXPECT_EQ(ParseMailbox(u"My List <a@x.org>"_s), Good(u"My List"_s, u"a@x.org"_s));
 }
 
 TEST(MailboxTest, BareAddressHasNoName) {
-    EXPECT_EQ(ParseMailbox(QStringLiteral(" a@x.org ")), Good(QString(), QStringLiteral("a@x.org")));
+    EXPECT_EQ(ParseMailbox(u" a@x.org "_s), Good(QString(), u"a@x.org"_s));
 }
 
 TEST(MailboxTest, EmptyNameIsNoName) {
-    EXPECT_EQ(ParseMailbox(QStringLiteral("\"\" <a@x.org>")), Good(QString(), QStringLiteral("a@x.org")));
+    EXPECT_EQ(ParseMailbox(u"\"\" <a@x.org>"_s), Good(QString(), u"a@x.org"_s));
 }
 
 TEST(MailboxTest, NameMayHoldQuotesAndBrackets) {
-    EXPECT_EQ(ParseMailbox(QStringLiteral("\"A \"B\" <c@d> E\" <a@x.org>")),
-              Good(QStringLiteral("A \"B\" <c@d> E"), QStringLiteral("a@x.org")));
+    EXPECT_EQ(ParseMailbox(u"\"A \"B\" <c@d> E\" <a@x.org>"_s), Good(u"A \"B\" <c@d> E"_s, u"a@x.org"_s));
 }
 
 TEST(MailboxTest, BracketWithinTheAddressIsNotTakenForItsStart) {
-    EXPECT_FALSE(IsUsable(QStringLiteral("a<b@x.org")));
+    EXPECT_FALSE(IsUsable(u"a<b@x.org"_s));
 }
 
 TEST(MailboxTest, AddressesThatWouldBreakACommandAreUnusable) {
     for (const QString &address :
-         {QString(), QStringLiteral(" "), QStringLiteral("a b@x.org"), QStringLiteral("a@x.org\r\nDATA"),
-          QStringLiteral("a@x.org> X"), QStringLiteral("a>b@x.org"), QStringLiteral("a\tb@x.org"),
-          QStringLiteral("a@x.org\u00a0"), QStringLiteral("a@x\u2028.org"), QStringLiteral("a\u007fb@x.org"),
-          QString(QChar(0)), QStringLiteral("a@x.org") + QChar(0xD800), QString(600, QLatin1Char('a'))})
+         {QString(), u" "_s, u"a b@x.org"_s, u"a@x.org\r\nDATA"_s, u"a@x.org> X"_s, u"a>b@x.org"_s,
+          u"a\tb@x.org"_s, u"a@x.org\u00a0"_s, u"a@x\u2028.org"_s, u"a\u007fb@x.org"_s, QString(QChar(0)),
+          u"a@x.org"_s + QChar(0xD800), QString(600, QLatin1Char('a'))})
         EXPECT_FALSE(IsUsable(address)) << address.toStdString();
 }
 
 TEST(MailboxTest, UnusableAddressIsKeptForTheReport) {
-    EXPECT_EQ(ParseMailbox(QStringLiteral("\"N\" <a b>")).Given, QStringLiteral("a b"));
-    EXPECT_EQ(ParseMailbox(QStringLiteral("\"N\" <a@b")).Given, QStringLiteral("\"N\" <a@b"));
+    EXPECT_EQ(ParseMailbox(u"\"N\" <a b>"_s).Given, u"a b"_s);
+    EXPECT_EQ(ParseMailbox(u"\"N\" <a@b"_s).Given, u"\"N\" <a@b"_s);
 }
 
 TEST(MailboxTest, OddButHarmlessAddressesAreLeftToTheServer) {
@@ -74,12 +71,12 @@ TEST(MailboxTest, OddButHarmlessAddressesAreLeftToTheServer) {
 }
 
 TEST(MailboxTest, DomainThatIsNotAsciiBecomesAscii) {
-    const QString given = QStringLiteral("a@b\u00fccher.example");
+    const QString given = u"a@b\u00fccher.example"_s;
     EXPECT_EQ(ParseMailbox(given), (Mailbox{QString(), given, "a@xn--bcher-kva.example", false}));
 }
 
 TEST(MailboxTest, LocalPartThatIsNotAsciiIsTold) {
-    const QString given = QStringLiteral("\u00fc@x.org");
+    const QString given = u"\u00fc@x.org"_s;
     EXPECT_EQ(ParseMailbox(given), (Mailbox{QString(), given, given.toUtf8(), true}));
 }
 

@@ -1,5 +1,6 @@
 #include "smtp/ReplyParser.h"
 
+#include "core/Literals.h"
 #include "support/Printers.h"
 
 #include <gtest/gtest.h>
@@ -106,9 +107,9 @@ TEST(ReplyParserTest, BrokenParserTakesNothingUntilCleared) {
 }
 
 TEST(ReplyParserTest, DescriptionIsReadableText) {
-    EXPECT_EQ((Reply{550, QByteArray("a\0b\tc\x1b[1m", 9)}.Description()), QStringLiteral("a b c [1m"));
-    EXPECT_EQ((Reply{550, "f\xc3\xbcr"}.Description()), QStringLiteral("f\u00fcr"));
-    EXPECT_EQ((Reply{550, "f\xfcr"}.Description()), QStringLiteral("f\u00fcr"));
+    EXPECT_EQ((Reply{550, QByteArray("a\0b\tc\x1b[1m", 9)}.Description()), u"a b c [1m"_s);
+    EXPECT_EQ((Reply{550, "f\xc3\xbcr"}.Description()), u"f\u00fcr"_s);
+    EXPECT_EQ((Reply{550, "f\xfcr"}.Description()), u"f\u00fcr"_s);
 }
 
 } // namespace OSSMTP

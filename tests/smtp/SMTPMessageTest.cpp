@@ -1,5 +1,6 @@
 // What goes into a message: addresses, headers, texts, attachments, as the server and the reader get them.
 
+#include "core/Literals.h"
 #include "core/RuntimeError.h"
 #include "smtp/SMTP.h"
 #include "smtp/Sender.h"
@@ -15,8 +16,8 @@ namespace varlo::test {
 
 namespace {
 
-const QString kAnn = QStringLiteral("ann@example.com");
-const QString kBob = QStringLiteral("bob@example.com");
+const QString kAnn = u"ann@example.com"_s;
+const QString kBob = u"bob@example.com"_s;
 
 QString WriteTemporary(const QTemporaryDir &folder, const QString &name, const QByteArray &bytes) {
     QFile file(folder.filePath(name));
@@ -44,14 +45,14 @@ TEST(SMTPMessageTest, MessageArrivesWithItsHeaders) {
     EXPECT_EQ(mail.Sender, "editor@example.org");
     EXPECT_EQ(mail.Recipients, QByteArrayList{"ann@example.com"});
     const ReceivedMail read = ReadMail(mail.Data);
-    EXPECT_EQ(read.Header("From"), QStringLiteral("\"The Editor\" <editor@example.org>"));
-    EXPECT_EQ(read.Header("To"), QStringLiteral("\"Readers\" <ann@example.com>"));
-    EXPECT_EQ(read.Header("Subject"), QStringLiteral("News"));
-    EXPECT_EQ(read.Header("MIME-Version"), QStringLiteral("1.0"));
-    EXPECT_TRUE(read.Header("Message-ID").endsWith(QStringLiteral("@example.org>")));
+    EXPECT_EQ(read.Header("From"), u"\"The Editor\" <editor@example.org>"_s);
+    EXPECT_EQ(read.Header("To"), u"\"Readers\" <ann@example.com>"_s);
+    EXPECT_EQ(read.Header("Subject"), u"News"_s);
+    EXPECT_EQ(read.Header("MIME-Version"), u"1.0"_s);
+    EXPECT_TRUE(read.Header("Message-ID").endsWith(u"@example.org>"_s));
     const QDateTime date = QDateTime::fromString(read.Header("Date"), Qt::RFC2822Date);
     EXPECT_LT(std::abs(date.secsTo(QDateTime::currentDateTime())), 60);
-    EXPECT_EQ(read.Text, QStringLiteral("Hello\r\n"));
+    EXPECT_EQ(read.Text, u"Hello\r\n"_s);
 }
 
 TEST(SMTPMessageTest, MessageIdsDiffer) {
@@ -76,9 +77,8 @@ TEST(SMTPMessageTest, EachRecipientSeesOnlyHisOwnAddress) {
 
 TEST(SMTPMessageTest, AddressThatIsNoneNeverReachesTheServer) {
     const FakeSmtpServer server;
-    for (const QString &address : {QString(), QStringLiteral("a b@x.org"), QStringLiteral("a@x.org\r\nRSET"),
-                                   QStringLiteral("a@x.org> SIZE=1"), QStringLiteral("a<b@x.org"),
-                                   QStringLiteral("a@x\torg"), QStringLiteral("a@x.org\u0085")}) {
+    for (const QString &address : {QString(), u"a b@x.org"_s, u"a@x.org\r\nRSET"_s, u"a@x.org> SIZE=1"_s,
+                                   u"a<b@x.org"_s, u"a@x\torg"_s, u"a@x.org\u0085"_s}) {
         Sender sender(server);
         EXPECT_FALSE(sender.SendTo(address));
         ASSERT_EQ(sender.Errors.size(), 1U) << address.toStdString();
@@ -90,10 +90,9 @@ TEST(SMTPMessageTest, AddressThatIsNoneNeverReachesTheServer) {
 TEST(SMTPMessageTest, SenderThatIsNoneIsNamedInTheReport) {
     const FakeSmtpServer server;
     Sender sender(server);
-    sender.Smtp.SetSender(QStringLiteral("\"X\" <no one>"));
+    sender.Smtp.SetSender(u"\"X\" <no one>"_s);
     EXPECT_FALSE(sender.SendTo(kAnn));
-    EXPECT_EQ(sender.Errors,
-              (SmtpErrors{{501, QStringLiteral("The sender's address [no one] is not a mail address")}}));
+    EXPECT_EQ(sender.Errors, (SmtpErrors{{501, u"The sender's address [no one] is not a mail address"_s}}));
 }
 
 TEST(SMTPMessageTest, BareRecipientIsTaken) {
@@ -107,7 +106,7 @@ TEST(SMTPMessageTest, BareRecipientIsTaken) {
 TEST(SMTPMessageTest, DomainThatIsNotAsciiTravelsInItsAsciiForm) {
     const FakeSmtpServer server;
     Sender sender(server);
-    EXPECT_TRUE(sender.SendTo(QStringLiteral("ann@b\u00fccher.example")));
+    EXPECT_TRUE(sender.SendTo(u"ann@b\u00fccher.example"_s));
     EXPECT_EQ(Reached(server), QByteArrayList{"ann@xn--bcher-kva.example"});
 }
 
@@ -116,13 +115,11 @@ TEST(SMTPMessageTest, LocalPartThatIsNotAsciiNeedsAServerThatTakesIt) {
     const FakeSmtpServer plain;
     script.Extensions << "SMTPUTF8";
     const FakeSmtpServer able(script);
-    const QString address = QStringLiteral("j\u00fcrgen@example.com");
+    const QString address = u"j\u00fcrgen@example.com"_s;
     Sender sender(plain);
     EXPECT_FALSE(sender.SendTo(address));
-    EXPECT_EQ(
-        sender.Errors,
-        (SmtpErrors{
-            {553, QStringLiteral("The server does not take addresses with other than ASCII characters")}}));
+    EXPECT_EQ(sender.Errors,
+              (SmtpErrors{{553, u"The server does not take addresses with other than ASCII characters"_s}}));
     EXPECT_TRUE(sender.SendTo(kAnn));
     sender.Smtp.SetPort(able.Port());
     EXPECT_TRUE(sender.SendTo(address));
@@ -133,9 +130,9 @@ TEST(SMTPMessageTest, LocalPartThatIsNotAsciiNeedsAServerThatTakesIt) {
 TEST(SMTPMessageTest, NoHeaderCanBeInjected) {
     const FakeSmtpServer server;
     Sender sender(server);
-    sender.Smtp.SetSubject(QStringLiteral("a\r\nBcc: all@example.com\r\n\r\nbody\r\n.\r\nMAIL"));
-    sender.Smtp.SetSender(QStringLiteral("\"E\r\nX-Evil: 1\" <editor@example.org>"));
-    sender.Smtp.SetRecipient(QStringLiteral("\"R\nX-Evil: 2\rX-Evil: 3\" <ann@example.com>"));
+    sender.Smtp.SetSubject(u"a\r\nBcc: all@example.com\r\n\r\nbody\r\n.\r\nMAIL"_s);
+    sender.Smtp.SetSender(u"\"E\r\nX-Evil: 1\" <editor@example.org>"_s);
+    sender.Smtp.SetRecipient(u"\"R\nX-Evil: 2\rX-Evil: 3\" <ann@example.com>"_s);
     ASSERT_TRUE(sender.Smtp.Send());
     const ReceivedMail mail = ReadMail(server.Mails().value(0).Data);
     QByteArrayList names;
@@ -143,14 +140,14 @@ TEST(SMTPMessageTest, NoHeaderCanBeInjected) {
         names << header.first;
     EXPECT_EQ(names, QByteArrayList({"date", "from", "to", "subject", "message-id", "mime-version",
                                      "content-type", "content-transfer-encoding"}));
-    EXPECT_EQ(mail.Header("Subject"), QStringLiteral("a  Bcc: all@example.com    body  .  MAIL"));
-    EXPECT_EQ(mail.Text, QStringLiteral("Hello\r\n"));
+    EXPECT_EQ(mail.Header("Subject"), u"a  Bcc: all@example.com    body  .  MAIL"_s);
+    EXPECT_EQ(mail.Text, u"Hello\r\n"_s);
 }
 
 TEST(SMTPMessageTest, LinesOfDotsArriveAsTheyAre) {
     const FakeSmtpServer server;
     Sender sender(server);
-    const QString text = QStringLiteral(".\r\n..\r\n.dot\r\nend\r\n.\r\n");
+    const QString text = u".\r\n..\r\n.dot\r\nend\r\n.\r\n"_s;
     sender.Smtp.SetMessageText(text);
     ASSERT_TRUE(sender.SendTo(kAnn));
     EXPECT_EQ(ReadMail(server.Mails().value(0).Data).Text, text);
@@ -169,29 +166,28 @@ TEST(SMTPMessageTest, EmptySubjectAndTextAreTaken) {
 
 TEST(SMTPMessageTest, TextsOfAllTheWorldArriveAsTheyAre) {
     const QTemporaryDir folder;
-    const QString file =
-        WriteTemporary(folder, QStringLiteral("\u540d\u524d \u00fc.bin"), QByteArray(4, '\0'));
+    const QString file = WriteTemporary(folder, u"\u540d\u524d \u00fc.bin"_s, QByteArray(4, '\0'));
     const FakeSmtpServer server;
     Sender sender(server);
-    const QString text = QStringLiteral("Gr\u00fc\u00dfe \u0394\u0395\u0396 \U0001F600=\r\n") +
-                         QString(2000, QLatin1Char('x')) + QStringLiteral("\r\n");
-    const QString subject = QStringLiteral("\u65e5\u672c\u8a9e\u306e\u4ef6\u540d \U0001F600 ").repeated(20);
+    const QString text =
+        u"Gr\u00fc\u00dfe \u0394\u0395\u0396 \U0001F600=\r\n"_s + QString(2000, QLatin1Char('x')) + u"\r\n"_s;
+    const QString subject = u"\u65e5\u672c\u8a9e\u306e\u4ef6\u540d \U0001F600 "_s.repeated(20);
     sender.Smtp.SetSubject(subject);
     sender.Smtp.SetMessageText(text);
-    sender.Smtp.SetRecipient(QStringLiteral("\"Zo\u00eb \"Z\" L\u00f3pez\" <ann@example.com>"));
+    sender.Smtp.SetRecipient(u"\"Zo\u00eb \"Z\" L\u00f3pez\" <ann@example.com>"_s);
     sender.Smtp.AddAttachment(file, file);
     ASSERT_TRUE(sender.Smtp.Send());
     const ReceivedMail mail = ReadMail(server.Mails().value(0).Data);
     EXPECT_EQ(mail.Header("Subject"), subject);
-    EXPECT_EQ(mail.Header("To"), QStringLiteral("Zo\u00eb \"Z\" L\u00f3pez <ann@example.com>"));
+    EXPECT_EQ(mail.Header("To"), u"Zo\u00eb \"Z\" L\u00f3pez <ann@example.com>"_s);
     EXPECT_EQ(mail.Text, text);
-    EXPECT_EQ(mail.Files, (QList<ReceivedFile>{{QStringLiteral("\u540d\u524d \u00fc.bin"),
-                                                "application/octet-stream", QByteArray(4, '\0')}}));
+    EXPECT_EQ(mail.Files, (QList<ReceivedFile>{{u"\u540d\u524d \u00fc.bin"_s, "application/octet-stream",
+                                                QByteArray(4, '\0')}}));
 }
 
 TEST(SMTPMessageTest, AttachmentsAreGoneAfterASend) {
     const QTemporaryDir folder;
-    const QString file = WriteTemporary(folder, QStringLiteral("a.txt"), "data");
+    const QString file = WriteTemporary(folder, u"a.txt"_s, "data");
     const FakeSmtpServer server;
     Sender sender(server);
     for (const QString &address : {kAnn, kBob}) {
@@ -207,12 +203,12 @@ TEST(SMTPMessageTest, AttachmentsAreGoneAfterASend) {
 
 TEST(SMTPMessageTest, AttachmentIsReadAgainWhenItChanged) {
     const QTemporaryDir folder;
-    const QString file = WriteTemporary(folder, QStringLiteral("a.txt"), "old");
+    const QString file = WriteTemporary(folder, u"a.txt"_s, "old");
     const FakeSmtpServer server;
     Sender sender(server);
     sender.Smtp.AddAttachment(file, file);
     ASSERT_TRUE(sender.SendTo(kAnn));
-    WriteTemporary(folder, QStringLiteral("a.txt"), "newer");
+    WriteTemporary(folder, u"a.txt"_s, "newer");
     sender.Smtp.AddAttachment(file, file);
     ASSERT_TRUE(sender.SendTo(kAnn));
     EXPECT_EQ(ReadMail(server.Mails().value(1).Data).Files.value(0).Bytes, "newer");
@@ -220,22 +216,18 @@ TEST(SMTPMessageTest, AttachmentIsReadAgainWhenItChanged) {
 
 TEST(SMTPMessageTest, BadAttachmentsAreRefused) {
     const QTemporaryDir folder;
-    const QString file = WriteTemporary(folder, QStringLiteral("a.txt"), "data");
+    const QString file = WriteTemporary(folder, u"a.txt"_s, "data");
     Sender sender(1);
-    sender.Smtp.AddAttachment(file, QStringLiteral("key"));
-    EXPECT_EQ(NumberThrown([&] { sender.Smtp.AddAttachment(file, QStringLiteral("key")); }),
-              KeyAlreadyPresent);
-    EXPECT_EQ(NumberThrown([&] {
-                  sender.Smtp.AddAttachment(folder.filePath(QStringLiteral("none")), QStringLiteral("b"));
-              }),
+    sender.Smtp.AddAttachment(file, u"key"_s);
+    EXPECT_EQ(NumberThrown([&] { sender.Smtp.AddAttachment(file, u"key"_s); }), KeyAlreadyPresent);
+    EXPECT_EQ(NumberThrown([&] { sender.Smtp.AddAttachment(folder.filePath(u"none"_s), u"b"_s); }),
               FileNotFound);
-    EXPECT_EQ(NumberThrown([&] { sender.Smtp.AddAttachment(folder.path(), QStringLiteral("c")); }),
-              PermissionDenied);
+    EXPECT_EQ(NumberThrown([&] { sender.Smtp.AddAttachment(folder.path(), u"c"_s); }), PermissionDenied);
 }
 
 TEST(SMTPMessageTest, AttachmentThatVanishedIsNoFaultOfTheRecipient) {
     const QTemporaryDir folder;
-    const QString file = WriteTemporary(folder, QStringLiteral("a.txt"), "data");
+    const QString file = WriteTemporary(folder, u"a.txt"_s, "data");
     const FakeSmtpServer server;
     Sender sender(server);
     sender.Smtp.AddAttachment(file, file);

@@ -1,5 +1,6 @@
 #include "smtp/SMTP.h"
 
+#include "core/Literals.h"
 #include "smtp/Sender.h"
 
 #include <gtest/gtest.h>
@@ -8,8 +9,8 @@ namespace varlo::test {
 
 namespace {
 
-const QString kAnn = QStringLiteral("ann@example.com");
-const QString kBob = QStringLiteral("bob@example.com");
+const QString kAnn = u"ann@example.com"_s;
+const QString kBob = u"bob@example.com"_s;
 
 SmtpScript WithFault(SmtpFault fault, QByteArrayList extensions = {"PIPELINING"}) {
     SmtpScript script;
@@ -50,7 +51,7 @@ TEST(SMTPTest, EncryptedServerGetsLargeMessagesToo) {
     script.Encrypts = true;
     const FakeSmtpServer server(script);
     Sender sender(server);
-    const QString text = QStringLiteral("The same line again and again\r\n").repeated(100'000);
+    const QString text = u"The same line again and again\r\n"_s.repeated(100'000);
     sender.Smtp.SetMessageText(text);
     for (const QString &address : {kAnn, kBob})
         EXPECT_TRUE(sender.SendTo(address));
@@ -76,7 +77,7 @@ TEST(SMTPTest, RefusedRecipientIsReportedAndTheNextOneReached) {
         Sender sender(server);
         EXPECT_FALSE(sender.SendTo(kAnn));
         EXPECT_TRUE(sender.SendTo(kBob));
-        EXPECT_EQ(sender.Errors, (SmtpErrors{{550, QStringLiteral("5.1.1 no such 5.1.1 user here")}}));
+        EXPECT_EQ(sender.Errors, (SmtpErrors{{550, u"5.1.1 no such 5.1.1 user here"_s}}));
         EXPECT_EQ(Reached(server), QByteArrayList{"bob@example.com"});
         EXPECT_EQ(server.Connections(), 1) << "the transaction left open must be reset, not the connection";
         EXPECT_TRUE(ClientLines(server).contains("RSET"));
@@ -90,7 +91,7 @@ TEST(SMTPTest, DataGrantedThoughTheRecipientWasRefusedGetsALoneDot) {
     Sender sender(server);
     EXPECT_FALSE(sender.SendTo(kAnn));
     EXPECT_TRUE(sender.SendTo(kBob));
-    EXPECT_EQ(sender.Errors, (SmtpErrors{{550, QStringLiteral("no such user")}}));
+    EXPECT_EQ(sender.Errors, (SmtpErrors{{550, u"no such user"_s}}));
     EXPECT_EQ(Reached(server), QByteArrayList{"bob@example.com"});
     EXPECT_EQ(server.Connections(), 1);
 }
@@ -99,7 +100,7 @@ TEST(SMTPTest, RefusedSenderIsReportedOnceWithItsOwnReply) {
     const FakeSmtpServer server(WithFault({SmtpStep::Mail, SmtpFault::Reply, "553 not yours\r\n"}));
     Sender sender(server);
     EXPECT_FALSE(sender.SendTo(kAnn));
-    EXPECT_EQ(sender.Errors, (SmtpErrors{{553, QStringLiteral("not yours")}}));
+    EXPECT_EQ(sender.Errors, (SmtpErrors{{553, u"not yours"_s}}));
 }
 
 TEST(SMTPTest, RefusedMessageIsReportedAndTheConnectionKept) {
@@ -108,7 +109,7 @@ TEST(SMTPTest, RefusedMessageIsReportedAndTheConnectionKept) {
     Sender sender(server);
     EXPECT_FALSE(sender.SendTo(kAnn));
     EXPECT_TRUE(sender.SendTo(kBob));
-    EXPECT_EQ(sender.Errors, (SmtpErrors{{554, QStringLiteral("looks like spam")}}));
+    EXPECT_EQ(sender.Errors, (SmtpErrors{{554, u"looks like spam"_s}}));
     EXPECT_EQ(server.Connections(), 1);
 }
 
@@ -118,7 +119,7 @@ TEST(SMTPTest, TooLargeMessageIsRefusedBeforeItIsTransferred) {
     const FakeSmtpServer server(script);
     Sender sender(server);
     EXPECT_FALSE(sender.SendTo(kAnn));
-    EXPECT_EQ(sender.Errors, (SmtpErrors{{552, QStringLiteral("too large")}}));
+    EXPECT_EQ(sender.Errors, (SmtpErrors{{552, u"too large"_s}}));
     EXPECT_FALSE(ClientLines(server).contains("(message)"));
 }
 
@@ -137,7 +138,7 @@ TEST(SMTPTest, ThousandMessagesArriveOnceThoughTheServerClosesEveryHundred) {
     Sender sender(server);
     QByteArrayList wanted;
     for (int i = 0; i < 1000; ++i) {
-        const QString address = QStringLiteral("member%1@example.com").arg(i);
+        const QString address = u"member%1@example.com"_s.arg(i);
         wanted << address.toLatin1();
         ASSERT_TRUE(sender.SendTo(address)) << i;
     }
@@ -165,8 +166,8 @@ TEST(SMTPTest, ConnectionThatBreaksTwiceBeforeTheMessageIsAFailure) {
         const FakeSmtpServer server(WithFault({step, SmtpFault::Close}));
         Sender sender(server);
         EXPECT_FALSE(sender.SendTo(kAnn)) << "step " << static_cast<int>(step);
-        EXPECT_EQ(sender.Errors, (SmtpErrors{{OSSMTP::ConnectionLost,
-                                              QStringLiteral("The connection was closed by the server")}}));
+        EXPECT_EQ(sender.Errors,
+                  (SmtpErrors{{OSSMTP::ConnectionLost, u"The connection was closed by the server"_s}}));
         EXPECT_EQ(server.Connections(), 2);
     }
 }
@@ -199,7 +200,7 @@ TEST(SMTPTest, ServerThatClosesDownAgainIsReportedWithItsReply) {
     const FakeSmtpServer server(WithFault({SmtpStep::Mail, SmtpFault::ReplyThenClose, "421 going down\r\n"}));
     Sender sender(server);
     EXPECT_FALSE(sender.SendTo(kAnn));
-    EXPECT_EQ(sender.Errors, (SmtpErrors{{421, QStringLiteral("going down")}}));
+    EXPECT_EQ(sender.Errors, (SmtpErrors{{421, u"going down"_s}}));
     EXPECT_EQ(server.Connections(), 2);
 }
 
@@ -207,7 +208,7 @@ TEST(SMTPTest, ServerThatClosesDownAfterTheMessageIsNotTriedAgain) {
     const FakeSmtpServer server(WithFault({SmtpStep::Message, SmtpFault::ReplyThenClose, "421 later\r\n"}));
     Sender sender(server);
     EXPECT_FALSE(sender.SendTo(kAnn));
-    EXPECT_EQ(sender.Errors, (SmtpErrors{{421, QStringLiteral("later")}}));
+    EXPECT_EQ(sender.Errors, (SmtpErrors{{421, u"later"_s}}));
     EXPECT_EQ(server.Connections(), 1);
 }
 
@@ -215,10 +216,9 @@ TEST(SMTPTest, ServerThatSaysWhyItClosesWhileTheMessageIsWrittenIsQuoted) {
     const FakeSmtpServer server(
         WithFault({SmtpStep::MessageBegin, SmtpFault::ReplyThenSilence, "552 quota exceeded\r\n", "", 0, 1}));
     Sender sender(server);
-    sender.Smtp.SetMessageText(
-        QStringLiteral("much\r\n").repeated(4'000'000)); // more than the buffers of a socket hold
+    sender.Smtp.SetMessageText(u"much\r\n"_s.repeated(4'000'000)); // more than the buffers of a socket hold
     EXPECT_FALSE(sender.SendTo(kAnn));
-    EXPECT_EQ(sender.Errors, (SmtpErrors{{552, QStringLiteral("quota exceeded")}}));
+    EXPECT_EQ(sender.Errors, (SmtpErrors{{552, u"quota exceeded"_s}}));
     EXPECT_TRUE(sender.SendTo(kBob)) << "on a new connection";
     EXPECT_EQ(Reached(server), QByteArrayList{"bob@example.com"});
 }
@@ -228,7 +228,7 @@ TEST(SMTPTest, GreetingThatRefusesIsReportedWithItsReply) {
         WithFault({SmtpStep::Greeting, SmtpFault::ReplyThenClose, "554 no service\r\n"}));
     Sender sender(server);
     EXPECT_FALSE(sender.SendTo(kAnn));
-    EXPECT_EQ(sender.Errors, (SmtpErrors{{554, QStringLiteral("no service")}}));
+    EXPECT_EQ(sender.Errors, (SmtpErrors{{554, u"no service"_s}}));
     EXPECT_EQ(server.Connections(), 1);
 }
 
@@ -259,7 +259,7 @@ TEST(SMTPTest, ZerosInRepliesAreHarmless) {
         WithFault({SmtpStep::Rcpt, SmtpFault::Reply, QByteArray("550 a\0b\0\r\n", 10)}));
     Sender sender(server);
     EXPECT_FALSE(sender.SendTo(kAnn));
-    EXPECT_EQ(sender.Errors, (SmtpErrors{{550, QStringLiteral("a b")}}));
+    EXPECT_EQ(sender.Errors, (SmtpErrors{{550, u"a b"_s}}));
 }
 
 TEST(SMTPTest, AnswersThatDoNotBelongAreNotSmtp) {
@@ -307,17 +307,16 @@ TEST(SMTPTest, PortsThatDoNotExistAreACleanFailure) {
     for (const int port : {0, -5, 65536}) {
         Sender sender(port);
         EXPECT_FALSE(sender.SendTo(kAnn));
-        EXPECT_EQ(sender.Errors, (SmtpErrors{{OSSMTP::CannotConnect,
-                                              QStringLiteral("The port %1 does not exist").arg(port)}}));
+        EXPECT_EQ(sender.Errors,
+                  (SmtpErrors{{OSSMTP::CannotConnect, u"The port %1 does not exist"_s.arg(port)}}));
     }
 }
 
 TEST(SMTPTest, NamesThatAreNoServerAreNotResolved) {
     const FakeSmtpServer server;
     const QString port = QString::number(server.Port());
-    for (const QString &host : {QString(), QStringLiteral("  "), QStringLiteral("user@127.0.0.1"),
-                                QStringLiteral("127.0.0.1/x"), QStringLiteral("127.0.0.1:%1").arg(port),
-                                QStringLiteral("127.0.0.1\r\nQUIT"), QStringLiteral("nowhere.invalid")}) {
+    for (const QString &host : {QString(), u"  "_s, u"user@127.0.0.1"_s, u"127.0.0.1/x"_s,
+                                u"127.0.0.1:%1"_s.arg(port), u"127.0.0.1\r\nQUIT"_s, u"nowhere.invalid"_s}) {
         Sender sender(server);
         sender.Smtp.SetServer(host);
         EXPECT_FALSE(sender.SendTo(kAnn)) << host.toStdString();

@@ -1,5 +1,6 @@
 // What happens while the component waits: windows stay alive, an abort ends it, a destruction too.
 
+#include "core/Literals.h"
 #include "smtp/SMTP.h"
 #include "smtp/Sender.h"
 
@@ -17,7 +18,7 @@ namespace varlo::test {
 namespace {
 
 constexpr qint64 kLively = 100; // ms in which a window has to answer
-const QString kAnn = QStringLiteral("ann@example.com");
+const QString kAnn = u"ann@example.com"_s;
 
 SmtpScript SilentAt(SmtpStep step, int times = 1) {
     SmtpScript script;
@@ -56,8 +57,7 @@ TEST(SMTPWaitTest, SilenceAtAnyStepIsATimeOutAndTheNextMessageGoesThrough) {
         Sender sender(server);
         sender.Smtp.SetTimeout(200);
         EXPECT_FALSE(sender.SendTo(kAnn));
-        EXPECT_EQ(sender.Errors,
-                  (SmtpErrors{{OSSMTP::TimedOut, QStringLiteral("The server did not answer in time")}}))
+        EXPECT_EQ(sender.Errors, (SmtpErrors{{OSSMTP::TimedOut, u"The server did not answer in time"_s}}))
             << "step " << static_cast<int>(step);
         EXPECT_EQ(server.Connections(), 1) << "a time-out is not tried again";
         EXPECT_TRUE(sender.SendTo(kAnn));
@@ -120,7 +120,7 @@ TEST(SMTPWaitTest, WindowsStayAliveDuringAFastRun) {
 
 TEST(SMTPWaitTest, WindowsStayAliveWhileALargeFileIsReadAndSent) {
     const QTemporaryDir folder;
-    QFile file(folder.filePath(QStringLiteral("large.bin")));
+    QFile file(folder.filePath(u"large.bin"_s));
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
     ASSERT_TRUE(file.resize(50'000'000));
     file.close();
@@ -138,7 +138,7 @@ TEST(SMTPWaitTest, WindowsStayAliveWhileALargeFileIsReadAndSent) {
 
 TEST(SMTPWaitTest, AbortEndsTheReadingOfALargeFile) {
     const QTemporaryDir folder;
-    QFile file(folder.filePath(QStringLiteral("endless.bin")));
+    QFile file(folder.filePath(u"endless.bin"_s));
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
     ASSERT_TRUE(file.resize(200'000'000));
     const FakeSmtpServer server;
@@ -212,7 +212,7 @@ TEST(SMTPWaitTest, WhatIsSetDuringASendCountsForTheNext) {
     script.Faults = {{SmtpStep::Mail, SmtpFault::Close, "", "", 0, 1}};
     const FakeSmtpServer server(script);
     Sender sender(server);
-    QTimer::singleShot(0, [&] { sender.Smtp.SetRecipient(QStringLiteral("bob@example.com")); });
+    QTimer::singleShot(0, [&] { sender.Smtp.SetRecipient(u"bob@example.com"_s); });
     EXPECT_TRUE(sender.SendTo(kAnn));
     EXPECT_TRUE(sender.Smtp.Send());
     EXPECT_EQ(Reached(server), QByteArrayList({"ann@example.com", "bob@example.com"}));
@@ -225,7 +225,7 @@ TEST(SMTPWaitTest, HandlerOfTheErrorMaySendAgain) {
     Sender sender(server);
     bool second = false;
     QObject::connect(&sender.Smtp, &OSSMTP::SMTP::ErrorSMTP,
-                     [&] { second = sender.SendTo(QStringLiteral("bob@example.com")); });
+                     [&] { second = sender.SendTo(u"bob@example.com"_s); });
     EXPECT_FALSE(sender.SendTo(kAnn));
     EXPECT_TRUE(second);
 }
@@ -246,7 +246,7 @@ TEST(SMTPWaitTest, ObjectDestroyedWhileItWaitsEndsTheSend) {
 TEST(SMTPWaitTest, ObjectDestroyedByTheHandlerOfItsErrorIsSafe) {
     const FakeSmtpServer server;
     auto *smtp = new OSSMTP::SMTP;
-    smtp->SetServer(QStringLiteral("127.0.0.1"));
+    smtp->SetServer(u"127.0.0.1"_s);
     smtp->SetPort(server.Port());
     bool told = false;
     QObject::connect(smtp, &OSSMTP::SMTP::ErrorSMTP, [&] {

@@ -1,6 +1,7 @@
 // The component joined to a fake server, with what its event reported.
 #pragma once
 
+#include "core/Literals.h"
 #include "smtp/SMTP.h"
 #include "support/FakeSmtpServer.h"
 
@@ -27,11 +28,11 @@ using SmtpErrors = std::vector<SmtpError>;
 
 struct Sender {
     explicit Sender(int port) {
-        Smtp.SetServer(QStringLiteral("127.0.0.1"));
+        Smtp.SetServer(u"127.0.0.1"_s);
         Smtp.SetPort(port);
-        Smtp.SetSender(QStringLiteral("\"The Editor\" <editor@example.org>"));
-        Smtp.SetSubject(QStringLiteral("News"));
-        Smtp.SetMessageText(QStringLiteral("Hello\r\n"));
+        Smtp.SetSender(u"\"The Editor\" <editor@example.org>"_s);
+        Smtp.SetSubject(u"News"_s);
+        Smtp.SetMessageText(u"Hello\r\n"_s);
         QObject::connect(&Smtp, &OSSMTP::SMTP::ErrorSMTP, [this](int number, const QString &text) {
             Errors.push_back({number, text});
         });
@@ -39,7 +40,7 @@ struct Sender {
     explicit Sender(const FakeSmtpServer &server) : Sender(server.Port()) {}
 
     bool SendTo(const QString &address) {
-        Smtp.SetRecipient(QStringLiteral("\"Readers\" <%1>").arg(address));
+        Smtp.SetRecipient(u"\"Readers\" <%1>"_s.arg(address));
         return Smtp.Send();
     }
 

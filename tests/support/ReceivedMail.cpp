@@ -1,5 +1,6 @@
 #include "support/ReceivedMail.h"
 
+#include "core/Literals.h"
 #include "support/Printers.h"
 
 #include <QRegularExpression>
@@ -77,11 +78,10 @@ QByteArray BodyOf(const Entity &entity) {
 QString Parameter(const QByteArray &value, const QByteArray &name) {
     const QString text = QString::fromLatin1(value);
     const QString key = QString::fromLatin1(name);
-    const QRegularExpression quoted(QStringLiteral(";\\s*%1=\"((?:[^\"\\\\]|\\\\.)*)\"").arg(key));
+    const QRegularExpression quoted(u";\\s*%1=\"((?:[^\"\\\\]|\\\\.)*)\""_s.arg(key));
     if (const auto match = quoted.match(text); match.hasMatch())
-        return match.captured(1).replace(QRegularExpression(QStringLiteral("\\\\(.)")),
-                                         QStringLiteral("\\1"));
-    const QRegularExpression extended(QStringLiteral(";\\s*%1\\*(\\d+\\*)?=([^;\\s]*)").arg(key));
+        return match.captured(1).replace(QRegularExpression(u"\\\\(.)"_s), u"\\1"_s);
+    const QRegularExpression extended(u";\\s*%1\\*(\\d+\\*)?=([^;\\s]*)"_s.arg(key));
     QByteArray joined;
     for (auto matches = extended.globalMatch(text); matches.hasNext();)
         joined += matches.next().captured(2).toLatin1();
@@ -127,7 +127,7 @@ void PrintTo(const ReceivedFile &file, std::ostream *out) {
 }
 
 QString DecodeWords(const QByteArray &value) {
-    static const QRegularExpression word(QStringLiteral("=\\?UTF-8\\?([QB])\\?([^?]*)\\?=(?:\\s+(?==\\?))?"));
+    static const QRegularExpression word(u"=\\?UTF-8\\?([QB])\\?([^?]*)\\?=(?:\\s+(?==\\?))?"_s);
     const QString text = QString::fromUtf8(value);
     QString decoded;
     qsizetype end = 0;

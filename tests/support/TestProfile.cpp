@@ -1,5 +1,6 @@
 #include "support/TestProfile.h"
 
+#include "core/Literals.h"
 #include "core/TextFile.h"
 
 #include <QDir>
@@ -9,10 +10,10 @@
 namespace varlo::test {
 
 TestProfile::TestProfile() : session(Folder.path(), Boxes) {
-    session.ProfilePath = QDir(session.ProfilesFolder()).filePath(QStringLiteral("Test"));
+    session.ProfilePath = QDir(session.ProfilesFolder()).filePath(u"Test"_s);
     for (const char *folder : {"lists", "sent", "logs"})
         EXPECT_TRUE(QDir().mkpath(session.ProfileFile(QString::fromLatin1(folder))));
-    session.INI.SetFile(session.ProfileFile(QStringLiteral("prefs.ini")));
+    session.INI.SetFile(session.ProfileFile(u"prefs.ini"_s));
     session.Now = [this] { return Clock; };
     QObject::connect(&session.Status, &StatusFeed::StatusText, &session.Status,
                      [this](const QString &text) { StatusTexts << text; });
@@ -40,7 +41,7 @@ QByteArray TestProfile::Read(const QString &relativePath) const {
 }
 
 QStringList TestProfile::Log(const QString &file) const {
-    const QString path = session.ProfileFile(QStringLiteral("logs"), file);
+    const QString path = session.ProfileFile(u"logs"_s, file);
     return QFile::exists(path) ? ReadLines(path) : QStringList();
 }
 

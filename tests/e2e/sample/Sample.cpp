@@ -1,5 +1,7 @@
 // A small program with everything that the driver must be able to do. It knows nothing of the driver.
 
+#include "core/Literals.h"
+
 #include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
@@ -43,8 +45,8 @@ protected:
 class frmSample : public QMainWindow {
 public:
     frmSample() {
-        setObjectName(QStringLiteral("frmSample"));
-        setWindowTitle(QStringLiteral("Sample"));
+        setObjectName(u"frmSample"_s);
+        setWindowTitle(u"Sample"_s);
         auto *area = new QWidget;
         layout_ = new QVBoxLayout(area);
         setCentralWidget(area);
@@ -56,28 +58,27 @@ public:
 private:
     void AddControls() {
         layout_->addWidget(result_);
-        auto *name = Named(new QLineEdit(QStringLiteral("old")), "txtName");
+        auto *name = Named(new QLineEdit(u"old"_s), "txtName");
         auto *body = Named(new QPlainTextEdit, "txtBody");
         auto *combo = Named(new QComboBox, "cmbList");
-        combo->addItems({QStringLiteral("one"), QStringLiteral("two"), QStringLiteral("three")});
-        auto *check = Named(new QCheckBox(QStringLiteral("A rather &long caption of a check box")), "chkOne");
-        auto *disabled = Named(new QPushButton(QStringLiteral("Never")), "cmdNever");
+        combo->addItems({u"one"_s, u"two"_s, u"three"_s});
+        auto *check = Named(new QCheckBox(u"A rather &long caption of a check box"_s), "chkOne");
+        auto *disabled = Named(new QPushButton(u"Never"_s), "cmdNever");
         disabled->setEnabled(false);
-        auto *drop = Named(new DropLabel(QStringLiteral("drop here")), "lblDrop");
+        auto *drop = Named(new DropLabel(u"drop here"_s), "lblDrop");
         drop->setAcceptDrops(true);
         for (QWidget *widget : std::initializer_list<QWidget *>{name, body, combo, check, disabled, drop})
             layout_->addWidget(widget);
         AddList();
         connect(combo, &QComboBox::activated, this, [this, combo] { Show(combo->currentText()); });
-        connect(check, &QCheckBox::clicked, this,
-                [this](bool on) { Show(on ? QStringLiteral("on") : QStringLiteral("off")); });
+        connect(check, &QCheckBox::clicked, this, [this](bool on) { Show(on ? u"on"_s : u"off"_s); });
     }
 
     void AddList() {
         auto *list = Named(new QListView, "lstItems_0");
         QStringList items;
         for (int i = 0; i < 1000; ++i)
-            items << QStringLiteral("item %1").arg(i);
+            items << u"item %1"_s.arg(i);
         list->setModel(new QStringListModel(items, list));
         list->setSelectionMode(QAbstractItemView::ExtendedSelection);
         list->setEditTriggers(QAbstractItemView::NoEditTriggers);
@@ -85,22 +86,21 @@ private:
         layout_->addWidget(list);
         connect(list, &QListView::customContextMenuRequested, this, [this, list](const QPoint &place) {
             QMenu menu;
-            Named(menu.addAction(QStringLiteral("Edit")), "mnuEdit");
-            Named(menu.addAction(QStringLiteral("Remove")), "mnuRemove");
+            Named(menu.addAction(u"Edit"_s), "mnuEdit");
+            Named(menu.addAction(u"Remove"_s), "mnuRemove");
             const QAction *chosen = menu.exec(list->viewport()->mapToGlobal(place));
-            Show(chosen ? chosen->text() : QStringLiteral("nothing"));
+            Show(chosen ? chosen->text() : u"nothing"_s);
         });
-        connect(list, &QListView::doubleClicked, this, [this](const QModelIndex &index) {
-            Show(QStringLiteral("opened ") + index.data().toString());
-        });
+        connect(list, &QListView::doubleClicked, this,
+                [this](const QModelIndex &index) { Show(u"opened "_s + index.data().toString()); });
     }
 
     void AddMenu() {
-        QMenu *menu = menuBar()->addMenu(QStringLiteral("File"));
-        QAction *open = Named(menu->addAction(QStringLiteral("Open...")), "mnuOpen");
-        open->setShortcut(QKeySequence(QStringLiteral("Ctrl+O")));
-        connect(open, &QAction::triggered, this, [this] { Show(QStringLiteral("open")); });
-        Named(menu->addAction(QStringLiteral("Off")), "mnuOff")->setEnabled(false);
+        QMenu *menu = menuBar()->addMenu(u"File"_s);
+        QAction *open = Named(menu->addAction(u"Open..."_s), "mnuOpen");
+        open->setShortcut(QKeySequence(u"Ctrl+O"_s));
+        connect(open, &QAction::triggered, this, [this] { Show(u"open"_s); });
+        Named(menu->addAction(u"Off"_s), "mnuOff")->setEnabled(false);
     }
 
     void AddButton(const char *name, std::function<void()> click) {
@@ -111,19 +111,17 @@ private:
 
     void AddBoxes() {
         AddButton("cmdAsk", [this] {
-            if (QMessageBox::question(this, QStringLiteral("First"), QStringLiteral("Go on?")) ==
-                QMessageBox::Yes)
-                QMessageBox::information(this, QStringLiteral("Second"), QStringLiteral("Going on."));
-            Show(QStringLiteral("asked"));
+            if (QMessageBox::question(this, u"First"_s, u"Go on?"_s) == QMessageBox::Yes)
+                QMessageBox::information(this, u"Second"_s, u"Going on."_s);
+            Show(u"asked"_s);
         });
         AddButton("cmdInput", [this] {
-            Show(QInputDialog::getText(this, QStringLiteral("Input"), QStringLiteral("Name:"),
-                                       QLineEdit::Normal, QStringLiteral("preset")));
+            Show(QInputDialog::getText(this, u"Input"_s, u"Name:"_s, QLineEdit::Normal, u"preset"_s));
         });
-        AddButton("cmdFile", [this] { Show(QFileDialog::getOpenFileName(this, QStringLiteral("Choose"))); });
+        AddButton("cmdFile", [this] { Show(QFileDialog::getOpenFileName(this, u"Choose"_s)); });
         AddButton("cmdBusy", [this] {
             for (int i = 0; i < 200'000 && isVisible(); ++i) {
-                Show(QStringLiteral("busy %1").arg(i));
+                Show(u"busy %1"_s.arg(i));
                 QCoreApplication::processEvents();
             }
         });
@@ -132,15 +130,15 @@ private:
     void Show(const QString &text) { result_->setText(text); }
 
     QVBoxLayout *layout_ = nullptr;
-    QLabel *result_ = Named(new QLabel(QStringLiteral("ready")), "lblResult");
+    QLabel *result_ = Named(new QLabel(u"ready"_s), "lblResult");
 };
 
 } // namespace
 
 int main(int argc, char **argv) {
     QApplication application(argc, argv);
-    if (QApplication::arguments().contains(QStringLiteral("--refuse"))) {
-        QMessageBox::critical(nullptr, QStringLiteral("Refused"), QStringLiteral("Not today."));
+    if (QApplication::arguments().contains(u"--refuse"_s)) {
+        QMessageBox::critical(nullptr, u"Refused"_s, u"Not today."_s);
         return 3;
     }
     frmSample window;

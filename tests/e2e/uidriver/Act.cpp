@@ -1,6 +1,7 @@
 #include "Act.h"
 
 #include "Find.h"
+#include "core/Literals.h"
 
 #include <QAbstractButton>
 #include <QAbstractItemView>
@@ -44,7 +45,7 @@ void SendContextMenu(QWidget *widget, const QPoint &place) {
 // A double click is a click and one more press: a list tells by the first one which row is meant.
 void ClickAt(QWidget *widget, const QPoint &place, const QJsonObject &command,
              Qt::KeyboardModifiers keys = {}) {
-    const bool right = Text(command, "button") == QStringLiteral("right");
+    const bool right = Text(command, "button") == u"right"_s;
     const QPointer<QWidget> alive(widget);
     QTest::mouseClick(widget, right ? Qt::RightButton : Qt::LeftButton, keys, place);
     if (alive && command.value(QLatin1String("double")).toBool())
@@ -83,16 +84,15 @@ QAbstractButton *ButtonOf(const QWidget *box, const QString &caption) {
     for (QAbstractButton *button : box->findChildren<QAbstractButton *>())
         if (button->isVisible() && Plain(button->text()) == caption)
             return button;
-    throw Refusal{QStringLiteral("the box \"") + box->windowTitle() + QStringLiteral("\" has no button ") +
-                  caption};
+    throw Refusal{u"the box \""_s + box->windowTitle() + u"\" has no button "_s + caption};
 }
 
 QLineEdit *InputOf(const QWidget *box) {
-    if (auto *fileName = box->findChild<QLineEdit *>(QStringLiteral("fileNameEdit"))) // Qt's own file chooser
+    if (auto *fileName = box->findChild<QLineEdit *>(u"fileNameEdit"_s)) // Qt's own file chooser
         return fileName;
     const auto lines = box->findChildren<QLineEdit *>();
     if (lines.isEmpty())
-        throw Refusal{QStringLiteral("the box has no line for a text")};
+        throw Refusal{u"the box has no line for a text"_s};
     return lines.first();
 }
 
@@ -109,7 +109,7 @@ Doing ClickRow(const QJsonObject &command) {
     auto *view = As<QAbstractItemView>(Target(command));
     const QModelIndex index = view->model()->index(command.value(QLatin1String("row")).toInt(), 0);
     if (!index.isValid())
-        throw Refusal{view->objectName() + QStringLiteral(" has no such row")};
+        throw Refusal{view->objectName() + u" has no such row"_s};
     const bool add = command.value(QLatin1String("add")).toBool();
     return [view = QPointer(view), index = QPersistentModelIndex(index), command, add] {
         if (!view || !index.isValid())
@@ -129,7 +129,7 @@ Doing TypeText(const QJsonObject &command) {
             if (widget)
                 QTest::sendKeyEvent(QTest::Click, widget,
                                     c == u'\n' ? Qt::Key_Return : QTest::asciiToKey(c.toLatin1()),
-                                    c == u'\n' ? QStringLiteral("\r") : QString(c), Qt::NoModifier);
+                                    c == u'\n' ? u"\r"_s : QString(c), Qt::NoModifier);
     };
 }
 
@@ -143,7 +143,7 @@ Doing EnterText(const QJsonObject &command) {
 Doing PressKeys(const QJsonObject &command) {
     const QKeySequence keys(Text(command, "keys"));
     if (keys.isEmpty() || keys[0].key() == Qt::Key_unknown)
-        throw Refusal{QStringLiteral("there is no key ") + Text(command, "keys")};
+        throw Refusal{u"there is no key "_s + Text(command, "keys")};
     return [widget = QPointer<QWidget>(Target(command)), keys] {
         if (!widget)
             return;
@@ -160,7 +160,7 @@ Doing SelectEntry(const QJsonObject &command) {
     const int index = command.contains(QLatin1String("index")) ? command.value(QLatin1String("index")).toInt()
                                                                : combo->findText(Text(command, "text"));
     if (index < 0 || index >= combo->count())
-        throw Refusal{combo->objectName() + QStringLiteral(" has no such entry")};
+        throw Refusal{combo->objectName() + u" has no such entry"_s};
     return [combo = QPointer(combo), index] {
         if (!combo)
             return;
@@ -176,7 +176,7 @@ Doing DropFiles(const QJsonObject &command) {
     while (!widget->acceptDrops() && widget->parentWidget() && !widget->isWindow())
         widget = widget->parentWidget();
     if (!widget->acceptDrops())
-        throw Refusal{Text(command, "name") + QStringLiteral(" takes no files")};
+        throw Refusal{Text(command, "name") + u" takes no files"_s};
     QList<QUrl> files;
     for (const QJsonValue &file : command.value(QLatin1String("files")).toArray())
         files << QUrl::fromLocalFile(file.toString());

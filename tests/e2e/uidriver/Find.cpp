@@ -1,5 +1,7 @@
 #include "Find.h"
 
+#include "core/Literals.h"
+
 #include <QApplication>
 
 namespace varlo::e2e {
@@ -32,24 +34,23 @@ bool IsBehindModalBox(const QWidget *widget) {
 QWidget *FindWidget(const QString &name, const QString &window) {
     const QWidgetList all = Named(name, window);
     if (all.isEmpty())
-        throw Refusal{QStringLiteral("there is no ") + name};
+        throw Refusal{u"there is no "_s + name};
     const QWidgetList visible = VisibleOf(all);
     const QWidgetList &candidates = visible.isEmpty() ? all : visible;
     if (candidates.size() > 1)
-        throw Refusal{QStringLiteral("there are %1 of ").arg(candidates.size()) + name +
-                      QStringLiteral("; name the window, too")};
+        throw Refusal{u"there are %1 of "_s.arg(candidates.size()) + name + u"; name the window, too"_s};
     return candidates.first();
 }
 
 QWidget *FindUsable(const QString &name, const QString &window) {
     QWidget *widget = FindWidget(name, window);
     if (!widget->isVisible())
-        throw Refusal{name + QStringLiteral(" is not visible")};
+        throw Refusal{name + u" is not visible"_s};
     if (!widget->isEnabled())
-        throw Refusal{name + QStringLiteral(" is disabled")};
+        throw Refusal{name + u" is disabled"_s};
     if (IsBehindModalBox(widget))
-        throw Refusal{name + QStringLiteral(" is behind the box \"") +
-                      QApplication::activeModalWidget()->windowTitle() + u'"'};
+        throw Refusal{name + u" is behind the box \""_s + QApplication::activeModalWidget()->windowTitle() +
+                      u'"'};
     return widget;
 }
 
@@ -59,13 +60,13 @@ QAction *FindUsableAction(const QString &name) {
             if (action->objectName() != name)
                 continue;
             if (!action->isEnabled() || !action->isVisible())
-                throw Refusal{name + QStringLiteral(" cannot be chosen now")};
+                throw Refusal{name + u" cannot be chosen now"_s};
             if (IsBehindModalBox(widget) && !OpenMenuOf(action))
-                throw Refusal{name + QStringLiteral(" is behind a box")};
+                throw Refusal{name + u" is behind a box"_s};
             return action;
         }
     }
-    throw Refusal{QStringLiteral("there is no menu entry ") + name};
+    throw Refusal{u"there is no menu entry "_s + name};
 }
 
 QMenu *OpenMenuOf(const QAction *action) {
@@ -79,13 +80,13 @@ QMenu *OpenMenuOf(const QAction *action) {
 QWidget *ModalBox() {
     if (QWidget *box = QApplication::activeModalWidget())
         return box;
-    throw Refusal{QStringLiteral("no box is open")};
+    throw Refusal{u"no box is open"_s};
 }
 
 QString Plain(QString caption) {
-    const QString both = QStringLiteral("&&");
+    const QString both = u"&&"_s;
     const QString kept(QChar(0xFFFF)); // stands for a real ampersand meanwhile
-    return caption.replace(both, kept).remove(u'&').replace(kept, QStringLiteral("&"));
+    return caption.replace(both, kept).remove(u'&').replace(kept, u"&"_s);
 }
 
 } // namespace varlo::e2e

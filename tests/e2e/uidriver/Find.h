@@ -2,6 +2,8 @@
 // ones.
 #pragma once
 
+#include "core/Literals.h"
+
 #include <QAction>
 #include <QMenu>
 #include <QString>
@@ -25,7 +27,7 @@ QWidget *FindUsable(const QString &name, const QString &window);
 template<typename Wanted> Wanted *As(QWidget *widget) {
     if (auto *found = qobject_cast<Wanted *>(widget))
         return found;
-    throw Refusal{widget->objectName() + QStringLiteral(" is a ") +
+    throw Refusal{widget->objectName() + u" is a "_s +
                   QString::fromLatin1(widget->metaObject()->className())};
 }
 

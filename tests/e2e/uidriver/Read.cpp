@@ -1,6 +1,7 @@
 #include "Read.h"
 
 #include "Find.h"
+#include "core/Literals.h"
 
 #include <QAbstractButton>
 #include <QAbstractItemView>
@@ -62,13 +63,13 @@ QJsonValue TextOf(QWidget *widget) {
     for (const char *property : {"text", "currentText", "title", "value", "windowTitle"})
         if (const QVariant value = widget->property(property); value.isValid())
             return QJsonValue::fromVariant(value);
-    throw Refusal{widget->objectName() + QStringLiteral(" shows no text")};
+    throw Refusal{widget->objectName() + u" shows no text"_s};
 }
 
 QJsonValue PropertyOf(QWidget *widget, const QString &property) {
     const QVariant value = widget->property(property.toUtf8().constData());
     if (!value.isValid())
-        throw Refusal{widget->objectName() + QStringLiteral(" has no property ") + property};
+        throw Refusal{widget->objectName() + u" has no property "_s + property};
     const QJsonValue json = QJsonValue::fromVariant(value);
     return json.isNull() ? QJsonValue(value.toString()) : json;
 }
@@ -103,27 +104,26 @@ QJsonValue Windows() {
     QJsonArray windows;
     for (const QWidget *window : QApplication::topLevelWidgets())
         if (window->isVisible())
-            windows << QJsonObject{
-                {QStringLiteral("name"), window->objectName()},
-                {QStringLiteral("class"), QString::fromLatin1(window->metaObject()->className())},
-                {QStringLiteral("title"), window->windowTitle()},
-                {QStringLiteral("active"), window == QApplication::activeWindow()},
-                {QStringLiteral("modal"), window->isModal()}};
+            windows << QJsonObject{{u"name"_s, window->objectName()},
+                                   {u"class"_s, QString::fromLatin1(window->metaObject()->className())},
+                                   {u"title"_s, window->windowTitle()},
+                                   {u"active"_s, window == QApplication::activeWindow()},
+                                   {u"modal"_s, window->isModal()}};
     return windows;
 }
 
 QJsonValue DescribeBox(QWidget *box) {
-    QJsonObject seen{{QStringLiteral("title"), box->windowTitle()},
-                     {QStringLiteral("class"), QString::fromLatin1(box->metaObject()->className())},
-                     {QStringLiteral("name"), box->objectName()},
-                     {QStringLiteral("buttons"), ButtonsOf(box)}};
+    QJsonObject seen{{u"title"_s, box->windowTitle()},
+                     {u"class"_s, QString::fromLatin1(box->metaObject()->className())},
+                     {u"name"_s, box->objectName()},
+                     {u"buttons"_s, ButtonsOf(box)}};
     if (const auto *message = qobject_cast<QMessageBox *>(box))
-        seen.insert(QStringLiteral("text"), message->text());
+        seen.insert(u"text"_s, message->text());
     if (const auto *input = qobject_cast<QInputDialog *>(box))
-        seen.insert(QStringLiteral("text"), Shown(input->labelText()));
+        seen.insert(u"text"_s, Shown(input->labelText()));
     const auto lines = box->findChildren<QLineEdit *>();
     if (lines.size() == 1)
-        seen.insert(QStringLiteral("input"), lines.first()->text());
+        seen.insert(u"input"_s, lines.first()->text());
     return seen;
 }
 

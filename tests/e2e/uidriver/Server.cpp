@@ -2,6 +2,7 @@
 
 #include "Find.h"
 #include "Read.h"
+#include "core/Literals.h"
 
 #include <QApplication>
 #include <QClipboard>
@@ -27,7 +28,7 @@ QJsonValue Grab(const QJsonObject &command) {
     const QString file = Text(command, "file");
     QWidget *widget = command.contains(QLatin1String("name")) ? Named(command) : ModalBox();
     if (!widget->grab().save(file))
-        throw Refusal{QStringLiteral("no picture could be written to ") + file};
+        throw Refusal{u"no picture could be written to "_s + file};
     return true;
 }
 
@@ -38,41 +39,38 @@ QJsonValue SetClipboard(const QJsonObject &command) {
 
 const QHash<QString, Looking> &Lookings() {
     static const QHash<QString, Looking> table{
-        {QStringLiteral("windows"), [](const QJsonObject &) { return Windows(); }},
-        {QStringLiteral("box"), [](const QJsonObject &) { return DescribeBox(ModalBox()); }},
-        {QStringLiteral("text"), [](const QJsonObject &c) { return TextOf(Named(c)); }},
-        {QStringLiteral("get"),
-         [](const QJsonObject &c) { return PropertyOf(Named(c), Text(c, "property")); }},
-        {QStringLiteral("items"),
+        {u"windows"_s, [](const QJsonObject &) { return Windows(); }},
+        {u"box"_s, [](const QJsonObject &) { return DescribeBox(ModalBox()); }},
+        {u"text"_s, [](const QJsonObject &c) { return TextOf(Named(c)); }},
+        {u"get"_s, [](const QJsonObject &c) { return PropertyOf(Named(c), Text(c, "property")); }},
+        {u"items"_s,
          [](const QJsonObject &c) {
              return ItemsOf(Named(c), c.value(QLatin1String("first")).toInt(0),
                             c.value(QLatin1String("count")).toInt(-1));
          }},
-        {QStringLiteral("selected"), [](const QJsonObject &c) { return SelectedRowsOf(Named(c)); }},
-        {QStringLiteral("grab"), Grab},
-        {QStringLiteral("clipboard"),
+        {u"selected"_s, [](const QJsonObject &c) { return SelectedRowsOf(Named(c)); }},
+        {u"grab"_s, Grab},
+        {u"clipboard"_s,
          [](const QJsonObject &) { return QJsonValue(QGuiApplication::clipboard()->text()); }},
-        {QStringLiteral("copy"), SetClipboard},
+        {u"copy"_s, SetClipboard},
     };
     return table;
 }
 
 const QHash<QString, Doing (*)(const QJsonObject &)> &Doings() {
     static const QHash<QString, Doing (*)(const QJsonObject &)> table{
-        {QStringLiteral("click"), Click},          {QStringLiteral("clickRow"), ClickRow},
-        {QStringLiteral("type"), TypeText},        {QStringLiteral("setText"), EnterText},
-        {QStringLiteral("keys"), PressKeys},       {QStringLiteral("select"), SelectEntry},
-        {QStringLiteral("drop"), DropFiles},       {QStringLiteral("close"), CloseWindow},
-        {QStringLiteral("trigger"), ChooseAction}, {QStringLiteral("answer"), AnswerBox},
+        {u"click"_s, Click},       {u"clickRow"_s, ClickRow}, {u"type"_s, TypeText},
+        {u"setText"_s, EnterText}, {u"keys"_s, PressKeys},    {u"select"_s, SelectEntry},
+        {u"drop"_s, DropFiles},    {u"close"_s, CloseWindow}, {u"trigger"_s, ChooseAction},
+        {u"answer"_s, AnswerBox},
     };
     return table;
 }
 
 void Reply(QLocalSocket *socket, const QJsonObject &command, bool ok, const char *key,
            const QJsonValue &value) {
-    const QJsonObject reply{{QStringLiteral("id"), command.value(QLatin1String("id"))},
-                            {QStringLiteral("ok"), ok},
-                            {QLatin1String(key), value}};
+    const QJsonObject reply{
+        {u"id"_s, command.value(QLatin1String("id"))}, {u"ok"_s, ok}, {QLatin1String(key), value}};
     socket->write(QJsonDocument(reply).toJson(QJsonDocument::Compact) + '\n');
     socket->flush();
 }
@@ -122,7 +120,7 @@ void Server::Run(QLocalSocket *socket, const QJsonObject &command, const Doing &
 QJsonValue Server::Look(const QJsonObject &command) const {
     if (const auto look = Lookings().value(Text(command, "do")))
         return look(command);
-    throw Refusal{QStringLiteral("there is no command ") + Text(command, "do")};
+    throw Refusal{u"there is no command "_s + Text(command, "do")};
 }
 
 } // namespace varlo::e2e
