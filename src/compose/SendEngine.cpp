@@ -7,6 +7,7 @@
 #include "core/Literals.h"
 #include "core/PreferenceKeys.h"
 #include "core/Reporting.h"
+#include "core/SendingAccount.h"
 #include "core/WordWrap.h"
 #include "smtp/SMTP.h"
 
@@ -217,9 +218,10 @@ void SendEngine::Private::Cancel() {
 // ---- The loop
 
 void SendEngine::Private::Prepare(const QString &text) {
-    smtp->SetServer(session.Prefs.SMTPServer);
-    smtp->SetPort(session.Prefs.SMTPPort);
-    smtp->SetSender(Mailbox(session.Prefs.SMTPFrom, session.Prefs.SMTPEmail));
+    const MailAccount account = SendingAccount(session);
+    smtp->SetServer(account.Host);
+    smtp->SetPort(account.Port);
+    smtp->SetSender(account.Sender);
     smtp->SetSubject(message.Subject);
     smtp->SetMessageText(text);
 }

@@ -5,10 +5,6 @@
 
 namespace varlo {
 
-QString Mailbox(const QString &name, const QString &address) {
-    return u'"' + name + u"\" <"_s + address + u'>';
-}
-
 // Wanted: the percentage counts against the last index, so that the last recipient is sent to at 100%, while
 // the estimate counts recipients.
 int PercentComplete(qsizetype index, qsizetype count) {

@@ -5,9 +5,6 @@
 
 namespace varlo {
 
-// A mailbox as the SMTP component takes it: the name in double quotes, then the address in angle brackets.
-QString Mailbox(const QString &name, const QString &address);
-
 // How much of `count` recipients is behind when the one at `index` (from 0) has its turn, in percent.
 int PercentComplete(qsizetype index, qsizetype count);
 

@@ -3,6 +3,7 @@
 #include "core/Literals.h"
 #include "core/PreferenceKeys.h"
 #include "core/Reporting.h"
+#include "core/SendingAccount.h"
 #include "core/WordWrap.h"
 #include "lists/AddressRules.h"
 #include "lists/ListStore.h"
@@ -33,9 +34,10 @@ void PendingProcessing::ConnectMailer() {
         return;
     SMTP_ = std::make_unique<OSSMTP::SMTP>();
     connect(SMTP_.get(), &OSSMTP::SMTP::ErrorSMTP, this, &PendingProcessing::OnMailError);
-    SMTP_->SetServer(session_.Prefs.SMTPServer);
-    SMTP_->SetPort(session_.Prefs.SMTPPort);
-    SMTP_->SetSender(u'"' + session_.Prefs.SMTPFrom + u"\" <"_s + session_.Prefs.SMTPEmail + u'>');
+    const MailAccount account = SendingAccount(session_);
+    SMTP_->SetServer(account.Host);
+    SMTP_->SetPort(account.Port);
+    SMTP_->SetSender(account.Sender);
 }
 
 void PendingProcessing::Run() {
