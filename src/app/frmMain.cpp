@@ -26,9 +26,9 @@
 
 namespace varlo {
 
-frmMain::frmMain(Session &session, QWidget *parent)
+frmMain::frmMain(Session &session, MakeMailer makeMailer, QWidget *parent)
     : QMainWindow(parent), session_(session), lists_(session), editing_(session, lists_),
-      processing_(session, lists_),
+      processing_(session, lists_, std::move(makeMailer)),
       check_(session, MakePendingDoor(), [this] { mnuMainPreferences_Click(); }),
       console_(std::make_unique<frmConsole>(session)) {
     setObjectName(u"frmMain"_s);

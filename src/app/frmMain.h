@@ -2,6 +2,7 @@
 #pragma once
 
 #include "compose/ComposeHost.h"
+#include "core/Mailer.h"
 #include "core/Reporting.h"
 #include "core/Session.h"
 #include "lists/ListEditing.h"
@@ -28,7 +29,8 @@ class frmMain : public QMainWindow, private ComposeHost {
     Q_OBJECT
 
 public:
-    explicit frmMain(Session &session, QWidget *parent = nullptr);
+    // `makeMailer` makes what messages and notifications are sent with.
+    frmMain(Session &session, MakeMailer makeMailer, QWidget *parent = nullptr);
     ~frmMain() override;
 
     // Prepares the open profile, loads its settings, shows the window and opens the list last used. Each

@@ -1,6 +1,7 @@
 // Which controls of the main window are enabled when, row by row, on the real window.
 #include "app/frmMain.h"
 #include "core/Literals.h"
+#include "support/FakeMailer.h"
 #include "support/TestProfile.h"
 
 #include <QAction>
@@ -64,7 +65,8 @@ protected:
     QString Text(const char *label) const { return Find<QLabel>(label)->text(); }
 
     TestProfile profile;
-    frmMain window{profile.session};
+    FakeMailers mailers;
+    frmMain window{profile.session, mailers.Maker()};
 };
 
 TEST_F(ControlsTableTest, WithoutListsNothingIsEnabled) {

@@ -55,7 +55,7 @@ std::unique_ptr<QWidget> OpenWindow::Make(const std::string &name) {
 }
 
 std::unique_ptr<QWidget> OpenWindow::MakeMain() {
-    auto window = std::make_unique<frmMain>(profile_.session);
+    auto window = std::make_unique<frmMain>(profile_.session, mailers_.Maker());
     window->Form_Load();
     auto *typed = window->findChild<QLineEdit *>(u"txtAddEmail"_s);
     typed->setText(u"new@example.org"_s);

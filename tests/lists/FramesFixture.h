@@ -46,7 +46,7 @@ protected:
     std::pair<QString, QString> Wording(const char *button);
 
     QWidget host;
-    PendingProcessing processing{session, lists};
+    PendingProcessing processing{session, lists, mailers.Maker()};
     CurrentListFrame current{session, lists, editing, &host};
     PendingListFrame pending{session, lists, editing, processing, &host};
     ListsMenu menu{session, lists, editing, &host};

@@ -4,6 +4,7 @@
 #include "core/Literals.h"
 #include "lists/ListEditing.h"
 #include "lists/ListStore.h"
+#include "support/FakeMailer.h"
 #include "support/TestProfile.h"
 
 #include <gtest/gtest.h>
@@ -48,6 +49,7 @@ protected:
 
     TestProfile profile;
     Session &session = profile.session;
+    FakeMailers mailers;
     ListStore lists{session};
     ListEditing editing{session, lists};
 };
