@@ -27,8 +27,8 @@
 namespace varlo {
 
 frmMain::frmMain(Session &session, MakeMailer makeMailer, QWidget *parent)
-    : QMainWindow(parent), session_(session), lists_(session), editing_(session, lists_),
-      processing_(session, lists_, std::move(makeMailer)),
+    : QMainWindow(parent), session_(session), makeMailer_(std::move(makeMailer)), lists_(session),
+      editing_(session, lists_), processing_(session, lists_, makeMailer_),
       check_(session, MakePendingDoor(), [this] { mnuMainPreferences_Click(); }),
       console_(std::make_unique<frmConsole>(session)) {
     setObjectName(u"frmMain"_s);
@@ -246,7 +246,7 @@ void frmMain::mnuCompose_Click() {
     if (!lists_.PromptSaveList()) // so that saved lists are composed to; a failed save has been reported
         return;
     if (!compose_)
-        compose_ = new frmCompose(session_, *this);
+        compose_ = new frmCompose(session_, *this, makeMailer_);
     compose_->show();
     compose_->raise();
     compose_->activateWindow();

@@ -72,6 +72,7 @@ private:
     void mnuMainOnTop_Click();
 
     Session &session_;
+    const MakeMailer makeMailer_;
     ListStore lists_;
     ListEditing editing_;
     PendingProcessing processing_;

@@ -5,6 +5,10 @@
 
 namespace varlo {
 
+QString SendingText(qsizetype index, qsizetype count) {
+    return u"Sending message "_s + QString::number(index + 1) + u'/' + QString::number(count);
+}
+
 // Wanted: the percentage counts against the last index, so that the last recipient is sent to at 100%, while
 // the estimate counts recipients.
 int PercentComplete(qsizetype index, qsizetype count) {

@@ -5,6 +5,9 @@
 
 namespace varlo {
 
+// "Sending message 3/250": the recipient at `index` (from 0) has his turn.
+QString SendingText(qsizetype index, qsizetype count);
+
 // How much of `count` recipients is behind when the one at `index` (from 0) has its turn, in percent.
 int PercentComplete(qsizetype index, qsizetype count);
 

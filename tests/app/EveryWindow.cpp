@@ -76,7 +76,7 @@ std::unique_ptr<QWidget> OpenWindow::MakeOptions(int page) {
 }
 
 std::unique_ptr<QWidget> OpenWindow::MakeCompose() {
-    auto window = std::make_unique<frmCompose>(profile_.session, host_);
+    auto window = std::make_unique<frmCompose>(profile_.session, host_, mailers_.Maker());
     window->findChild<QWidget *>(u"picAttachments"_s)->show();
     window->findChild<QWidget *>(u"prgSending"_s)->show();
     return window;
