@@ -171,13 +171,6 @@ void frmCompose::closeEvent(QCloseEvent *event) {
     deleteLater();
 }
 
-void frmCompose::keyPressEvent(QKeyEvent *event) {
-    if (event->key() == Qt::Key_Escape && engine_.IsSending())
-        close();
-    else
-        QMainWindow::keyPressEvent(event);
-}
-
 bool frmCompose::eventFilter(QObject *watched, QEvent *event) {
     return watched == cmbTo && event->type() == QEvent::Wheel;
 }

@@ -20,7 +20,7 @@ struct ComposeHost;
 class MessageEdit;
 class StatusLabel;
 
-// Made with `new`; it deletes itself once it is closed. Closing (or Esc) during a send cancels it. `session` and
+// Made with `new`; it deletes itself once it is closed. Closing during a send cancels it. `session` and
 // `host` must live as long as the window.
 class frmCompose : public QMainWindow {
     Q_OBJECT
@@ -31,7 +31,6 @@ public:
 
 protected:
     void closeEvent(QCloseEvent *event) override;
-    void keyPressEvent(QKeyEvent *event) override;
     // Keeps the mouse wheel from cmbTo: turned in passing, it would send a message to other people.
     bool eventFilter(QObject *watched, QEvent *event) override;
 

@@ -160,15 +160,16 @@ TEST_F(frmComposeSendTest, ClosingMeanwhileAsksNothingAndStops) {
     EXPECT_TRUE(IsGone());
 }
 
-TEST_F(frmComposeSendTest, EscMeanwhileStopsToo) {
+// A key that closes boxes is pressed once too often; half a list without its message cannot be told apart.
+TEST_F(frmComposeSendTest, EscMeanwhileStopsNothing) {
     Prepare("a@x.test\r\nb@x.test\r\n");
     mailers.OnSend = [this] {
         QTest::keyClick(window, Qt::Key_Escape);
         return Outcome();
     };
     Send();
-    EXPECT_EQ(mailers.Recipients().size(), 1);
-    EXPECT_TRUE(IsGone());
+    EXPECT_EQ(mailers.Recipients().size(), 2);
+    EXPECT_EQ(profile.Boxes.Texts().size(), 1) << "the summary";
 }
 
 TEST_F(frmComposeSendTest, EscAtAnyOtherTimeKeepsTheMessage) {
