@@ -14,13 +14,17 @@ public:
         shared_.Newest = this;
         shared_.OnMade(*this);
     }
-    ~FakeMailer() override { --shared_.Alive; }
+    ~FakeMailer() override {
+        --shared_.Alive;
+        shared_.waiting_.removeAll(this);
+    }
 
     void Submit(const Mail &mail) override {
         EXPECT_FALSE(submitted_) << "one mail at a time";
         submitted_ = true;
-        shared_.Sent.push_back({account_.Host, account_.Port, account_.Sender, mail.Message->Subject,
-                                mail.Message->Text, mail.Recipient, mail.Message->Attachments});
+        mail_ = {account_.Host,      account_.Port,  account_.Sender,          mail.Message->Subject,
+                 mail.Message->Text, mail.Recipient, mail.Message->Attachments};
+        shared_.Sent.push_back(mail_);
         QMetaObject::invokeMethod(this, &FakeMailer::Answer, Qt::QueuedConnection);
     }
     void Finish(const Outcome &outcome) {
@@ -33,17 +37,20 @@ public:
 private:
     void Answer() {
         const QPointer<FakeMailer> self(this);
-        shared_.waiting_ = this;
+        shared_.Current = mail_;
         const auto script = shared_.OnSend; // it may replace itself
         const std::optional<Outcome> outcome = script();
-        if (!self || !outcome || shared_.waiting_ != this)
+        if (!self)
             return;
-        shared_.waiting_ = nullptr;
-        Finish(*outcome);
+        if (outcome)
+            Finish(*outcome);
+        else
+            shared_.waiting_ << this;
     }
 
     FakeMailers &shared_;
     const MailAccount account_;
+    SentMail mail_;
     bool submitted_ = false;
 };
 
@@ -59,11 +66,8 @@ QStringList FakeMailers::Recipients() const {
 }
 
 void FakeMailers::Finish(const Outcome &outcome) {
-    auto *mailer = static_cast<FakeMailer *>(std::exchange(waiting_, nullptr).data());
-    if (mailer)
-        mailer->Finish(outcome);
-    else
-        ADD_FAILURE() << "no mail is under way";
+    ASSERT_TRUE(IsBusy());
+    static_cast<FakeMailer *>(waiting_.takeFirst())->Finish(outcome);
 }
 
 Outcome Failure(int number, const QString &description) {

@@ -30,24 +30,25 @@ public:
 
     // The recipients of all mails, as they were named.
     QStringList Recipients() const;
-    // Whether a mail is under way.
-    bool IsBusy() const { return !waiting_.isNull(); }
-    // The mail that is under way meets its fate: for scripts that left it unanswered.
+    // Whether a mail is under way that the script left unanswered.
+    bool IsBusy() const { return !waiting_.isEmpty(); }
+    // The first of those meets its fate.
     void Finish(const Outcome &outcome = {});
 
     std::vector<SentMail> Sent; // a mail that failed by a fault of our own is taken out again
     int Made = 0;               // how many mailers there were
     int Alive = 0;              // how many there are
     QPointer<Mailer> Newest;
-    // Called when the mail given last, the last of Sent, is under way, in an event of its own; nothing: no
-    // answer comes. It may destroy the mailer.
+    SentMail Current; // the one that OnSend is asked about
+    // Called for every mail when it is under way, in an event of its own; nothing: no answer comes. It may
+    // destroy the mailer.
     std::function<std::optional<Outcome>()> OnSend = [] { return Outcome(); };
     std::function<void(Mailer &)> OnMade = [](Mailer &) {};
 
 private:
     friend class FakeMailer;
 
-    QPointer<Mailer> waiting_; // whose mail is under way
+    QList<Mailer *> waiting_; // for an answer that the script did not give
 };
 
 // A refusal by the server, or an error of the component.
