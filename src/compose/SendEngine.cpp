@@ -22,6 +22,10 @@ namespace {
 
 constexpr int kTickMilliseconds = 3000;
 
+// Windows have their events after so many milliseconds, however many messages go out meanwhile. A turn of the
+// event loop for each message would cost a near server's pace.
+constexpr int kSlice = 10;
+
 } // namespace
 
 SendEngine::SendEngine(Session &session, MakeMailer makeMailer,
@@ -32,7 +36,10 @@ SendEngine::SendEngine(Session &session, MakeMailer makeMailer,
     tmrTimeRemaining_.setInterval(kTickMilliseconds);
     yield_.setSingleShot(true);
     connect(&tmrTimeRemaining_, &QTimer::timeout, this, &SendEngine::Tick);
-    connect(&yield_, &QTimer::timeout, this, &SendEngine::GoOn);
+    connect(&yield_, &QTimer::timeout, this, [this] {
+        sinceYield_.start();
+        GoOn();
+    });
 }
 
 // ---- Before the first message
@@ -139,6 +146,9 @@ void SendEngine::Act(const SendStep &step) {
     case SendStep::Next::GoOn:
         GoOn();
         break;
+    case SendStep::Next::Breathe:
+        IsYieldDue() ? yield_.start() : GoOn();
+        break;
     case SendStep::Next::Yield:
         yield_.start();
         break;
@@ -152,6 +162,10 @@ void SendEngine::Act(const SendStep &step) {
         Fail(RuntimeError(step.Number, step.Text));
         break;
     }
+}
+
+bool SendEngine::IsYieldDue() const {
+    return !sinceYield_.isValid() || sinceYield_.hasExpired(kSlice);
 }
 
 // ---- The end
@@ -197,6 +211,7 @@ void SendEngine::Cancel() {
 void SendEngine::Stop() {
     tmrTimeRemaining_.stop();
     yield_.stop();
+    sinceYield_.invalidate();
     SMTP_.reset();
     message_.reset();
 }

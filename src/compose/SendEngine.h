@@ -5,6 +5,7 @@
 #include "core/RuntimeError.h"
 #include "core/Session.h"
 
+#include <QElapsedTimer>
 #include <QObject>
 #include <QStringList>
 #include <QTimer>
@@ -69,6 +70,7 @@ private:
     void GoOn() { Do(run_.GoOn()); }
     void Do(const SendStep &step);
     void Act(const SendStep &step);
+    bool IsYieldDue() const;
     void Complete();
     void Fail(const RuntimeError &error);
     void Stop();
@@ -84,6 +86,7 @@ private:
     const std::function<void(const QString &)> addPending_;
     QTimer tmrTimeRemaining_{this};
     QTimer yield_{this};
+    QElapsedTimer sinceYield_; // not running before the first
 
     bool sending_ = false;
     std::unique_ptr<Mailer> SMTP_; // lives as long as messages go out

@@ -40,7 +40,7 @@ SendStep SendRun::BeginTurn() {
         return {DuplicateCheck::StatusText(address), {}, Next::Yield};
     }
     state_ = State::Announced;
-    return {SendingText(index_, Count()), {}, Next::Yield};
+    return {SendingText(index_, Count()), {}, Next::Breathe};
 }
 
 SendStep SendRun::Finished(const Outcome &outcome) {

@@ -14,6 +14,7 @@ struct SendStep {
         Nothing,  // wait on: the event belonged to no recipient
         GoOn,     // call GoOn at once
         Yield,    // let the windows have their events, then call GoOn
+        Breathe,  // the same, unless they had them a moment ago: then call GoOn at once
         Submit,   // send the message to the recipient `Text`, then call Finished
         Complete, // every recipient had his turn
         Fail,     // this machine cannot send it to anybody: the run-time error `Number` with the words `Text`

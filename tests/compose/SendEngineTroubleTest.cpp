@@ -2,7 +2,10 @@
 #include "compose/SendEngine.h"
 #include "core/RuntimeError.h"
 
+#include <QPointer>
 #include <gtest/gtest.h>
+
+#include <utility>
 
 namespace varlo {
 namespace {
@@ -271,6 +274,45 @@ TEST_F(SendEngineTroubleTest, ABoxThatIsOpenHoldsNothingUp) {
     EXPECT_TRUE(underTheBox);
     EXPECT_TRUE(completed);
     EXPECT_EQ(fake.Sent.size(), 3U);
+}
+
+// Meets every mail's fate in the event that the first of them began.
+class RestlessMailer : public Mailer {
+public:
+    explicit RestlessMailer(std::function<void()> onSubmit) : onSubmit_(std::move(onSubmit)) {}
+    void Submit(const Mail &) override {
+        onSubmit_();
+        if (!std::exchange(submitted_, true) && !running_)
+            QMetaObject::invokeMethod(this, &RestlessMailer::Run, Qt::QueuedConnection);
+    }
+
+private:
+    void Run() {
+        const QPointer<RestlessMailer> self(this);
+        running_ = true;
+        while (self && std::exchange(submitted_, false))
+            Q_EMIT Finished({});
+        if (self)
+            running_ = false;
+    }
+
+    const std::function<void()> onSubmit_;
+    bool submitted_ = false;
+    bool running_ = false;
+};
+
+TEST_F(SendEngineTroubleTest, WindowsHaveTheirEventsThoughTheMailerNeverRests) {
+    int sent = 0;
+    const auto press = [&] { // in the middle, a button that ends it
+        if (++sent == 1)
+            QTimer::singleShot(1, engine.get(), &SendEngine::Cancel);
+    };
+    makeMailer = [&](const MailAccount &) { return std::make_unique<RestlessMailer>(press); };
+    session.Prefs.LogStatus = 0;
+    message.Recipients = Addresses(100'000);
+    EXPECT_FALSE(Send());
+    EXPECT_GT(sent, 0);
+    EXPECT_LT(sent, 50'000) << "100,000 take longer than a slice, whatever the machine";
 }
 
 TEST_F(SendEngineTroubleTest, UnderTheSummaryOfOneSendAnotherGoesOn) {
