@@ -113,6 +113,19 @@ TEST_F(SendEngineTest, TheWindowIsToldEveryStep) {
     EXPECT_EQ(sendings, (std::vector<bool>{true, false}));
 }
 
+TEST_F(SendEngineTest, TheLastStatusComesBeforeTheLastCaption) {
+    QStringList told;
+    QObject::connect(engine.get(), &SendEngine::StatusChanged, &keeper,
+                     [&](const QString &text) { told << text; });
+    QObject::connect(engine.get(), &SendEngine::CaptionChanged, &keeper,
+                     [&](const QString &text) { told << text; });
+    profile.Boxes.OnBox = [&](const QString &) { told << Text("summary"); };
+    message.Recipients = Addresses(1);
+    EXPECT_TRUE(Send());
+    EXPECT_EQ(told, (QStringList{Text("Sending: 0% Complete"), Text("Sending message 1/1"),
+                                 Text("E-mail sending complete"), Text("Send Complete"), Text("summary")}));
+}
+
 TEST_F(SendEngineTest, StatusTextsGoToTheConsoleAndTheLogButNotToTheStatusBar) {
     message.Recipients = Addresses(1);
     EXPECT_TRUE(Send());
@@ -143,6 +156,17 @@ TEST_F(SendEngineTest, TheSummaryIsAnInformation) {
                    Text("Message sending complete.\r\n\r\n- The sending process lasted 1 mins, 33 "
                         "secs\r\n- The message was sent to 3 recipients"),
                    BoxButtons::Ok, BoxIcon::Information}}));
+}
+
+TEST_F(SendEngineTest, OfTheDurationOnlyWholeSecondsCount) {
+    profile.Clock = profile.Clock.addMSecs(900);
+    fake.OnSend = [this] {
+        profile.Clock = profile.Clock.addMSecs(1999); // two turns of the clock's hand
+        return Outcome();
+    };
+    message.Recipients = Addresses(1);
+    EXPECT_TRUE(Send());
+    EXPECT_TRUE(profile.Boxes.Texts().value(0).contains(Text("lasted 1 secs\r\n")));
 }
 
 TEST_F(SendEngineTest, TheTextIsWrappedAndTheKeptCopyIsNot) {
