@@ -4,6 +4,8 @@
 
 #include <QPointer>
 
+#include <utility>
+
 namespace OSSMTP {
 
 using varlo::Outcome;
@@ -31,10 +33,22 @@ BlockingMailer::BlockingMailer(const varlo::MailAccount &account, QObject *paren
 
 void BlockingMailer::Submit(const varlo::Mail &mail) {
     mail_ = mail;
-    QMetaObject::invokeMethod(this, &BlockingMailer::Run, Qt::QueuedConnection);
+    submitted_ = true;
+    if (!running_)
+        QMetaObject::invokeMethod(this, &BlockingMailer::Run, Qt::QueuedConnection);
 }
 
+// Goes on at once with what the handler of Finished submits.
 void BlockingMailer::Run() {
+    const QPointer<BlockingMailer> self(this);
+    running_ = true;
+    while (self && std::exchange(submitted_, false))
+        SendOne();
+    if (self)
+        running_ = false;
+}
+
+void BlockingMailer::SendOne() {
     const QPointer<BlockingMailer> self(this); // an event handled meanwhile may destroy it
     outcome_ = {};
     try {

@@ -17,12 +17,15 @@ public:
 
 private:
     void Run();
+    void SendOne();
     void Set(const varlo::Mail &mail);
 
     SMTP smtp_;
     varlo::Mail mail_;
     std::shared_ptr<const varlo::MailMessage> set_; // what the component holds
     varlo::Outcome outcome_;
+    bool submitted_ = false;
+    bool running_ = false;
 };
 
 } // namespace OSSMTP
