@@ -42,11 +42,15 @@ std::optional<QString> KeyOf(const QString &line) {
     return line.left(equals).trimmed();
 }
 
-QString ValueOf(const QString &line) {
-    QString value = line.sliced(line.indexOf(u'=') + 1).trimmed();
+QString AsRead(const QString &written) {
+    const QString value = written.trimmed();
     const bool quoted = value.size() >= 2 && (value.front() == u'"' || value.front() == u'\'') &&
                         value.front() == value.back();
     return quoted ? value.sliced(1, value.size() - 2) : value;
+}
+
+QString ValueOf(const QString &line) {
+    return AsRead(line.sliced(line.indexOf(u'=') + 1));
 }
 
 struct SectionLines {
@@ -127,6 +131,10 @@ QString WithValue(const QString &text, const QString &section, const QString &ke
         lines << u'[' + section + u']' + kLineEnd << entry + kLineEnd;
     }
     return lines.join(QString());
+}
+
+QString Kept(const QString &value) {
+    return AsRead(value) == value ? value : u'"' + value + u'"';
 }
 
 QString WithoutKey(const QString &text, const QString &section, const QString &key) {

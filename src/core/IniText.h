@@ -14,6 +14,10 @@ std::optional<QString> Find(const QString &text, const QString &section, const Q
 // The text with the key set. A new key goes to the end of its section, a new section to the end of the text.
 QString WithValue(const QString &text, const QString &section, const QString &key, const QString &value);
 
+// `value` as it has to stand in a text so that Find gives it back: in quotation marks when blanks or quotation
+// marks around it would be dropped otherwise.
+QString Kept(const QString &value);
+
 // The text without the first key of that name in the first section of that name.
 QString WithoutKey(const QString &text, const QString &section, const QString &key);
 

@@ -4,7 +4,19 @@
 #include <QString>
 #include <QVariant>
 
+#include <span>
+
 namespace varlo {
+
+// One value of a settings file, to be written together with others.
+struct IniEntry {
+    QString Section;
+    QString Key;
+    QString Value;
+};
+
+// `text` as one line: line breaks and zeros become blanks.
+QString IniLine(QString text);
 
 // Nothing is cached: each read and write goes to the file, so that two instances on one file see each other's
 // changes. All values travel as text. The rules are those of the Windows profile services, so that files pass
@@ -13,6 +25,9 @@ namespace varlo {
 // place, a new key goes to the end of its section. User-interface thread only.
 class clsINIFile {
 public:
+    // The longest value that GetValue gives, in characters: the services' buffer of 3072 less its closing zero.
+    static constexpr qsizetype kLongestValue = 3071;
+
     // The full path of the file that every operation addresses.
     const QString &File() const { return file_; }
     // Stores the path and forgets the section.
@@ -30,6 +45,11 @@ public:
     // line breaks become blanks. File, section and key are created as needed. A failed write goes unnoticed
     // and leaves the file as it was.
     void Values(const QString &ValueName, const QVariant &vData) const;
+
+    // Writes all the entries, whatever the current section, in one write of the file: all of them or none. A
+    // value comes back as it is, blanks and quotation marks around it included. Throws RuntimeError when the
+    // file cannot be read or written; it is as it was then.
+    void Write(std::span<const IniEntry> entries) const;
 
     // Removes the key from the current section. A missing key goes unnoticed.
     void DeleteKey(const QString &KeyName) const;

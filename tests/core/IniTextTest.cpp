@@ -55,6 +55,15 @@ TEST(IniTextFind, FirstOfTwoSectionsWins) {
     EXPECT_EQ(Found(text, "A", "y"), kNone);
 }
 
+TEST(IniTextKept, AValueIsPutInMarksOnlyWhereItWouldLoseSomething) {
+    for (const char *plain : {"", "a", "a b", "it's", "\"", "'a\"", "\"a", "; no comment", "[a]=b"})
+        EXPECT_EQ(IniText::Kept(Text(plain)), Text(plain));
+    for (const char *odd : {" ", " a", "a ", "\ta", "\"a\"", "'a'", "\"\"", " 'a' ", "\"\"\""}) {
+        EXPECT_EQ(IniText::Kept(Text(odd)), Text("\"") + Text(odd) + Text("\""));
+        EXPECT_EQ(Found(With("", "A", "x", qUtf8Printable(IniText::Kept(Text(odd)))), "A", "x"), Text(odd));
+    }
+}
+
 TEST(IniTextFind, BlanksAroundNamesAndValuesAreDropped) {
     EXPECT_EQ(Found(Text(" [ A ] \r\n \tx\t = \t1 2 \t\r\n"), "A", "x"), Text("1 2"));
 }

@@ -1,6 +1,7 @@
 #include "core/clsINIFile.h"
 
 #include "core/Literals.h"
+#include "core/RuntimeError.h"
 #include "core/TextFile.h"
 #include "support/FullDisk.h"
 #include "support/WithoutRootRights.h"
@@ -282,6 +283,41 @@ TEST_F(clsINIFileTest, FileThatCannotBeReadIsNeverReplaced) {
     }
     ASSERT_TRUE(QFile::setPermissions(path_, QFileDevice::ReadOwner | QFileDevice::WriteOwner));
     EXPECT_EQ(Bytes(), QByteArray("[A]\r\nKey=1\r\n"));
+}
+
+TEST_F(clsINIFileTest, ManyValuesAreWrittenTogether) {
+    Put("; mine\r\n[B]\r\ny=1\r\n");
+    ini_.Write(std::vector<IniEntry>{{u"A"_s, u"x"_s, u" 1 "_s}, {u"b"_s, u"Y"_s, u"2\r\n3"_s}});
+    EXPECT_EQ(Bytes(), QByteArray("; mine\r\n[B]\r\nY=2 3\r\n[A]\r\nx=\" 1 \"\r\n"));
+    EXPECT_EQ(ini_.GetValue(u"x"_s), u" 1 "_s);
+    EXPECT_EQ(ini_.Section(), u"A"_s);
+}
+
+TEST_F(clsINIFileTest, FullDiskLeavesNoneOfManyValuesAtEveryByte) {
+    const QByteArray old("[A]\r\nKey=1\r\n; a comment that is worth keeping\r\n");
+    const std::vector<IniEntry> entries{{u"A"_s, u"Key"_s, u"2"_s}, {u"B"_s, u"Key"_s, u"3"_s}};
+    Put(old);
+    for (rlim_t room = 0; room < static_cast<rlim_t>(old.size()); ++room) {
+        {
+            const FullDisk disk(room);
+            EXPECT_THROW(ini_.Write(entries), RuntimeError);
+        }
+        ASSERT_EQ(Bytes(), old) << "with room for " << room << " bytes";
+    }
+    ini_.Write(entries);
+    EXPECT_EQ(Bytes(), old.mid(0, 5) + "Key=2\r\n; a comment that is worth keeping\r\n[B]\r\nKey=3\r\n");
+}
+
+TEST_F(clsINIFileTest, ManyValuesThatCannotBeWrittenNameTheFile) {
+    ASSERT_TRUE(folder_.remove());
+    try {
+        ini_.Write(std::vector<IniEntry>{{u"A"_s, u"x"_s, u"1"_s}});
+        ADD_FAILURE() << "no error";
+    } catch (const RuntimeError &error) {
+        EXPECT_EQ(error.Number(), PathNotFound);
+        EXPECT_EQ(error.Description(), u"The settings could not be written to "_s +
+                                           QDir::toNativeSeparators(path_) + u": Path not found"_s);
+    }
 }
 
 } // namespace
