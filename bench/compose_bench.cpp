@@ -20,6 +20,7 @@
 #include "compose/SendEngine.h"
 #include "compose/UndoHistory.h"
 #include "core/Literals.h"
+#include "core/Preferences.h"
 #include "core/TextFile.h"
 #include "core/WordWrap.h"
 

@@ -20,6 +20,7 @@
 //   SortTexts/n        the same texts lower-cased and sorted, which the two boxes save
 
 #include "core/Literals.h"
+#include "core/Preferences.h"
 #include "core/StatusLabel.h"
 #include "core/TextFile.h"
 #include "lists/EntryListView.h"

@@ -8,6 +8,7 @@
 #include "compose/ComposeHost.h"
 #include "compose/frmCompose.h"
 #include "core/Literals.h"
+#include "core/Preferences.h"
 #include "core/Session.h"
 #include "core/TextFile.h"
 #include "smtp/BlockingMailer.h"

@@ -1,7 +1,6 @@
 #include "app/StartUp.h"
 
 #include "core/Literals.h"
-#include "core/PreferenceKeys.h"
 #include "core/Product.h"
 #include "core/modPublic.h"
 
@@ -43,21 +42,6 @@ void PrepareProfile(Session &session, ErrorTrap &trap) {
     trap([&] { CreateFolder(session.ProfilePath); });
     for (const char *folder : {"lists", "sent", "logs"})
         trap([&] { CreateFolder(session.ProfileFile(QString::fromLatin1(folder))); });
-}
-
-void LoadPreferences(Session &session, ErrorTrap &trap) {
-    clsINIFile &ini = session.INI;
-    Preferences &prefs = session.Prefs;
-    trap([&] { prefs.Notify = ReadNumber(ini, Keys::Notify); });
-    prefs.SMTPServer = ReadText(ini, Keys::SMTPServer);
-    trap([&] { prefs.SMTPPort = To16Bit(ReadNumber(ini, Keys::SMTPPort)); });
-    prefs.SMTPFrom = ReadText(ini, Keys::SMTPFrom);
-    prefs.SMTPEmail = ReadText(ini, Keys::SMTPEmail);
-    trap([&] { prefs.SMTPWrap = To16Bit(ReadNumber(ini, Keys::SMTPWrap)); });
-    prefs.SubSubject = ReadText(ini, Keys::SubSubject);
-    prefs.SubBody = ReadText(ini, Keys::SubBody);
-    prefs.UnsubSubject = ReadText(ini, Keys::UnsubSubject);
-    prefs.UnsubBody = ReadText(ini, Keys::UnsubBody);
 }
 
 void WriteSessionMarkers(Session &session, const QString &words, ErrorTrap &trap) {

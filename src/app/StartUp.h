@@ -21,10 +21,6 @@ QStringList FindDocumentFolders(const QString &executableFolder);
 // runs under `trap`.
 void PrepareProfile(Session &session, ErrorTrap &trap);
 
-// Loads the settings that are held in memory. A setting that cannot be read is reported by `trap` and keeps
-// its default.
-void LoadPreferences(Session &session, ErrorTrap &trap);
-
 // Appends a marker, " SESSION STARTED" or " SESSION ENDED", to each of the three logs.
 void WriteSessionMarkers(Session &session, const QString &words, ErrorTrap &trap);
 

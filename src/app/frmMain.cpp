@@ -5,8 +5,8 @@
 #include "app/frmConsole.h"
 #include "compose/frmCompose.h"
 #include "core/Literals.h"
-#include "core/PreferenceKeys.h"
 #include "core/Product.h"
+#include "core/Settings.h"
 #include "core/StatusLabel.h"
 #include "lists/AddressRules.h"
 #include "lists/CurrentListFrame.h"
@@ -143,7 +143,7 @@ void frmMain::Form_Load() {
     ErrorTrap trap(session_, u"Main.Load"_s);
     PrepareProfile(session_, trap);
     WriteSessionMarkers(session_, u" SESSION STARTED"_s, trap);
-    LoadPreferences(session_, trap);
+    session_.AllSettings.Load(trap);
     lists_.ListSaved = true;
     LoadMainSettings(trap);
     trap([&] { fraCurrent->RefreshListNames(); });
@@ -154,21 +154,22 @@ void frmMain::Form_Load() {
 }
 
 void frmMain::LoadMainSettings(ErrorTrap &trap) {
+    Settings &settings = session_.AllSettings;
     trap([&] {
-        if (ReadTruth(session_.INI, Keys::AlwaysOnTop))
+        if (settings.Read(&Preferences::AlwaysOnTop))
             mnuMainOnTop->trigger();
     });
-    trap([&] { session_.Prefs.LogStatus = ReadNumber(session_.INI, Keys::LogStatusAtStart); });
-    trap([&] { Frame3->SetBypass(ReadNumber(session_.INI, Keys::BypassPending) == 1); });
+    trap([&] { settings.Read(&Preferences::LogStatus); });
+    trap([&] { Frame3->SetBypass(settings.Read(&Preferences::BypassPending) == 1); });
 }
 
 void frmMain::OpenLastList(ErrorTrap &trap) {
     int last = 0;
-    trap([&] { last = ReadNumber(session_.INI, Keys::ListCurrent); });
+    trap([&] { last = session_.AllSettings.Read(&Preferences::ListCurrent); });
     const auto count = fraCurrent->ListNames().size();
     if (count > 0)
         fraCurrent->ChooseList(last >= 0 && last < count ? last : 0);
-    trap([&] { session_.Prefs.ListSortBy = ReadNumber(session_.INI, Keys::ListSortBy); });
+    trap([&] { session_.AllSettings.Read(&Preferences::ListSortBy); });
     if (count > 0)
         ShowSortOrder();
     UpdateControls();
@@ -265,23 +266,16 @@ void frmMain::mnuMainOnTop_Click() {
     setWindowFlag(Qt::WindowStaysOnTopHint, mnuMainOnTop->isChecked());
     if (wasVisible)
         show(); // a changed flag hides the window
-    WriteValue(session_.INI, Keys::AlwaysOnTop, mnuMainOnTop->isChecked());
+    session_.Prefs.AlwaysOnTop = mnuMainOnTop->isChecked();
+    session_.AllSettings.Write({&Preferences::AlwaysOnTop});
 }
 
-// Sizes are kept beside the other settings, in a section that nothing else reads.
 void frmMain::RestoreLayout() {
-    session_.INI.SetSection(u"Window"_s);
-    const auto stored = [&](const char *key) {
-        return QByteArray::fromBase64(session_.INI.GetValue(QString::fromLatin1(key)).toLatin1());
+    const auto stored = [&](QString Preferences::*member) {
+        return QByteArray::fromBase64(session_.AllSettings.Read(member).toLatin1());
     };
-    restoreGeometry(stored("Geometry"));
-    splitter_->restoreState(stored("Splitter"));
-}
-
-void frmMain::StoreLayout() {
-    session_.INI.SetSection(u"Window"_s);
-    session_.INI.Values(u"Geometry"_s, QString::fromLatin1(saveGeometry().toBase64()));
-    session_.INI.Values(u"Splitter"_s, QString::fromLatin1(splitter_->saveState().toBase64()));
+    restoreGeometry(stored(&Preferences::WindowGeometry));
+    splitter_->restoreState(stored(&Preferences::WindowSplitter));
 }
 
 bool frmMain::Form_QueryUnload() {
@@ -305,10 +299,13 @@ void frmMain::Form_Unload() {
     delete compose_;
     console_->close();
     WriteSessionMarkers(session_, u" SESSION ENDED"_s, trap);
-    WriteValue(session_.INI, Keys::ListCurrent, fraCurrent->ChosenIndex());
-    WriteValue(session_.INI, Keys::ListSortBy, session_.Prefs.ListSortBy);
-    WriteValue(session_.INI, Keys::BypassPending, Frame3->Bypass() ? 1 : 0);
-    StoreLayout();
+    trap([&] { session_.Prefs.ListCurrent = To16Bit(fraCurrent->ChosenIndex()); });
+    session_.Prefs.BypassPending = Frame3->Bypass() ? 1 : 0;
+    session_.Prefs.WindowGeometry = QString::fromLatin1(saveGeometry().toBase64());
+    session_.Prefs.WindowSplitter = QString::fromLatin1(splitter_->saveState().toBase64());
+    session_.AllSettings.Write({&Preferences::ListCurrent, &Preferences::ListSortBy,
+                                &Preferences::BypassPending, &Preferences::WindowGeometry,
+                                &Preferences::WindowSplitter});
 }
 
 void frmMain::closeEvent(QCloseEvent *event) {

@@ -58,7 +58,6 @@ private:
     void LoadMainSettings(ErrorTrap &trap);
     void OpenLastList(ErrorTrap &trap);
     void RestoreLayout();
-    void StoreLayout();
 
     bool Form_QueryUnload();
     void Form_Unload();

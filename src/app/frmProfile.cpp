@@ -1,8 +1,8 @@
 #include "app/frmProfile.h"
 
 #include "core/Buttons.h"
+#include "core/GlobalKeys.h"
 #include "core/Literals.h"
-#include "core/PreferenceKeys.h"
 #include "core/Profiles.h"
 #include "core/Reporting.h"
 #include "core/modPublic.h"

@@ -4,9 +4,9 @@
 #include "compose/SentCopy.h"
 #include "compose/Signature.h"
 #include "core/Literals.h"
-#include "core/PreferenceKeys.h"
 #include "core/Reporting.h"
 #include "core/SendingAccount.h"
+#include "core/Settings.h"
 #include "core/WordWrap.h"
 
 #include <QFile>
@@ -84,7 +84,7 @@ void SendEngine::Prepare(const ComposedMessage &message) {
     mail.Text = WordWrap(session_, message.Text, session_.Prefs.SMTPWrap);
     if (mail.Text.isEmpty() && !message.Text.isEmpty())
         return; // reported already; an empty message is not what was written
-    if (ReadNumber(session_.INI, Keys::LogEmails) == 1)
+    if (session_.AllSettings.Read(&Preferences::LogEmails) == 1)
         WriteSentCopy(session_, message.ToName, message.Subject, message.Text);
     message_ = std::make_shared<const MailMessage>(std::move(mail));
     toName_ = message.ToName;

@@ -1,6 +1,7 @@
 #include "compose/SentCopy.h"
 
 #include "core/Literals.h"
+#include "core/Preferences.h"
 #include "core/TextFile.h"
 #include "core/modPublic.h"
 

@@ -1,16 +1,17 @@
 #include "compose/Signature.h"
 
 #include "core/Literals.h"
-#include "core/PreferenceKeys.h"
+#include "core/Settings.h"
+#include "core/ValueText.h"
 
 namespace varlo {
 
 QString LoadSignature(Session &session) {
-    return FromOneLine(ReadText(session.INI, Keys::SignatureText));
+    return FromOneLine(session.AllSettings.Read(&Preferences::SignatureText));
 }
 
 bool AutoAddSignature(Session &session) {
-    return ReadNumber(session.INI, Keys::SignatureAutoAdd) == 1;
+    return session.AllSettings.Read(&Preferences::SignatureAutoAdd) == 1;
 }
 
 QString SignedBody(const QString &signature) {

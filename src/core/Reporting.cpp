@@ -1,6 +1,7 @@
 #include "core/Reporting.h"
 
 #include "core/Literals.h"
+#include "core/Preferences.h"
 #include "core/Product.h"
 #include "core/TextFile.h"
 #include "core/modPublic.h"

@@ -1,6 +1,7 @@
 #include "core/Session.h"
 
 #include "core/Literals.h"
+#include "core/Settings.h"
 
 #include <QDir>
 
@@ -19,6 +20,13 @@ QDateTime LocalTime() {
         offset = utc.toLocalTime().offsetFromUtc();
     return utc.toOffsetFromUtc(offset);
 }
+
+Session::Session(QString programFolder, Dialogs &boxes)
+    : ProgramFolder(std::move(programFolder)), settings_(std::make_unique<Settings>(INI)),
+      AllSettings(*settings_), Prefs(settings_->Held), Boxes(boxes) {
+}
+
+Session::~Session() = default;
 
 QString Session::ProfileFile(const QString &folder, const QString &name) const {
     const QString path = QDir(ProfilePath).filePath(folder);

@@ -10,32 +10,20 @@
 #include <QStringList>
 
 #include <functional>
+#include <memory>
 
 namespace varlo {
 
-// The settings that are held in memory for the whole run. The preferences window changes them together with
-// the file.
-struct Preferences {
-    int Notify = 0;
-    QString SMTPServer;
-    qint16 SMTPPort = 25;
-    QString SMTPFrom;
-    QString SMTPEmail;
-    qint16 SMTPWrap = 72;
-    QString SubSubject;
-    QString SubBody;
-    QString UnsubSubject;
-    QString UnsubBody;
-    int LogStatus = 1;
-    int ListSortBy = 1;
-};
+class Settings;
+struct Preferences;
 
 // The time of day as the operator's clock shows it. User-interface thread only.
 QDateTime LocalTime();
 
 // One object, made by main() and handed on by reference. User-interface thread only.
 struct Session {
-    Session(QString programFolder, Dialogs &boxes) : ProgramFolder(std::move(programFolder)), Boxes(boxes) {}
+    Session(QString programFolder, Dialogs &boxes);
+    ~Session();
     Session(const Session &) = delete;
     Session &operator=(const Session &) = delete;
 
@@ -48,7 +36,14 @@ struct Session {
     QStringList DocumentFolders; // where help and read-me lie when they are not in the program folder
     QString ProfilePath;         // the open profile's folder; empty until one is open
     clsINIFile INI;              // "global.ini" while a profile is chosen, then the profile's "prefs.ini"
-    Preferences Prefs;
+
+private:
+    // Behind pointers, so that a new setting does not touch everybody who has a session.
+    const std::unique_ptr<Settings> settings_;
+
+public:
+    Settings &AllSettings; // what "prefs.ini" keeps; who uses it includes core/Settings.h
+    Preferences &Prefs;    // what of it is held in memory; who uses it includes core/Preferences.h
     StatusFeed Status;
     Dialogs &Boxes;
     bool AppExiting = false;            // the main window is unloading

@@ -1,6 +1,7 @@
 #include "lists/ListEditing.h"
 
 #include "core/Literals.h"
+#include "core/Preferences.h"
 #include "core/Reporting.h"
 #include "core/modPublic.h"
 #include "lists/AddressRules.h"

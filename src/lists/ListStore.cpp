@@ -1,6 +1,7 @@
 #include "lists/ListStore.h"
 
 #include "core/Literals.h"
+#include "core/Preferences.h"
 #include "core/Reporting.h"
 #include "lists/ListFile.h"
 
@@ -17,6 +18,10 @@ ListStore::ListStore(Session &session, QObject *parent) : QObject(parent), sessi
         selections_[box] = new QItemSelectionModel(boxes_[box], this);
         connect(selections_[box], &QItemSelectionModel::selectionChanged, this, &ListStore::UpdateControls);
     }
+}
+
+int ListStore::VisibleBox() const {
+    return session_.Prefs.ListSortBy == 1 ? kAlphabetical : kChronological;
 }
 
 QList<int> ListStore::SelectedRows(int box) const {

@@ -31,7 +31,7 @@ public:
     QItemSelectionModel &Selection(int box) const { return *selections_[static_cast<size_t>(box)]; }
 
     // The list box of the open list that is shown: the alphabetical one when "ListSortBy" is 1.
-    int VisibleBox() const { return session_.Prefs.ListSortBy == 1 ? kAlphabetical : kChronological; }
+    int VisibleBox() const;
     // The selected rows of a box, ascending.
     QList<int> SelectedRows(int box) const;
     int SelectedCount(int box) const;

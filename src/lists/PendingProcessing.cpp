@@ -1,9 +1,10 @@
 #include "lists/PendingProcessing.h"
 
 #include "core/Literals.h"
-#include "core/PreferenceKeys.h"
+#include "core/Preferences.h"
 #include "core/Reporting.h"
 #include "core/SendingAccount.h"
+#include "core/ValueText.h"
 #include "core/WordWrap.h"
 #include "lists/AddressRules.h"
 #include "lists/ListStore.h"

@@ -1,8 +1,8 @@
 #include "pop3/Pop3Check.h"
 
 #include "core/Literals.h"
-#include "core/PreferenceKeys.h"
 #include "core/Reporting.h"
+#include "core/Settings.h"
 #include "core/TextFile.h"
 
 #include <QPointer>
@@ -13,9 +13,10 @@ namespace {
 
 using Kind = Pop3Effect::Kind;
 
-Pop3Account ReadAccount(clsINIFile &ini) {
-    return {ReadText(ini, Keys::POPServer), ReadText(ini, Keys::POPUsername),
-            ReadText(ini, Keys::POPPassword), ReadNumber(ini, Keys::POPDeleteAll)};
+// Read from the file for each check.
+Pop3Account ReadAccount(Settings &settings) {
+    return {settings.Read(&Preferences::POPServer), settings.Read(&Preferences::POPUsername),
+            settings.Read(&Preferences::POPPassword), settings.Read(&Preferences::POPDeleteAll)};
 }
 
 } // namespace
@@ -34,7 +35,7 @@ void Pop3Check::Start() {
 }
 
 void Pop3Check::Begin() {
-    const Pop3Account account = ReadAccount(session_.INI);
+    const Pop3Account account = ReadAccount(session_.AllSettings);
     if (account.Server.isEmpty() || account.UserName.isEmpty() || account.Password.isEmpty()) {
         session_.Boxes.MsgBox(u"You must configure your POP3 server, username and password from "
                               "preferences before you can use this feature."_s,

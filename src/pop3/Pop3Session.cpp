@@ -1,9 +1,9 @@
 #include "pop3/Pop3Session.h"
 
 #include "core/Literals.h"
-#include "core/PreferenceKeys.h"
 #include "core/RuntimeError.h"
 #include "core/TextFile.h"
+#include "core/ValueText.h"
 
 // The states, with what a reply that begins with "+" makes of them. A chunk of any other kind closes the
 // connection with a box, except in Retrieving, where every chunk is message text.
@@ -48,7 +48,7 @@ qint16 CountOf(const QByteArray &chunk) {
     const qsizetype blank = reply.indexOf(u' ', 4);
     if (blank < 0)
         throw RuntimeError(InvalidProcedureCall); // a text of negative length
-    return static_cast<qint16>(ToNumber(reply.sliced(4, blank - 4), ValueType::Whole16));
+    return ToWhole16(reply.sliced(4, blank - 4));
 }
 
 } // namespace

@@ -1,152 +1,166 @@
 #include "prefs/frmOptions.h"
 
+#include "core/Buttons.h"
 #include "core/Literals.h"
 #include "core/Reporting.h"
-#include "prefs/Maintenance.h"
+#include "core/Settings.h"
+#include "prefs/ComposePage.h"
+#include "prefs/GeneralPage.h"
+#include "prefs/NotificationPage.h"
+#include "prefs/PageControls.h"
+#include "prefs/ReceivingPage.h"
+#include "prefs/SendingPage.h"
 
-#include <QCheckBox>
-#include <QComboBox>
-#include <QLabel>
-#include <QLineEdit>
 #include <QListWidget>
-#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QStackedWidget>
-#include <QTextDocument>
+
+#include <utility>
 
 namespace varlo {
-
-struct frmOptions::SwitchField {
-    bool Options::*Value;
-    QCheckBox *frmOptions::*Control;
-};
-
-struct frmOptions::LineField {
-    QString Options::*Value;
-    QLineEdit *frmOptions::*Control;
-};
-
-struct frmOptions::TextField {
-    QString Options::*Value;
-    QPlainTextEdit *frmOptions::*Control;
-};
-
-const std::array<frmOptions::SwitchField, 5> frmOptions::kSwitchFields{{
-    {&Options::Notify, &frmOptions::chkNotify},
-    {&Options::LogStatus, &frmOptions::chkLogStatus},
-    {&Options::LogEmails, &frmOptions::chkLogEmails},
-    {&Options::POPDeleteAll, &frmOptions::chkPOPDeleteAll},
-    {&Options::SignatureOn, &frmOptions::chkSignatureOn},
-}};
-
-const std::array<frmOptions::LineField, 11> frmOptions::kLineFields{{
-    {&Options::SMTPServer, &frmOptions::txtSMTPServer},
-    {&Options::SMTPPort, &frmOptions::txtSMTPPort},
-    {&Options::SMTPFrom, &frmOptions::txtSMTPFrom},
-    {&Options::SMTPEmail, &frmOptions::txtSMTPEmail},
-    {&Options::SMTPWrap, &frmOptions::txtSMTPWrap},
-    {&Options::POPServer, &frmOptions::txtPOPServer},
-    {&Options::POPPort, &frmOptions::txtPOPPort},
-    {&Options::POPUsername, &frmOptions::txtPOPUsername},
-    {&Options::POPPassword, &frmOptions::txtPOPPassword},
-    {&Options::SubSubject, &frmOptions::txtNotifySubSubject},
-    {&Options::UnsubSubject, &frmOptions::txtNotifyUnsubSubject},
-}};
-
-const std::array<frmOptions::TextField, 3> frmOptions::kTextFields{{
-    {&Options::SubBody, &frmOptions::txtNotifySubBody},
-    {&Options::UnsubBody, &frmOptions::txtNotifyUnsubBody},
-    {&Options::Signature, &frmOptions::txtSignature},
-}};
-
-namespace {
-
-// The box's text with CR LF line ends. Its plain text would turn no-break spaces into blanks; the raw text
-// keeps them.
-QString TypedText(const QPlainTextEdit *box) {
-    QString text = box->document()->toRawText();
-    text.replace(QChar::ParagraphSeparator, u'\n').replace(QChar::LineSeparator, u'\n');
-    return text.replace(u'\n', u"\r\n"_s);
-}
-
-bool IsNumber(const QLineEdit *box) {
-    try {
-        TypedNumber(box->text());
-    } catch (const RuntimeError &) { // the answer, not an error
-        return false;
-    }
-    return true;
-}
-
-} // namespace
 
 frmOptions::frmOptions(Session &session, QWidget *parent) : QDialog(parent), session_(session) {
     CreateControls();
     LayOut();
     Connect();
-    Fill(LoadOptions(session));
-    lstOptions->setCurrentRow(0);
+    Form_Load();
+}
+
+void frmOptions::CreateControls() {
+    setObjectName(u"frmOptions"_s);
+    setWindowTitle(u"Preferences"_s);
+    lstOptions = new QListWidget;
+    lstOptions->setObjectName(u"lstOptions"_s);
+    lstOptions->setAccessibleName(u"Pages"_s);
+    stack_ = new QStackedWidget;
+    pages_ = {new GeneralPage(session_), new SendingPage, new ReceivingPage, new NotificationPage,
+              new ComposePage};
+    for (PreferencesPage *page : pages_) {
+        lstOptions->addItem(page->windowTitle());
+        stack_->addWidget(page);
+    }
+    lblTitle = NewLabel(kApplicationTitle);
+    lblTitle->setObjectName(u"lblTitle"_s);
+    lblTitle->setFont(QFont(QStringList{u"Verdana"_s, u"sans-serif"_s}));
+    cmdOK = NewButton(nullptr, "cmdOK", u"OK"_s, u"Save and exit options"_s);
+    cmdOK->setDefault(true);
+    cmdCancel = NewButton(nullptr, "cmdCancel", u"Cancel"_s, u"Exit options without saving"_s);
+}
+
+void frmOptions::LayOut() {
+    Enlarge(lblTitle, 1.2);
+    lstOptions->setFixedWidth(lstOptions->sizeHintForColumn(0) + 2 * lstOptions->frameWidth() + 24);
+    for (int i = 0; i < lstOptions->count(); ++i)
+        lstOptions->item(i)->setSizeHint(QSize(0, lstOptions->fontMetrics().height() + 12));
+    auto *upper = new QHBoxLayout;
+    upper->setSpacing(12);
+    upper->addWidget(lstOptions);
+    upper->addWidget(stack_, 1);
+    auto *lower = new QHBoxLayout;
+    lower->addWidget(lblTitle);
+    lower->addStretch();
+    lower->addWidget(cmdOK);
+    lower->addWidget(cmdCancel);
+    auto *all = new QVBoxLayout(this);
+    all->addLayout(upper, 1);
+    all->addLayout(lower);
+    setSizeGripEnabled(true);
+    // The text boxes would ask for more than a small screen has.
+    resize(sizeHint().boundedTo(QSize(700, 500)));
 }
 
 void frmOptions::Connect() {
     connect(lstOptions, &QListWidget::currentRowChanged, this, &frmOptions::lstOptions_Click);
-    connect(cmdWrapDefault, &QPushButton::clicked, this, &frmOptions::cmdWrapDefault_Click);
-    connect(cmdLogGo, &QPushButton::clicked, this, &frmOptions::cmdLogGo_Click);
     connect(cmdOK, &QPushButton::clicked, this, &frmOptions::cmdOK_Click);
     connect(cmdCancel, &QPushButton::clicked, this, &frmOptions::reject);
+    for (QPushButton *button : findChildren<QPushButton *>())
+        button->setAutoDefault(true); // Enter presses the button that has the focus
 }
 
-void frmOptions::Fill(const Options &options) {
-    for (const SwitchField &field : kSwitchFields)
-        (this->*field.Control)->setChecked(options.*field.Value);
-    for (const LineField &field : kLineFields)
-        (this->*field.Control)->setText(options.*field.Value);
-    for (const TextField &field : kTextFields)
-        (this->*field.Control)->setPlainText(options.*field.Value);
+void frmOptions::Form_Load() {
+    ErrorTrap trap(session_, u"Prefs.Load"_s);
+    const Preferences shown = session_.AllSettings.ForWindow(trap);
+    for (const PreferencesPage *page : pages_)
+        page->Fill(shown);
+    lstOptions->setCurrentRow(0);
 }
 
-Options frmOptions::Typed() const {
-    Options options;
-    for (const SwitchField &field : kSwitchFields)
-        options.*field.Value = (this->*field.Control)->isChecked();
-    for (const LineField &field : kLineFields)
-        options.*field.Value = (this->*field.Control)->text();
-    for (const TextField &field : kTextFields)
-        options.*field.Value = TypedText(this->*field.Control);
-    return options;
+std::optional<Preferences> frmOptions::Typed() {
+    Preferences typed = session_.Prefs;
+    bool taken = false;
+    LastResort(session_, [&] {
+        try {
+            for (const PreferencesPage *page : pages_)
+                page->Take(typed);
+        } catch (const RuntimeError &) {
+            StoreGeneral(typed);
+            throw;
+        }
+        taken = true;
+    });
+    return taken ? std::optional(typed) : std::nullopt;
 }
 
-// The report of the failed conversion does not say which field it was; the caret does.
-void frmOptions::ShowFieldThatIsNoNumber() {
-    QLineEdit *box = IsNumber(txtSMTPPort) ? txtSMTPWrap : txtSMTPPort;
-    lstOptions->setCurrentRow(1);
-    box->setFocus();
-    box->selectAll();
+// Wanted: when a number cannot be converted, the General page is stored already, and the account is set in
+// memory as far as the fields before the number go. The latter is taken back when the window is left.
+void frmOptions::StoreGeneral(const Preferences &typed) {
+    Trapped(session_, u"Prefs.Save"_s, [&] {
+        session_.AllSettings.Store(typed, "General");
+        before_ = std::exchange(session_.Prefs, typed);
+    });
+}
+
+void frmOptions::TakeBack() {
+    if (before_)
+        session_.Prefs = *std::exchange(before_, std::nullopt);
+}
+
+bool frmOptions::RefusesLongText() {
+    for (const PreferencesPage *page : pages_) {
+        QWidget *field = page->FieldThatIsTooLong();
+        if (!field)
+            continue;
+        ShowField(field);
+        session_.Boxes.MsgBox(u"This text is too long to be stored whole: %L1 characters are kept at most, "
+                              "a line break counts as two. Please shorten it."_s.arg(kLongestText),
+                              BoxButtons::Ok, BoxIcon::Exclamation);
+        return true;
+    }
+    return false;
+}
+
+// The report of a failure does not say which field it was; the caret does.
+void frmOptions::ShowField(QWidget *field) {
+    for (int row = 0; row < stack_->count(); ++row)
+        if (stack_->widget(row)->isAncestorOf(field))
+            lstOptions->setCurrentRow(row);
+    field->setFocus();
+    if (auto *line = qobject_cast<QLineEdit *>(field))
+        line->selectAll();
 }
 
 void frmOptions::lstOptions_Click() {
     if (lstOptions->currentRow() >= 0)
-        pages_->setCurrentIndex(lstOptions->currentRow());
-}
-
-void frmOptions::cmdWrapDefault_Click() {
-    txtSMTPWrap->setText(u"72"_s);
-}
-
-void frmOptions::cmdLogGo_Click() {
-    RunMaintenance(session_, cmbMaintenance->currentText());
+        stack_->setCurrentIndex(lstOptions->currentRow());
 }
 
 void frmOptions::cmdOK_Click() {
-    bool saved = false;
-    LastResort(session_, [&] {
-        SaveOptions(session_, Typed());
-        saved = true;
-    });
-    if (saved)
-        accept();
-    else
-        ShowFieldThatIsNoNumber();
+    TakeBack();
+    if (RefusesLongText())
+        return;
+    if (const auto typed = Typed()) {
+        if (Trapped(session_, u"Prefs.Save"_s, [&] { session_.AllSettings.Store(*typed); }))
+            accept();
+        return;
+    }
+    for (const PreferencesPage *page : pages_)
+        if (QWidget *field = page->FieldThatIsNoNumber())
+            return ShowField(field);
+}
+
+void frmOptions::reject() {
+    TakeBack();
+    QDialog::reject();
 }
 
 } // namespace varlo

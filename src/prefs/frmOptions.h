@@ -1,100 +1,56 @@
 // The Preferences window: five pages of settings of the open profile, stored together on OK.
 #pragma once
 
-#include "core/Session.h"
-#include "prefs/OptionsStore.h"
+#include "core/Preferences.h"
 
 #include <QDialog>
 
-#include <array>
+#include <optional>
 
-class QCheckBox;
-class QComboBox;
-class QFormLayout;
 class QLabel;
-class QLineEdit;
 class QListWidget;
-class QPlainTextEdit;
 class QPushButton;
 class QStackedWidget;
-class QVBoxLayout;
 
 namespace varlo {
 
+class PreferencesPage;
+struct Session;
+
 // Shown modally with exec(), made anew each time. A failure while it is filled is reported as "Prefs.Load"
 // and the window still opens. When a port or the wrap column cannot be converted on OK, the error reaches the
-// last resort and the window stays open with everything typed in it.
+// last resort; when the file cannot be written, that is reported as "Prefs.Save"; a text that would not come
+// back whole is refused before anything is stored. The window then stays open with everything typed in it.
 class frmOptions : public QDialog {
     Q_OBJECT
 
 public:
     explicit frmOptions(Session &session, QWidget *parent = nullptr);
 
+    void reject() override;
+
 private:
-    struct SwitchField;
-    struct LineField;
-    struct TextField;
-    static const std::array<SwitchField, 5> kSwitchFields;
-    static const std::array<LineField, 11> kLineFields;
-    static const std::array<TextField, 3> kTextFields;
-
     void CreateControls();
-    void CreateGeneral();
-    void CreateSending();
-    void CreateReceiving();
-    void CreateNotification();
-    void CreateCompose();
     void LayOut();
-    void LayOutGeneral();
-    void LayOutSending();
-    void LayOutReceiving();
-    void LayOutNotification();
-    void LayOutCompose();
     void Connect();
+    void Form_Load();
 
-    // The frame of page `index` and of its next group; return what their contents are laid out in.
-    QVBoxLayout *AddPage(int index, const QString &title, const QString &description);
-    QWidget *AddGroup(QVBoxLayout *page, const QString &title);
-    void AddServer(QFormLayout *rows, const QString &caption, QLineEdit *server, QLineEdit *port);
-    void AddNotification(QVBoxLayout *page, const QString &title, const QStringList &captions,
-                         QLineEdit *subject, QPlainTextEdit *body);
-
-    void Fill(const Options &options);
-    Options Typed() const;
-    void ShowFieldThatIsNoNumber();
+    // What is typed, or nothing: then the General page is stored and the error is reported.
+    std::optional<Preferences> Typed();
+    void StoreGeneral(const Preferences &typed);
+    void TakeBack();
+    bool RefusesLongText();
+    void ShowField(QWidget *field);
 
     void lstOptions_Click();
-    void cmdWrapDefault_Click();
-    void cmdLogGo_Click();
     void cmdOK_Click();
 
     Session &session_;
-    int groups_ = 0; // frames made so far; the next one's index
+    std::vector<PreferencesPage *> pages_;
+    std::optional<Preferences> before_; // what is to be held when the window is left after a failed OK
 
     QListWidget *lstOptions = nullptr;
-    QStackedWidget *pages_ = nullptr;
-    QCheckBox *chkNotify = nullptr;
-    QCheckBox *chkLogStatus = nullptr;
-    QCheckBox *chkLogEmails = nullptr;
-    QComboBox *cmbMaintenance = nullptr;
-    QPushButton *cmdLogGo = nullptr;
-    QLineEdit *txtSMTPServer = nullptr;
-    QLineEdit *txtSMTPPort = nullptr;
-    QLineEdit *txtSMTPFrom = nullptr;
-    QLineEdit *txtSMTPEmail = nullptr;
-    QLineEdit *txtSMTPWrap = nullptr;
-    QPushButton *cmdWrapDefault = nullptr;
-    QLineEdit *txtPOPServer = nullptr;
-    QLineEdit *txtPOPPort = nullptr;
-    QLineEdit *txtPOPUsername = nullptr;
-    QLineEdit *txtPOPPassword = nullptr;
-    QCheckBox *chkPOPDeleteAll = nullptr;
-    QLineEdit *txtNotifySubSubject = nullptr;
-    QPlainTextEdit *txtNotifySubBody = nullptr;
-    QLineEdit *txtNotifyUnsubSubject = nullptr;
-    QPlainTextEdit *txtNotifyUnsubBody = nullptr;
-    QCheckBox *chkSignatureOn = nullptr;
-    QPlainTextEdit *txtSignature = nullptr;
+    QStackedWidget *stack_ = nullptr;
     QLabel *lblTitle = nullptr;
     QPushButton *cmdOK = nullptr;
     QPushButton *cmdCancel = nullptr;

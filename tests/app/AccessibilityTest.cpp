@@ -2,6 +2,7 @@
 
 #include "app/EveryWindow.h"
 #include "core/Literals.h"
+#include "support/KnownSettings.h"
 
 #include <QAbstractButton>
 #include <QAbstractItemView>
@@ -145,7 +146,7 @@ TEST_P(AccessibilityTest, NoLetterStandsForTwoEntriesOfAMenu) {
     }
 }
 
-TEST_P(AccessibilityTest, EveryButtonAndEveryEntryOfAMenuHasALetter) {
+TEST_P(AccessibilityTest, EveryButtonFieldAndEntryOfAMenuHasALetter) {
     QStringList without;
     const auto note = [&without](const QString &name, const QString &text) {
         if (!text.isEmpty() && QKeySequence::mnemonic(text).isEmpty())
@@ -153,6 +154,9 @@ TEST_P(AccessibilityTest, EveryButtonAndEveryEntryOfAMenuHasALetter) {
     };
     for (const QAbstractButton *button : window.Visible<QAbstractButton>())
         note(button->objectName(), button->text());
+    for (const QLabel *label : window.Visible<QLabel>())
+        if (label->buddy())
+            note(label->buddy()->objectName(), label->text());
     for (const QMenu *menu : window->findChildren<QMenu *>())
         for (const QAction *entry : menu->actions())
             note(entry->objectName(), entry->text());
@@ -186,60 +190,59 @@ ToolTips Table(std::initializer_list<std::pair<const char *, const char *>> rows
     return tips;
 }
 
+// What is not as it should be, control by control.
+QStringList Differences(const ToolTips &found, const ToolTips &expected) {
+    QStringList lines;
+    const QStringList names = found.keys() + expected.keys();
+    for (const QString &name : names)
+        if (found.value(name) != expected.value(name))
+            lines << name + u" has ["_s + found.value(name) + u"], not ["_s + expected.value(name) + u']';
+    return lines;
+}
+
 TEST(ToolTipsTest, OfTheMainWindow) {
-    EXPECT_EQ(ToolTipsOf("frmMain"),
-              Table({{"cmbMList", "The mailing list that is open"},
-                     {"cmdFileNew", "Create new mailing list"},
-                     {"cmdFileRename", "Rename current list"},
-                     {"cmdFileDelete", "Delete current list"},
-                     {"cmdFileSave", "Save current list"},
-                     {"cmdListEdit_0", "Edit selected items"},
-                     {"cmdListEdit_1", "Edit selected items"},
-                     {"cmdListDelete_0", "Delete selected items"},
-                     {"cmdListDelete_1", "Delete selected items"},
-                     {"cmdListFind", "Search through list"},
-                     {"cmdListSort", "Change sort order"},
-                     {"cmdListSwap", "Reverse +/- status of selected addresses"},
-                     {"txtAddEmail", "Enter e-mail addresses here"},
-                     {"cmdEmailAdd_0", "Add to list"},
-                     {"cmdEmailAdd_1", "Remove from list"},
-                     {"cmdEmailValidate", "Validate address"},
-                     {"cmdCapture", "Capture new e-mail addresses from the clipboard"},
-                     {"cmdAutoAdd", "Automatic download of e-mail addresses from a POP3 account"},
-                     {"cmdCapturesAdd", "Add to current list and clear pending"},
-                     {"chkInstantAdd", "Check to automatically process the pending list"}}));
+    EXPECT_EQ(Differences(ToolTipsOf("frmMain"),
+                          Table({{"cmbMList", "The mailing list that is open"},
+                                 {"cmdFileNew", "Create new mailing list"},
+                                 {"cmdFileRename", "Rename current list"},
+                                 {"cmdFileDelete", "Delete current list"},
+                                 {"cmdFileSave", "Save current list"},
+                                 {"cmdListEdit_0", "Edit selected items"},
+                                 {"cmdListEdit_1", "Edit selected items"},
+                                 {"cmdListDelete_0", "Delete selected items"},
+                                 {"cmdListDelete_1", "Delete selected items"},
+                                 {"cmdListFind", "Search through list"},
+                                 {"cmdListSort", "Change sort order"},
+                                 {"cmdListSwap", "Reverse +/- status of selected addresses"},
+                                 {"txtAddEmail", "Enter e-mail addresses here"},
+                                 {"cmdEmailAdd_0", "Add to list"},
+                                 {"cmdEmailAdd_1", "Remove from list"},
+                                 {"cmdEmailValidate", "Validate address"},
+                                 {"cmdCapture", "Capture new e-mail addresses from the clipboard"},
+                                 {"cmdAutoAdd", "Automatic download of e-mail addresses from a POP3 account"},
+                                 {"cmdCapturesAdd", "Add to current list and clear pending"},
+                                 {"chkInstantAdd", "Check to automatically process the pending list"}})),
+              QStringList());
 }
 
 TEST(ToolTipsTest, OfTheProfileManager) {
-    EXPECT_EQ(ToolTipsOf("frmProfile"),
-              Table({{"cmdProfileNew", "Create new profile"},
-                     {"cmdProfileRename", "Rename profile"},
-                     {"cmdProfileDelete", "Delete profile"},
-                     {"chkAutoStart", "Check this box to skip the profile manager at startup"}}));
+    EXPECT_EQ(Differences(ToolTipsOf("frmProfile"),
+                          Table({{"cmdProfileNew", "Create new profile"},
+                                 {"cmdProfileRename", "Rename profile"},
+                                 {"cmdProfileDelete", "Delete profile"},
+                                 {"chkAutoStart", "Check this box to skip the profile manager at startup"}})),
+              QStringList());
 }
 
 TEST(ToolTipsTest, OfThePreferences) {
-    ToolTips all;
-    for (const char *page : {"frmOptions_0", "frmOptions_1", "frmOptions_2", "frmOptions_3", "frmOptions_4"})
-        all.insert(ToolTipsOf(page));
-    EXPECT_EQ(all, Table({{"chkNotify", "Check this box to notify subscribers/unsubscribers via e-mail"},
-                          {"chkLogStatus", "Log Varlo Pro events to text files"},
-                          {"chkLogEmails", "Save all sent messages to text files"},
-                          {"cmdLogGo", "Activate the selected maintenance function"},
-                          {"txtSMTPServer", "Your SMTP server"},
-                          {"txtSMTPPort", "Your SMTP server"},
-                          {"txtSMTPFrom", "Your name as it will appear on sent messages"},
-                          {"txtSMTPEmail", "Your e-mail address as it will appear on sent messages"},
-                          {"cmdWrapDefault", "Set default wrap column"},
-                          {"txtPOPServer", "Your POP3 server"},
-                          {"txtPOPPort", "Your SMTP server"},
-                          {"txtPOPUsername", "Your POP3 account username"},
-                          {"txtPOPPassword", "Your POP3 account password"},
-                          {"chkPOPDeleteAll",
-                           "Check this box to delete all non-mailing list related messages on the server"},
-                          {"chkSignatureOn", "Check this box to automatically add your signature to e-mails"},
-                          {"cmdOK", "Save and exit options"},
-                          {"cmdCancel", "Exit options without saving"}}));
+    for (int page = 0; page < 5; ++page) {
+        ToolTips known =
+            Table({{"cmdOK", "Save and exit options"}, {"cmdCancel", "Exit options without saving"}});
+        for (const KnownSetting &row : KnownSettings())
+            if (row.Page == page && *row.Tip)
+                known[QString::fromLatin1(row.Control)] = QString::fromLatin1(row.Tip);
+        EXPECT_EQ(Differences(ToolTipsOf(qPrintable(u"frmOptions_%1"_s.arg(page))), known), QStringList());
+    }
 }
 
 } // namespace

@@ -1,7 +1,7 @@
 // A mail check with "Bypass" whose requests wait for their notifications.
 
 #include "core/Literals.h"
-#include "core/PreferenceKeys.h"
+#include "core/Settings.h"
 #include "lists/AddressRules.h"
 #include "lists/ListStore.h"
 #include "lists/PendingProcessing.h"
@@ -19,9 +19,10 @@ namespace {
 class CheckBesideOthersTest : public testing::Test {
 protected:
     CheckBesideOthersTest() {
-        WriteValue(session.INI, Keys::POPServer, u"127.0.0.1"_s);
-        WriteValue(session.INI, Keys::POPUsername, u"joe"_s);
-        WriteValue(session.INI, Keys::POPPassword, u"secret"_s);
+        session.Prefs.POPServer = u"127.0.0.1"_s;
+        session.Prefs.POPUsername = u"joe"_s;
+        session.Prefs.POPPassword = u"secret"_s;
+        session.AllSettings.Store(session.Prefs);
         session.Prefs.Notify = 1;
         profile.Write(u"lists/news.vlo"_s, "b@x.test\r\n");
         lists.Load(u"news"_s);

@@ -2,7 +2,6 @@
 
 #include "app/frmMain.h"
 #include "core/Literals.h"
-#include "core/PreferenceKeys.h"
 #include "core/WidgetDialogs.h"
 #include "support/FakeMailer.h"
 #include "support/FakePop3Server.h"

@@ -1,6 +1,7 @@
 #include "app/StartUp.h"
 
 #include "core/Literals.h"
+#include "core/Settings.h"
 #include "support/TestProfile.h"
 #include "support/WithoutRootRights.h"
 
@@ -65,7 +66,7 @@ TEST_F(StartUpTest, AFolderThatCannotBeMadeIsReportedWhileTheOthersAre) {
 }
 
 TEST_F(StartUpTest, AnEmptyProfileRunsWithAllDefaults) {
-    LoadPreferences(profile.session, trap);
+    profile.session.AllSettings.Load(trap);
     const Preferences &prefs = profile.session.Prefs;
     EXPECT_EQ(prefs.Notify, 0);
     EXPECT_EQ(prefs.SMTPServer, QString());
@@ -78,7 +79,7 @@ TEST_F(StartUpTest, AnEmptyProfileRunsWithAllDefaults) {
 TEST_F(StartUpTest, ASettingThatIsNoNumberIsReportedAndTheRestIsLoaded) {
     profile.Write(u"prefs.ini"_s, "[SMTP]\r\nSMTPServer=mail.test\r\nSMTPPort=many\r\n"
                                   "SMTPFrom=Ann\r\nSMTPWrap=70000\r\n");
-    LoadPreferences(profile.session, trap);
+    profile.session.AllSettings.Load(trap);
     EXPECT_EQ(profile.session.Prefs.SMTPServer, u"mail.test"_s);
     EXPECT_EQ(profile.session.Prefs.SMTPPort, 25);
     EXPECT_EQ(profile.session.Prefs.SMTPFrom, u"Ann"_s);

@@ -2,7 +2,9 @@
 
 #include "app/MainWindowFixture.h"
 #include "core/Literals.h"
+#include "core/Preferences.h"
 #include "core/Product.h"
+#include "support/FakePop3Server.h"
 #include "support/WaitUntil.h"
 
 #include <QAction>
@@ -150,6 +152,17 @@ TEST_F(frmMainJoinsTest, AMailCheckWithoutAnAccountOpensThePreferences) {
     EXPECT_TRUE(shown);
     ASSERT_EQ(profile.Boxes.Shown.size(), 1U);
     EXPECT_EQ(profile.Boxes.Shown[0].Icon, BoxIcon::Exclamation);
+}
+
+TEST_F(frmMainJoinsTest, AMailCheckUsesItsFixedPortWhateverTheSettingsSay) {
+    FakePop3Server server;
+    profile.Write(u"prefs.ini"_s,
+                  "[POP3]\r\nPOPServer=127.0.0.1\r\nPOPUsername=joe\r\nPOPPassword=x\r\nPOPPort=" +
+                      QByteArray::number(server.serverPort()) + "\r\n");
+    Click("cmdAutoAdd");
+    // Refused at once, unless a mail server runs on this machine.
+    EXPECT_TRUE(WaitUntil([&] { return !profile.Boxes.Shown.empty() || profile.ConsoleLines.size() > 1; }));
+    EXPECT_EQ(server.Connections, 0);
 }
 
 TEST_F(frmMainJoinsTest, CaptureShowsItsCountInTheCaption) {

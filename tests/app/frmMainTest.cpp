@@ -1,6 +1,8 @@
 #include "app/MainWindowFixture.h"
 #include "core/Literals.h"
+#include "core/Settings.h"
 #include "core/StatusLabel.h"
+#include "support/KnownSettings.h"
 
 #include <QAction>
 #include <QApplication>
@@ -70,6 +72,39 @@ TEST_F(frmMainTest, StatusLoggingAtTheStartFollowsTheMainSection) {
     profile.Write(u"prefs.ini"_s, "[General]\r\nLogStatus=1\r\n[Main]\r\nLogStatus=0\r\n");
     Load();
     EXPECT_EQ(profile.session.Prefs.LogStatus, 0);
+}
+
+// One file for each setting, so that no other can stand in for it. What is read at its use is not loaded.
+TEST_F(frmMainTest, TheStartLoadsEverySettingThatIsHeld) {
+    profile.Write(u"lists/alpha.vlo"_s, "a@x.test\r\n");
+    profile.Write(u"lists/beta.vlo"_s, "b@x.test\r\n");
+    for (const Setting &setting : Settings::Table()) {
+        const auto known = std::find_if(KnownSettings().begin(), KnownSettings().end(), [&](const auto &row) {
+            return !qstrcmp(row.Section, setting.Section) && !qstrcmp(row.Key, setting.Key);
+        });
+        ASSERT_NE(known, KnownSettings().end()) << setting.Key;
+        if (qstrcmp(known->How, "held") != 0 && qstrcmp(known->Section, "Main") != 0)
+            continue;
+        profile.session.AppExiting = false;
+        profile.session.Prefs = Settings::Defaults();
+        profile.Write(u"prefs.ini"_s,
+                      QByteArray("[") + known->Section + "]\r\n" + known->Key + "=" + known->Sample + "\r\n");
+        Load();
+        EXPECT_EQ(TextOf(profile.session.Prefs, setting), QString::fromUtf8(known->Sample)) << known->Key;
+        Discard();
+    }
+    EXPECT_TRUE(profile.Boxes.Shown.empty());
+}
+
+TEST_F(frmMainTest, BypassIsTickedAsItWasLeft) {
+    profile.Write(u"prefs.ini"_s, "[Main]\r\nBypassPending=1\r\n");
+    Load();
+    EXPECT_TRUE(Find<QCheckBox>("chkInstantAdd")->isChecked());
+    Discard();
+    profile.session.AppExiting = false;
+    profile.Write(u"prefs.ini"_s, "[Main]\r\nBypassPending=0\r\n");
+    Load();
+    EXPECT_FALSE(Find<QCheckBox>("chkInstantAdd")->isChecked());
 }
 
 TEST_F(frmMainTest, ABadSettingIsReportedAndTheLoadCarriesOn) {

@@ -6,6 +6,7 @@
 #include "compose/WindowHelpers.h"
 #include "compose/frmCompose.h"
 #include "core/Literals.h"
+#include "core/Preferences.h"
 #include "core/StatusLabel.h"
 #include "support/FakeMailer.h"
 #include "support/TestProfile.h"

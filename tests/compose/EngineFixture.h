@@ -3,6 +3,7 @@
 
 #include "compose/SendEngine.h"
 #include "core/Literals.h"
+#include "core/Preferences.h"
 #include "support/Printers.h"
 #include "support/TestProfile.h"
 #include "support/WaitUntil.h"

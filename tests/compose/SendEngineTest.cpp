@@ -1,6 +1,7 @@
 #include "compose/SendEngine.h"
 
 #include "compose/FakedEngine.h"
+#include "core/Preferences.h"
 #include "core/RuntimeError.h"
 
 #include <gtest/gtest.h>

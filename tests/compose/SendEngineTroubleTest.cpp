@@ -1,5 +1,6 @@
 #include "compose/FakedEngine.h"
 #include "compose/SendEngine.h"
+#include "core/Preferences.h"
 #include "core/RuntimeError.h"
 
 #include <QPointer>

@@ -1,6 +1,7 @@
 // The engine with the real component, against a server on loopback that follows a script.
 
 #include "compose/EngineFixture.h"
+#include "core/Preferences.h"
 #include "smtp/BlockingMailer.h"
 #include "support/FakeSmtpServer.h"
 

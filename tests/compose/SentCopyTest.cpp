@@ -1,6 +1,7 @@
 #include "compose/SentCopy.h"
 
 #include "core/Literals.h"
+#include "core/Preferences.h"
 #include "core/RuntimeError.h"
 #include "support/Printers.h"
 #include "support/TestProfile.h"

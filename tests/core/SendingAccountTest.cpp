@@ -1,6 +1,7 @@
 #include "core/SendingAccount.h"
 
 #include "core/Literals.h"
+#include "core/Preferences.h"
 #include "support/Printers.h"
 #include "support/TestProfile.h"
 

@@ -31,6 +31,13 @@ public:
         at_ += chunk.size();
         return chunk;
     }
+    // Up to the next line feed, which is taken away, too.
+    QByteArray Line() {
+        const qsizetype end = bytes_.indexOf('\n', at_);
+        const QByteArray line = Chunk(end < 0 ? bytes_.size() : end - at_);
+        at_ += end < 0 ? 0 : 1;
+        return line;
+    }
     QByteArray Rest() { return Chunk(bytes_.size()); }
 
 private:

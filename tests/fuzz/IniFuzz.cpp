@@ -1,8 +1,8 @@
-// Any bytes as a settings file, and one change to it. The first byte chooses the change, the second the key,
-// the third is the length of the value; the rest is the file.
+// Any bytes as a settings file, and one change to it. The first byte chooses the change; then follow the key by
+// name ("SMTP/SMTPPort") up to a line feed, a byte that is the length of the value, the value, and the file.
 
 #include "core/IniText.h"
-#include "core/PreferenceKeys.h"
+#include "core/Settings.h"
 #include "core/TextFile.h"
 #include "fuzz/FuzzSupport.h"
 
@@ -19,8 +19,16 @@ struct Name {
     bool operator==(const Name &) const = default;
 };
 
-Name NameOf(const PreferenceKey &key) {
-    return {QString::fromLatin1(key.Section), QString::fromLatin1(key.Key)};
+Name NameOf(const Setting &setting) {
+    return {QString::fromLatin1(setting.Section), QString::fromLatin1(setting.Key)};
+}
+
+// The setting of that name; the first one for a name that is none, so that damaged names are tried on, too.
+Name Named(const QByteArray &words) {
+    for (const Setting &setting : Settings::Table())
+        if (words == QByteArray(setting.Section) + '/' + setting.Key)
+            return NameOf(setting);
+    return NameOf(Settings::Table().front());
 }
 
 // The lines without their ends, which a last line may gain.
@@ -59,8 +67,13 @@ QString AsRead(const QString &value) {
     return quoted ? trimmed.sliced(1, trimmed.size() - 2) : trimmed;
 }
 
+void CheckKept(const QString &text, const Name &name, const QString &value) {
+    const QString after = IniText::WithValue(text, name.Section, name.Key, IniText::Kept(value));
+    Require(IniText::Find(after, name.Section, name.Key) == value, "what is kept comes back as it is");
+}
+
 void CheckOtherKeys(const QString &before, const QString &after, const Name &changed) {
-    for (const PreferenceKey &key : AllPreferenceKeys())
+    for (const Setting &key : Settings::Table())
         if (const Name other = NameOf(key); !(other == changed))
             Require(IniText::Find(before, other.Section, other.Key) ==
                         IniText::Find(after, other.Section, other.Key),
@@ -75,6 +88,7 @@ void CheckSet(const QString &text, const Name &name, const QString &value) {
     Require(difference.Gone.size() <= 1 && difference.New.size() <= 2, "other lines are kept");
     Require(IniText::WithValue(after, name.Section, name.Key, value) == after,
             "setting twice is setting once");
+    CheckKept(text, name, value);
 }
 
 void CheckDeleteKey(const QString &text, const Name &name) {
@@ -88,7 +102,7 @@ void CheckDeleteKey(const QString &text, const Name &name) {
 void CheckDeleteSection(const QString &text, const Name &name) {
     const QString after = IniText::WithoutSection(text, name.Section);
     Require(Compare(Lines(text), Lines(after)).New.isEmpty(), "deleting adds nothing");
-    for (const PreferenceKey &key : AllPreferenceKeys())
+    for (const Setting &key : Settings::Table())
         if (const Name other = NameOf(key); other.Section != name.Section)
             Require(IniText::Find(text, other.Section, other.Key) ==
                         IniText::Find(after, other.Section, other.Key),
@@ -100,8 +114,7 @@ void CheckDeleteSection(const QString &text, const Name &name) {
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
     fuzz::Input input(data, size);
     const int change = input.Byte() % 3;
-    const auto keys = AllPreferenceKeys();
-    const Name name = NameOf(keys[static_cast<size_t>(input.Byte()) % keys.size()]);
+    const Name name = Named(input.Line());
     QString value = DecodeText(input.Chunk(input.Byte()));
     for (QChar &c : value) // as the settings class does before it writes
         if (c == u'\r' || c == u'\n' || c == u'\0')

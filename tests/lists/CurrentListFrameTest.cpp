@@ -1,6 +1,7 @@
 #include "lists/CurrentListFrame.h"
 
 #include "core/Literals.h"
+#include "core/Preferences.h"
 #include "lists/FramesFixture.h"
 #include "support/FullDisk.h"
 

@@ -1,6 +1,7 @@
 #include "lists/ListEditing.h"
 
 #include "core/Literals.h"
+#include "core/Preferences.h"
 #include "lists/ListsFixture.h"
 
 #include <QTimer>

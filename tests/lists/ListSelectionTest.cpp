@@ -1,5 +1,6 @@
 // Searching, sort orders and selections: what the operator does to find entries.
 #include "core/Literals.h"
+#include "core/Preferences.h"
 #include "lists/ListEditing.h"
 #include "lists/ListsFixture.h"
 

@@ -1,6 +1,7 @@
 #include "lists/ListStore.h"
 
 #include "core/Literals.h"
+#include "core/Preferences.h"
 #include "core/RuntimeError.h"
 #include "lists/ListFile.h"
 #include "lists/ListsFixture.h"

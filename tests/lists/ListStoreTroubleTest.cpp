@@ -1,5 +1,6 @@
 // Lists that cannot be read or written, and lists that are too long.
 #include "core/Literals.h"
+#include "core/Preferences.h"
 #include "lists/ListFile.h"
 #include "lists/ListsFixture.h"
 #include "support/FullDisk.h"

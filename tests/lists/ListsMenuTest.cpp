@@ -1,6 +1,7 @@
 #include "lists/ListsMenu.h"
 
 #include "core/Literals.h"
+#include "core/Preferences.h"
 #include "lists/FramesFixture.h"
 
 #include <QAction>

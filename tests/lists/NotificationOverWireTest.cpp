@@ -1,5 +1,6 @@
 // Notifications with the real component, against a server on loopback that follows a script.
 #include "core/Literals.h"
+#include "core/Preferences.h"
 #include "core/RuntimeError.h"
 #include "lists/ListsFixture.h"
 #include "lists/PendingProcessing.h"

@@ -1,5 +1,6 @@
 // The mails that processing sends, and what happens while one is being sent.
 #include "core/Literals.h"
+#include "core/Preferences.h"
 #include "lists/ListsFixture.h"
 #include "lists/PendingProcessing.h"
 #include "support/FakeMailer.h"

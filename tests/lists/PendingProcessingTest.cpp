@@ -1,6 +1,7 @@
 #include "lists/PendingProcessing.h"
 
 #include "core/Literals.h"
+#include "core/Preferences.h"
 #include "lists/ListsFixture.h"
 
 #include <QSignalSpy>

@@ -1,5 +1,6 @@
 // Thousands of random operations on the real lists and frames, and on plain lists that do the same.
 #include "core/Literals.h"
+#include "core/Preferences.h"
 #include "lists/AddressRules.h"
 #include "lists/FramesFixture.h"
 #include "lists/ManualAdd.h"

@@ -1,7 +1,7 @@
 #include "pictures/SampleProfile.h"
 
 #include "core/Literals.h"
-#include "core/PreferenceKeys.h"
+#include "core/Settings.h"
 #include "core/TextFile.h"
 #include "pop3/FakePending.h"
 #include "pop3/Pop3Check.h"
@@ -88,7 +88,8 @@ QStringList SampleProfile::CheckMailbox() {
     check.Start();
     if (!WaitUntil([&] { return complete; }))
         qFatal("the mailbox check did not end");
-    WriteValue(session.INI, Keys::POPServer, u"pop.example.org"_s); // that is pictured, not used
+    session.Prefs.POPServer = u"pop.example.org"_s; // that is pictured, not used
+    session.AllSettings.Write({&Preferences::POPServer});
     return pending.Entries;
 }
 

@@ -2,7 +2,6 @@
 #include "pop3/Pop3Check.h"
 
 #include "core/Literals.h"
-#include "core/PreferenceKeys.h"
 #include "pop3/FakePending.h"
 #include "support/FakePop3Server.h"
 #include "support/Printers.h"
@@ -44,13 +43,17 @@ QByteArray Mail(const char *subject, const char *from, const char *id = "") {
 class Pop3CheckTest : public testing::Test {
 protected:
     Pop3CheckTest() {
-        Set(Keys::POPServer, u"127.0.0.1"_s);
-        Set(Keys::POPUsername, u"joe"_s);
-        Set(Keys::POPPassword, u"secret"_s);
-        Set(Keys::POPPort, u"1"_s); // stored, and never used
+        Set("POPServer", u"127.0.0.1"_s);
+        Set("POPUsername", u"joe"_s);
+        Set("POPPassword", u"secret"_s);
+        Set("POPPort", u"1"_s); // stored, and never used
     }
 
-    void Set(const PreferenceKey &key, const QString &value) { WriteValue(profile.session.INI, key, value); }
+    // As the file has it, where the check reads it.
+    void Set(const char *key, const QString &value) {
+        profile.session.INI.SetSection(u"POP3"_s);
+        profile.session.INI.Values(QString::fromLatin1(key), value);
+    }
 
     static bool Until(const std::function<bool()> &condition) { return test::WaitUntil(condition); }
     bool UntilComplete(int checks = 1) {
@@ -91,13 +94,13 @@ protected:
 } // namespace
 
 TEST_F(Pop3CheckTest, MissingServerUserOrPasswordOpensThePreferences) {
-    for (const PreferenceKey &key : {Keys::POPServer, Keys::POPUsername, Keys::POPPassword}) {
-        const QString value = ReadText(profile.session.INI, key);
+    for (const char *key : {"POPServer", "POPUsername", "POPPassword"}) {
+        const QString value = profile.session.INI.GetValue(QString::fromLatin1(key));
         profile.Boxes.Shown.clear();
         PreferencesOpened = 0;
         Set(key, QString());
         check->Start();
-        EXPECT_EQ(profile.Boxes.Shown, std::vector<ShownBox>{kNotConfigured}) << key.Key;
+        EXPECT_EQ(profile.Boxes.Shown, std::vector<ShownBox>{kNotConfigured}) << key;
         EXPECT_EQ(PreferencesOpened, 1);
         Set(key, value);
     }
@@ -107,7 +110,7 @@ TEST_F(Pop3CheckTest, MissingServerUserOrPasswordOpensThePreferences) {
 }
 
 TEST_F(Pop3CheckTest, DeleteSettingThatIsNoNumberEndsTheClick) {
-    Set(Keys::POPDeleteAll, u"yes"_s);
+    Set("POPDeleteAll", u"yes"_s);
     check->Start();
     ErrorBox(13);
     Settle();
@@ -170,7 +173,7 @@ TEST_F(Pop3CheckTest, UnrelatedMessageStaysAndTheCheckRestsUntilTheNextClick) {
 }
 
 TEST_F(Pop3CheckTest, UnrelatedMessagesAreDeletedWhenTheSettingIsOne) {
-    Set(Keys::POPDeleteAll, u"1"_s);
+    Set("POPDeleteAll", u"1"_s);
     server.Mailbox = {Mail("Hello", "c@d.test"), Mail("subscribe", "e@f.test"), "no empty line\r\n"};
     check->Start();
     EXPECT_TRUE(UntilComplete());
@@ -334,7 +337,7 @@ TEST_F(Pop3CheckTest, SenderInUtf8KeepsItsLetters) {
 }
 
 TEST_F(Pop3CheckTest, UserNameAndPasswordTravelInUtf8) {
-    Set(Keys::POPUsername, u"j\u00F6rg"_s);
+    Set("POPUsername", u"j\u00F6rg"_s);
     check->Start();
     EXPECT_TRUE(UntilComplete());
     EXPECT_EQ(server.Commands.first(), "USER j\xC3\xB6rg");
@@ -359,7 +362,7 @@ TEST_F(Pop3CheckTest, ThousandMessagesInOneCheck) {
 }
 
 TEST_F(Pop3CheckTest, ReplyThatComesWhileABoxIsOpenIsHandledAfterIt) {
-    Set(Keys::POPDeleteAll, u"1"_s);
+    Set("POPDeleteAll", u"1"_s);
     server.Mailbox = {"no empty line\r\n"};
     QStringList consoleInBox;
     profile.Boxes.OnBox = [&](const QString &) {
@@ -396,7 +399,7 @@ TEST_F(Pop3CheckTest, ClickWhileTheListIsProcessedStartsAnewAfterwards) {
 
 TEST_F(Pop3CheckTest, ClickWhileABoxIsOpenDropsTheRestOfTheOldEvent) {
     server.Mailbox = {"no empty line\r\n"};
-    Set(Keys::POPDeleteAll, u"1"_s);
+    Set("POPDeleteAll", u"1"_s);
     profile.Boxes.OnBox = [&](const QString &) {
         profile.Boxes.OnBox = nullptr;
         server.Mailbox.clear();

@@ -1,0 +1,73 @@
+#include "support/KnownSettings.h"
+
+#include <array>
+
+namespace varlo::test {
+
+namespace {
+
+// clang-format off
+const auto kKnown = std::to_array<KnownSetting>({
+    {0, "chkLogStatus", "Log status messages", "Log Varlo Pro events to text files",
+     "General", "LogStatus", "32-bit", "1", "0", "in window"},
+    {0, "chkLogEmails", "Save sent e-mails", "Save all sent messages to text files",
+     "General", "LogEmails", "32-bit", "1", "0", "fresh"},
+    {0, "chkNotify", "Enable e-mail notification",
+     "Check this box to notify subscribers/unsubscribers via e-mail",
+     "General", "Notify", "32-bit", "0", "1", "held"},
+    {0, "cmbMaintenance", "Maintenance:", "", "", "", "", "", "", ""},
+    {0, "cmdLogGo", "Go", "Activate the selected maintenance function", "", "", "", "", "", ""},
+
+    {1, "txtSMTPServer", "SMTP server:", "Your SMTP server",
+     "SMTP", "SMTPServer", "text", "", "smtp.example.org", "held"},
+    {1, "txtSMTPPort", "Port:", "Your SMTP server", "SMTP", "SMTPPort", "16-bit", "25", "587", "held"},
+    {1, "txtSMTPFrom", "Your name:", "Your name as it will appear on sent messages",
+     "SMTP", "SMTPFrom", "text", "", "Jörg Ñandú 漢", "held"},
+    {1, "txtSMTPEmail", "Your e-mail:", "Your e-mail address as it will appear on sent messages",
+     "SMTP", "SMTPEmail", "text", "", "joerg@example.org", "held"},
+    {1, "txtSMTPWrap", "Wrap messages to", "", "SMTP", "SMTPWrap", "16-bit", "72", "64", "held"},
+    {1, "cmdWrapDefault", "Default", "Set default wrap column", "", "", "", "", "", ""},
+
+    {2, "txtPOPServer", "POP3 server:", "Your POP3 server",
+     "POP3", "POPServer", "text", "", "pop.example.org", "fresh"},
+    {2, "txtPOPPort", "Port:", "Your SMTP server", "POP3", "POPPort", "text", "110", "no number at all", "fresh"},
+    {2, "txtPOPUsername", "Username:", "Your POP3 account username",
+     "POP3", "POPUsername", "text", "", "lists", "fresh"},
+    {2, "txtPOPPassword", "Password:", "Your POP3 account password",
+     "POP3", "POPPassword", "text", "", "pä$$=;[word]", "fresh"},
+    {2, "chkPOPDeleteAll", "Delete unrelated messages during POP3 check",
+     "Check this box to delete all non-mailing list related messages on the server",
+     "POP3", "POPDeleteAll", "32-bit", "0", "1", "fresh"},
+
+    {3, "txtNotifySubSubject", "Subject:", "",
+     "Notify", "SubSubject", "text", "Mailing list subscription notification", "Welcome <b>you</b>", "held"},
+    {3, "txtNotifySubBody", "Body:", "", "Notify", "SubBody", "text",
+     "Your e-mail address has been subscribed to our mailing list.", "First\\nsecond\\n", "held"},
+    {3, "txtNotifyUnsubSubject", "Subject:", "",
+     "Notify", "UnsubSubject", "text", "Mailing list unsubscription notification", "Good bye", "held"},
+    {3, "txtNotifyUnsubBody", "Body:", "", "Notify", "UnsubBody", "text",
+     "Your e-mail address has been unsubscribed from our mailing list.", "Häufig\\n\\nゑ", "held"},
+
+    {4, "chkSignatureOn", "Add signature when composing messages",
+     "Check this box to automatically add your signature to e-mails",
+     "Signature", "AutoAdd", "32-bit", "0", "1", "in window"},
+    {-1, "", "", "", "Signature", "AutoAdd", "32-bit", "1", "0", "outside"},
+    {4, "txtSignature", "Signature text:", "", "Signature", "Text", "text", "", "--\\nJörg", "fresh"},
+
+    {-1, "", "", "", "Main", "LogStatus", "32-bit", "1", "0", "outside"},
+    {-1, "", "", "", "Main", "AlwaysOnTop", "truth", "False", "True", "outside"},
+    {-1, "", "", "", "Main", "BypassPending", "32-bit", "0", "1", "outside"},
+    {-1, "", "", "", "Main", "ListCurrent", "16-bit", "0", "1", "outside"},
+    {-1, "", "", "", "Main", "ListSortBy", "32-bit", "1", "0", "outside"},
+    {-1, "", "", "", "Window", "Geometry", "text", "", "AdnQywAD", "outside"},
+    {-1, "", "", "", "Window", "Splitter", "text", "", "AAAA/wAA", "outside"},
+});
+// clang-format on
+
+} // namespace
+
+std::span<const KnownSetting> KnownSettings() {
+    return kKnown;
+}
+
+} // namespace varlo::test
