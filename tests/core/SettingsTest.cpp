@@ -128,23 +128,14 @@ TEST_F(SettingsTest, WhatIsStoredIsHeldAndReadAgain) {
 }
 
 TEST_F(SettingsTest, StoreWritesEveryKeyInItsOrder) {
-    QByteArray expected;
-    QByteArray section;
-    for (const KnownSetting &known : Known()) {
-        if (known.Page < 0)
-            continue;
-        if (section != known.Section)
-            expected += QByteArray("[") + known.Section + "]\r\n";
-        section = known.Section;
-        expected += QByteArray(known.Key) + "=" + known.Sample + "\r\n";
-    }
     settings.Store(Samples());
-    EXPECT_EQ(File(), expected);
+    EXPECT_EQ(File(), SampleFile());
+    EXPECT_TRUE(File().startsWith("[General]\r\nLogStatus=0\r\nLogEmails=0\r\nNotify=1\r\n"));
 }
 
 TEST_F(SettingsTest, StoreOfOneSectionLeavesTheOthers) {
     settings.Store(Samples(), "General");
-    EXPECT_EQ(File(), QByteArray("[General]\r\nLogStatus=0\r\nLogEmails=0\r\nNotify=1\r\n"));
+    EXPECT_EQ(File(), SampleFile("General"));
     EXPECT_EQ(settings.Held.Notify, 1);
     EXPECT_EQ(settings.Held.SMTPServer, QString());
 }

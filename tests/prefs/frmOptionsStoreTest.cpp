@@ -137,8 +137,9 @@ TEST_F(frmOptionsTest, PortThatIsNoNumberKeepsTheWindowOpenWithEverythingTyped) 
     EXPECT_TRUE(window.isVisible());
     ASSERT_EQ(Profile.Boxes.Shown.size(), 1U);
     EXPECT_EQ(Profile.Boxes.Shown[0].Title, u"varlo-pro Error 13 in Unknown"_s);
-    EXPECT_EQ(Profile.Read(u"prefs.ini"_s),
-              QByteArray("[General]\r\nLogStatus=1\r\nLogEmails=1\r\nNotify=1\r\n"));
+    const QByteArray file = Profile.Read(u"prefs.ini"_s);
+    EXPECT_TRUE(file.startsWith("[General]\r\nLogStatus=1\r\nLogEmails=1\r\nNotify=1\r\n"));
+    EXPECT_EQ(file.count('['), 1) << "no other section";
     EXPECT_EQ(Line(window, "txtPOPServer")->text(), u"pop.example.org"_s);
     EXPECT_EQ(window.focusWidget(), Line(window, "txtSMTPPort"));
     EXPECT_EQ(Line(window, "txtSMTPPort")->selectedText(), u"twenty"_s);
@@ -168,8 +169,7 @@ TEST_F(frmOptionsTest, SmtpPortThatIsNoNumberLeavesTheGeneralSectionStored) {
         SetContent(window, known.Control, QString::fromUtf8(known.Sample));
     SetContent(window, "txtSMTPPort", u"smtp"_s);
     Click(window, "cmdOK");
-    EXPECT_EQ(Profile.Read(u"prefs.ini"_s),
-              QByteArray("[General]\r\nLogStatus=0\r\nLogEmails=0\r\nNotify=1\r\n"));
+    EXPECT_EQ(Profile.Read(u"prefs.ini"_s), SampleFile("General"));
     EXPECT_EQ(session.Prefs.Notify, 1);
     EXPECT_EQ(session.Prefs.LogStatus, 0);
     EXPECT_EQ(session.Prefs.SMTPServer, u"smtp.example.org"_s) << "set before the port";
@@ -183,8 +183,7 @@ TEST_F(frmOptionsTest, WrapColumnPast16BitsLeavesTheGeneralSectionStored) {
         SetContent(window, known.Control, QString::fromUtf8(known.Sample));
     SetContent(window, "txtSMTPWrap", u"32768"_s);
     Click(window, "cmdOK");
-    EXPECT_EQ(Profile.Read(u"prefs.ini"_s),
-              QByteArray("[General]\r\nLogStatus=0\r\nLogEmails=0\r\nNotify=1\r\n"));
+    EXPECT_EQ(Profile.Read(u"prefs.ini"_s), SampleFile("General"));
     EXPECT_EQ(session.Prefs.SMTPEmail, u"joerg@example.org"_s) << "set before the column";
     EXPECT_EQ(session.Prefs.SMTPWrap, 72);
     EXPECT_EQ(session.Prefs.SubSubject, Settings::Defaults().SubSubject) << "comes after the column";

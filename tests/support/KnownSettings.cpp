@@ -70,4 +70,19 @@ std::span<const KnownSetting> KnownSettings() {
     return kKnown;
 }
 
+QByteArray SampleFile(const char *section) {
+    QByteArray file;
+    QByteArray last;
+    for (const KnownSetting &known : kKnown) {
+        const bool isStored = known.Page >= 0 && *known.Section;
+        if (!isStored || (section && qstrcmp(known.Section, section) != 0))
+            continue;
+        if (last != known.Section)
+            file += QByteArray("[") + known.Section + "]\r\n";
+        last = known.Section;
+        file += QByteArray(known.Key) + "=" + known.Sample + "\r\n";
+    }
+    return file;
+}
+
 } // namespace varlo::test

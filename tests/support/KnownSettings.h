@@ -1,6 +1,8 @@
 // Every setting and every control of the Preferences window, as the operator and "prefs.ini" know them.
 #pragma once
 
+#include <QByteArray>
+
 #include <span>
 
 namespace varlo::test {
@@ -21,5 +23,8 @@ struct KnownSetting {
 
 // The rows with a setting stand in the order in which OK stores them.
 std::span<const KnownSetting> KnownSettings();
+
+// What OK writes into an empty file when each field holds its sample; with `section`, only that section.
+QByteArray SampleFile(const char *section = nullptr);
 
 } // namespace varlo::test
