@@ -12,6 +12,7 @@ struct Preferences {
     int LogStatus{};
     int LogEmails{};
     int Notify{};
+    int LogPending{};
     QString SMTPServer;
     qint16 SMTPPort{};
     QString SMTPFrom;

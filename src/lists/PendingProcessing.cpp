@@ -91,7 +91,8 @@ void PendingProcessing::LogEntry() {
     const QString entry = Entry();
     pass_->IsNotifying = false;
     ++pass_->Index;
-    WriteLog(session_, u"PendingLog.txt"_s, entry);
+    if (session_.Prefs.LogPending == 1)
+        WriteLog(session_, u"PendingLog.txt"_s, entry);
 }
 
 void PendingProcessing::Complete() {
