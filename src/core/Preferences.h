@@ -12,7 +12,6 @@ struct Preferences {
     int LogStatus{};
     int LogEmails{};
     int Notify{};
-    int LogPending{};
     QString SMTPServer;
     qint16 SMTPPort{};
     QString SMTPFrom;

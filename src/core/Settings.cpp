@@ -19,7 +19,6 @@ constexpr std::array kTable = std::to_array<Setting>({
     {"General", "LogStatus", "1", &P::LogStatus, Use::InWindow},
     {"General", "LogEmails", "1", &P::LogEmails, Use::Fresh},
     {"General", "Notify", "0", &P::Notify, Use::Held},
-    {"General", "LogPending", "1", &P::LogPending, Use::Held},
     {"SMTP", "SMTPServer", "", &P::SMTPServer, Use::Held},
     {"SMTP", "SMTPPort", "25", &P::SMTPPort, Use::Held},
     {"SMTP", "SMTPFrom", "", &P::SMTPFrom, Use::Held},

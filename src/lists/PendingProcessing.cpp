@@ -91,8 +91,7 @@ void PendingProcessing::LogEntry() {
     const QString entry = Entry();
     pass_->IsNotifying = false;
     ++pass_->Index;
-    if (session_.Prefs.LogPending == 1)
-        WriteLog(session_, u"PendingLog.txt"_s, entry);
+    WriteLog(session_, u"PendingLog.txt"_s, entry);
 }
 
 void PendingProcessing::Complete() {

@@ -18,21 +18,17 @@ GeneralPage::GeneralPage(Session &session)
         NewCheckBox("chkLogStatus", u"&Log status messages"_s, u"Log Varlo Pro events to text files"_s);
     auto *chkLogEmails =
         NewCheckBox("chkLogEmails", u"&Save sent e-mails"_s, u"Save all sent messages to text files"_s);
-    auto *chkLogPending = NewCheckBox("chkLogPending", u"Log &processed requests"_s,
-                                      u"Write each processed request to a text file"_s);
     auto *pending =
         NewLayout<QVBoxLayout>(AddGroup(Group::PendingListProcessing, u"Pending List Processing"_s));
     pending->addWidget(chkNotify);
     auto *logging = NewLayout<QVBoxLayout>(AddGroup(Group::Logging, u"Logging"_s));
     logging->addWidget(chkLogStatus);
     logging->addWidget(chkLogEmails);
-    logging->addWidget(chkLogPending);
     logging->addWidget(NewMaintenance(session));
     AddStretch();
     Tie(chkNotify, &Preferences::Notify);
     Tie(chkLogStatus, &Preferences::LogStatus);
     Tie(chkLogEmails, &Preferences::LogEmails);
-    Tie(chkLogPending, &Preferences::LogPending);
 }
 
 QWidget *GeneralPage::NewMaintenance(Session &session) {

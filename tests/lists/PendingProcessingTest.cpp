@@ -42,13 +42,6 @@ TEST_F(PendingProcessingTest, AppliesTheRequestsInOrderAndClearsThePendingList) 
     EXPECT_FALSE(lists.ListSaved);
 }
 
-TEST_F(PendingProcessingTest, KeepsNoLogWhenItIsSwitchedOff) {
-    session.Prefs.LogPending = 0;
-    Open(Words("mm@x.test"));
-    Process(Words("+zz@x.test"));
-    EXPECT_EQ(PendingLog(), QStringList());
-}
-
 TEST_F(PendingProcessingTest, TellsEachStepAndASummary) {
     Open(Words("bb@x.test"));
     Process(Words("+aa@x.test +AA@x.test -bb@x.test +cc@x.test"));

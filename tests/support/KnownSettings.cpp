@@ -15,8 +15,6 @@ const auto kKnown = std::to_array<KnownSetting>({
     {0, "chkNotify", "Enable e-mail notification",
      "Check this box to notify subscribers/unsubscribers via e-mail",
      "General", "Notify", "32-bit", "0", "1", "held"},
-    {0, "chkLogPending", "Log processed requests", "Write each processed request to a text file",
-     "General", "LogPending", "32-bit", "1", "0", "held"},
     {0, "cmbMaintenance", "Maintenance:", "", "", "", "", "", "", ""},
     {0, "cmdLogGo", "Go", "Activate the selected maintenance function", "", "", "", "", "", ""},
 
