@@ -39,7 +39,8 @@ frmMain::frmMain(Session &session, MakeMailer makeMailer, QWidget *parent)
 }
 
 frmMain::~frmMain() {
-    delete compose_; // it reaches back to this window
+    processing_.Abort(); // its end reaches back to this window, and so does the compose window
+    delete compose_;
 }
 
 void frmMain::CreateControls() {

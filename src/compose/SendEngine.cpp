@@ -53,7 +53,9 @@ bool SendEngine::Validate(const ComposedMessage &message) {
     if (prefs.SMTPServer.isEmpty() || prefs.SMTPFrom.isEmpty() || prefs.SMTPEmail.isEmpty())
         return Refuse(u"You must configure your SMTP server and e-mail sending details from preferences "
                       "before you can send a message."_s);
-    return true;
+    // Otherwise each recipient would be refused, and be marked for removal, for no fault of his own.
+    const QString trouble = TroubleWithAccount(session_);
+    return trouble.isEmpty() || Refuse(trouble);
 }
 
 bool SendEngine::Refuse(const QString &text) {

@@ -12,4 +12,9 @@ QString Mailbox(const QString &name, const QString &address);
 // The account of the open profile, as it is set at this moment.
 MailAccount SendingAccount(const Session &session);
 
+// What in that account cannot be right, as a sentence for the operator: the sender's own address (one with
+// blanks, brackets or control characters in it), or the port. Empty when nothing is; what is not set at all is
+// no matter of this function.
+QString TroubleWithAccount(const Session &session);
+
 } // namespace varlo

@@ -43,7 +43,7 @@ PendingProcessing::~PendingProcessing() = default;
 // ---- The run as a whole
 
 void PendingProcessing::Run() {
-    if (IsRunning() || lists_.IsLoading() || !HasOpenList())
+    if (IsRunning() || lists_.IsLoading() || !HasOpenList() || !HasSoundAccount())
         return;
     pass_ = std::make_unique<Pass>(lists_, lists_.lstEmailList(kPending).Entries());
     Q_EMIT RunningChanged(true);
@@ -57,6 +57,14 @@ bool PendingProcessing::HasOpenList() {
     session_.Boxes.MsgBox(u"Please create or choose a mailing list first."_s, BoxButtons::Ok,
                           BoxIcon::Exclamation);
     return false;
+}
+
+// Otherwise everybody would be added or removed without his mail.
+bool PendingProcessing::HasSoundAccount() {
+    const QString trouble = session_.Prefs.Notify == 1 ? TroubleWithAccount(session_) : QString();
+    if (!trouble.isEmpty())
+        session_.Boxes.MsgBox(trouble, BoxButtons::Ok, BoxIcon::Exclamation);
+    return trouble.isEmpty();
 }
 
 // Every event of a run comes through here. Under the box that reports a failure, the run may be aborted.

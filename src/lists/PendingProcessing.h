@@ -27,7 +27,7 @@ public:
     // Processes every entry that is pending now, in order, and takes them off the Pending list. A failure is
     // reported as "Main.cmdCapturesAdd" and leaves all of them pending, so that no request is lost: those
     // applied already change nothing when they are processed again. Does nothing while a run is under way or
-    // a list is being loaded.
+    // a list is being loaded; nor, after a box, when no list is open or no notification could ever be sent.
     void Run();
 
     bool IsRunning() const { return pass_ != nullptr; }
@@ -43,6 +43,7 @@ private:
     struct Pass;
 
     bool HasOpenList();
+    bool HasSoundAccount();
     void Begin();
     void Proceed(const std::function<void()> &step);
     void ProcessEntries();

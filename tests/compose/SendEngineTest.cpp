@@ -78,6 +78,12 @@ TEST_F(SendEngineTest, AMissingSenderAddressIsRefused) {
     ExpectRefusal(kNoServer);
 }
 
+TEST_F(SendEngineTest, AnAccountThatCannotBeRightIsRefused) {
+    session.Prefs.SMTPPort = 0;
+    ExpectRefusal("The SMTP port [0] of the e-mail sending preferences cannot be right. Please correct it "
+                  "before anything is sent.");
+}
+
 TEST_F(SendEngineTest, OfSeveralLacksTheFirstIsNamed) {
     message.Recipients.clear();
     session.Prefs.SMTPServer.clear();

@@ -74,6 +74,20 @@ TEST_F(NotificationTest, AnAddressThatComesAndGoesGetsBothMails) {
     EXPECT_EQ(TakeStatus().last(), u"Pending list processing complete (+1, -1)"_s);
 }
 
+TEST_F(NotificationTest, AnAccountThatCannotBeRightStopsTheRunBeforeItsFirstChange) {
+    session.Prefs.SMTPEmail = u"List <list@x.test>"_s;
+    Process(Words("+aa@x.test -bb@x.test"));
+    ASSERT_EQ(profile.Boxes.Shown.size(), 1U);
+    EXPECT_EQ(profile.Boxes.Shown[0].Icon, BoxIcon::Exclamation);
+    EXPECT_TRUE(profile.Boxes.Shown[0].Text.startsWith(u"The e-mail address [List <list@x.test>]"_s));
+    EXPECT_EQ(Current(), Words("bb@x.test"));
+    EXPECT_EQ(Pending(), Words("+aa@x.test -bb@x.test"));
+    EXPECT_EQ(mailers.Made, 0);
+    session.Prefs.Notify = 0; // nobody is to be told: it does not matter
+    processing.Run();
+    EXPECT_EQ(Current(), Words("aa@x.test"));
+}
+
 TEST_F(NotificationTest, WhatChangesNothingIsToldToNobody) {
     Process(Words("+BB@x.test -zz@x.test unsigned@x.test"));
     EXPECT_EQ(Recipients(), QStringList());
