@@ -1,7 +1,7 @@
 // The engine with the real component, against a server on loopback that follows a script.
 
 #include "compose/EngineFixture.h"
-#include "smtp/BlockingMailer.h"
+#include "smtp/SMTP.h"
 #include "support/FakeSmtpServer.h"
 
 #include <QFile>
@@ -31,7 +31,7 @@ protected:
         // A free port of the system may be above what the 16-bit setting can hold.
         makeMailer = [this, port = server->Port()](MailAccount account) {
             account.Port = port;
-            auto mailer = std::make_unique<OSSMTP::BlockingMailer>(account);
+            auto mailer = std::make_unique<OSSMTP::SMTP>(account);
             mailer->SetTimeout(timeout);
             return mailer;
         };
