@@ -206,7 +206,7 @@ void Connection::TakeOut(qint64 sent) {
 
 void Connection::AwaitWithin(int milliseconds) {
     limit_ = milliseconds;
-    if (failure_ && failure_->What == Trouble::TimedOut)
+    if (failure_ && failure_->Cause == Trouble::TimedOut)
         failure_.reset();
     deadline_ =
         limit_ > 0 ? QDeadlineTimer(limit_, Qt::PreciseTimer) : QDeadlineTimer(QDeadlineTimer::Forever);

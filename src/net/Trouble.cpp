@@ -10,7 +10,7 @@ namespace varlo::net {
 namespace {
 
 struct Numbers {
-    Trouble What;
+    Trouble Cause;
     int Socket;
     MailError Mail;
 };
@@ -27,7 +27,7 @@ constexpr Numbers kNumbers[] = {
 
 const Numbers &NumbersOf(Trouble trouble) {
     return *std::find_if(std::begin(kNumbers), std::end(kNumbers) - 1,
-                         [trouble](const Numbers &numbers) { return numbers.What == trouble; });
+                         [trouble](const Numbers &numbers) { return numbers.Cause == trouble; });
 }
 
 } // namespace

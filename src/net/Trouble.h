@@ -22,7 +22,7 @@ enum class Trouble {
 };
 
 struct Failure {
-    Trouble What = Trouble::Other;
+    Trouble Cause = Trouble::Other;
     QString Text; // for a person
     // Some of what was written had not been handed to the system, so the other end cannot have it.
     bool IsCut = false;

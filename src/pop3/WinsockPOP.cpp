@@ -32,8 +32,8 @@ void WinsockPOP::Connection_Ended(const net::Failure &failure) {
     const QPointer<WinsockPOP> alive(this);
     if (const QByteArray rest = std::exchange(held_, {}); !rest.isEmpty())
         Q_EMIT DataArrival(rest);
-    if (alive && failure.What != net::Trouble::Closed)
-        Q_EMIT Error(net::SocketNumber(failure.What), failure.Text);
+    if (alive && failure.Cause != net::Trouble::Closed)
+        Q_EMIT Error(net::SocketNumber(failure.Cause), failure.Text);
 }
 
 QByteArray WinsockPOP::NextChunk() {

@@ -33,7 +33,7 @@ inline Failure InvalidReplyFailure() {
 }
 
 inline Failure FailureOf(const varlo::net::Failure &failure) {
-    const MailError number = varlo::net::MailNumber(failure.What);
+    const MailError number = varlo::net::MailNumber(failure.Cause);
     if (number == ConnectionLost)
         return LostFailure();
     return {number, failure.Text, false};

@@ -26,7 +26,7 @@ constexpr int kNoSuchMailbox = 553;
 constexpr int kTurn = 10; // ms of work before the event loop turns
 
 Outcome UnusableAddress(Kind kind, const QString &whose, const Mailbox &mailbox) {
-    const Reply shown{0, mailbox.Given.toUtf8()}; // control characters are shown as they are in a reply
+    const Reply shown{0, mailbox.Given.toUtf8()}; // shown as replies are: control characters as blanks
     return {kind, kAddressRefused,
             u"The %1's address [%2] is not a mail address"_s.arg(whose, shown.Description()), false};
 }
@@ -209,7 +209,7 @@ void SMTP::Private::Connection_Ended(const varlo::net::Failure &failure) {
         return;
     // Encryption that was only offered asks for nothing in return, so a server whose TLS does not work is
     // spoken to in the clear, as if it had offered none.
-    if (failure.What == varlo::net::Trouble::NotEncrypted && security_ == Encryption::WhenOffered)
+    if (failure.Cause == varlo::net::Trouble::NotEncrypted && security_ == Encryption::WhenOffered)
         return Open(Encryption::None);
     const bool cut = transaction_ && transaction_->DataBegun() && failure.IsCut;
     Conclude(transaction_ ? JudgeTransaction(*transaction_, FailureOf(failure), cut)

@@ -23,7 +23,7 @@ TEST_F(ConnectionTest, RefusedConnectionSaysSo) {
     server.close();
     connection->Open({u"127.0.0.1"_s, port, Encryption::None, {}});
     EXPECT_TRUE(UntilEnded());
-    EXPECT_EQ(End.What, Trouble::Refused);
+    EXPECT_EQ(End.Cause, Trouble::Refused);
     EXPECT_FALSE(End.Text.isEmpty());
     EXPECT_TRUE(connection->IsClosed());
 }
@@ -34,7 +34,7 @@ TEST_F(ConnectionTest, UnknownHostsSaySo) {
         Open(Encryption::None, host);
         EXPECT_EQ(Events, QByteArrayList()) << "never from within a call";
         EXPECT_TRUE(UntilEnded());
-        EXPECT_EQ(End.What, Trouble::UnknownHost) << host.toStdString();
+        EXPECT_EQ(End.Cause, Trouble::UnknownHost) << host.toStdString();
     }
 }
 
@@ -54,7 +54,7 @@ TEST_F(ConnectionTest, CloseByTheServerComesAfterItsLastWord) {
     server.Last->disconnectFromHost();
     EXPECT_TRUE(UntilEnded());
     EXPECT_EQ(Arrived, "go away");
-    EXPECT_EQ(End.What, Trouble::Closed);
+    EXPECT_EQ(End.Cause, Trouble::Closed);
 }
 
 TEST_F(ConnectionTest, ResetIsToldFromAClose) {
@@ -66,7 +66,7 @@ TEST_F(ConnectionTest, ResetIsToldFromAClose) {
         EXPECT_TRUE(UntilArrived("hello"));
         server.Reset();
         EXPECT_TRUE(UntilEnded());
-        EXPECT_EQ(End.What, Trouble::Reset);
+        EXPECT_EQ(End.Cause, Trouble::Reset);
     }
 }
 
@@ -93,7 +93,7 @@ TEST_F(ConnectionTest, ServerThatEndsWithinAWriteIsHeardAndTheWriteIsCut) {
     EXPECT_TRUE(connection->IsWriting());
     server.Reset();
     EXPECT_TRUE(UntilEnded());
-    EXPECT_EQ(End.What, Trouble::Reset);
+    EXPECT_EQ(End.Cause, Trouble::Reset);
     EXPECT_TRUE(End.IsCut);
 }
 
@@ -124,7 +124,7 @@ TEST_F(ConnectionTest, WriteThatNobodyTakesIsATimeOut) {
     connection->AwaitWithin(200);
     connection->Write(QByteArray(50'000'000, 'x'));
     EXPECT_TRUE(UntilEnded());
-    EXPECT_EQ(End.What, Trouble::TimedOut);
+    EXPECT_EQ(End.Cause, Trouble::TimedOut);
     EXPECT_TRUE(End.IsCut);
 }
 

@@ -58,7 +58,7 @@ TEST_F(EncryptionTest, LiveLineIsEncrypted) {
     EXPECT_TRUE(UntilArrived("220 hi\r\n220 go\r\nyou said hello"));
     server.Last->disconnectFromHost();
     EXPECT_TRUE(UntilEnded());
-    EXPECT_EQ(End.What, Trouble::Closed);
+    EXPECT_EQ(End.Cause, Trouble::Closed);
 }
 
 TEST_F(EncryptionTest, BytesThatWereNotHandedOnBeforeTheHandshakeAreDropped) {
@@ -106,7 +106,7 @@ TEST_F(EncryptionTest, HandshakeThatFailsSaysSo) {
     };
     Open(Encryption::WhenOffered);
     EXPECT_TRUE(UntilEnded());
-    EXPECT_EQ(End.What, Trouble::NotEncrypted);
+    EXPECT_EQ(End.Cause, Trouble::NotEncrypted);
     EXPECT_FALSE(End.Text.isEmpty());
 }
 
@@ -120,7 +120,7 @@ TEST_F(EncryptionTest, CloseWithinTheHandshakeIsAFailureOfIt) {
     };
     Open(Encryption::WhenOffered);
     EXPECT_TRUE(UntilEnded());
-    EXPECT_EQ(End.What, Trouble::NotEncrypted);
+    EXPECT_EQ(End.Cause, Trouble::NotEncrypted);
 }
 
 TEST_F(EncryptionTest, CertificateOfNobodyIsNotTrustedWhereItMatters) {
@@ -128,7 +128,7 @@ TEST_F(EncryptionTest, CertificateOfNobodyIsNotTrustedWhereItMatters) {
     Open(Encryption::StartTls, kLocalhost);
     EXPECT_TRUE(UntilEnded());
     EXPECT_EQ(Events, (QByteArrayList{"opened", "certificate", "ended"}));
-    EXPECT_EQ(End.What, Trouble::NotTrusted);
+    EXPECT_EQ(End.Cause, Trouble::NotTrusted);
     EXPECT_EQ(Seen, Own()) << "for somebody to look at";
 }
 
@@ -144,7 +144,7 @@ TEST_F(EncryptionTest, CertificateOfAnAuthorityIsNotTrustedForAnotherName) {
     EncryptWhenAsked();
     Open(Encryption::StartTls, u"127.0.0.1"_s);
     EXPECT_TRUE(UntilEnded());
-    EXPECT_EQ(End.What, Trouble::NotTrusted);
+    EXPECT_EQ(End.Cause, Trouble::NotTrusted);
 }
 
 TEST_F(EncryptionTest, PinnedCertificateIsTrustedWhoeverSignedIt) {
@@ -157,7 +157,7 @@ TEST_F(EncryptionTest, AnotherCertificateThanThePinnedOneIsNotTrusted) {
     EncryptWhenAsked();
     Open(Encryption::StartTls, kLocalhost, QByteArray(32, 'x'));
     EXPECT_TRUE(UntilEnded());
-    EXPECT_EQ(End.What, Trouble::NotTrusted);
+    EXPECT_EQ(End.Cause, Trouble::NotTrusted);
 }
 
 TEST_F(EncryptionTest, LineThatIsEncryptedFromTheFirstByteOpensEncrypted) {
@@ -173,7 +173,7 @@ TEST_F(EncryptionTest, LineThatShouldBeEncryptedIsNotOpenedInTheClear) {
     server.Greeting = "220 hi\r\n";
     Open(Encryption::Tls, kLocalhost);
     EXPECT_TRUE(UntilEnded());
-    EXPECT_EQ(End.What, Trouble::NotEncrypted);
+    EXPECT_EQ(End.Cause, Trouble::NotEncrypted);
     EXPECT_EQ(Arrived, "");
 }
 

@@ -53,7 +53,7 @@ TEST_F(ProxyTest, ProxyOfKindHttpThatRefusesIsNoConnection) {
     OpenThrough();
     EXPECT_TRUE(UntilEnded());
     EXPECT_EQ(Arrived, "");
-    EXPECT_EQ(MailNumber(End.What), CannotConnect);
+    EXPECT_EQ(MailNumber(End.Cause), CannotConnect);
 }
 
 TEST_F(ProxyTest, ProxyOfKindSocksCarriesTheConnection) {

@@ -8,7 +8,7 @@ namespace varlo::net {
 
 TEST(TroubleTest, EveryTroubleHasItsTwoNumbers) {
     struct Case {
-        Trouble What;
+        Trouble Cause;
         int Socket;
         int Mail;
     };
@@ -20,8 +20,8 @@ TEST(TroubleTest, EveryTroubleHasItsTwoNumbers) {
           Case{Trouble::Reset, 10054, 12030}, Case{Trouble::Closed, 10101, 12030},
           Case{Trouble::NotEncrypted, 10107, 12029}, Case{Trouble::NotTrusted, 10107, 12029},
           Case{Trouble::Other, 10107, 12029}}) {
-        EXPECT_EQ(SocketNumber(wanted.What), wanted.Socket) << static_cast<int>(wanted.What);
-        EXPECT_EQ(MailNumber(wanted.What), wanted.Mail) << static_cast<int>(wanted.What);
+        EXPECT_EQ(SocketNumber(wanted.Cause), wanted.Socket) << static_cast<int>(wanted.Cause);
+        EXPECT_EQ(MailNumber(wanted.Cause), wanted.Mail) << static_cast<int>(wanted.Cause);
     }
 }
 
