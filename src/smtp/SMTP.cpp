@@ -218,7 +218,9 @@ void SMTP::Private::Connection_Ended(const varlo::net::Failure &failure) {
 }
 
 void SMTP::Private::Connection_Arrived(const QByteArray &bytes) {
-    parser_.Add(bytes); // what comes unasked makes the connection unusable by lying there
+    if (!attempting_)
+        return connection_.Close(); // nobody asked
+    parser_.Add(bytes);             // what is left there makes the connection unusable for the next mail
     while (attempting_ && !parser_.IsBroken()) {
         const auto reply = parser_.Next();
         if (!reply)

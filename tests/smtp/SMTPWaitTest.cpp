@@ -1,6 +1,7 @@
 // What happens while the component waits: windows stay alive, a destruction ends it, mails follow one another.
 
 #include "core/Literals.h"
+#include "net/ScriptedServer.h"
 #include "smtp/SMTP.h"
 #include "smtp/Sender.h"
 
@@ -188,6 +189,19 @@ TEST(SMTPWaitTest, MailsGoOnWhileABoxIsOpen) {
         box.exec();
     });
     SendInHandlers(sender, [&] { return during > 20; });
+}
+
+TEST(SMTPWaitTest, ServerThatTalksBetweenTwoMailsIsNotListenedTo) {
+    ScriptedServer server;
+    server.Greeting = "220 hi\r\n";
+    server.OnReceived = [&](const QByteArray &bytes) {
+        server.Say(bytes.startsWith("DATA") ? "354 go\r\n" : "250 ok\r\n");
+    };
+    Sender sender(server.serverPort());
+    EXPECT_TRUE(sender.SendTo(kAnn));
+    server.Say(QByteArray("250 and another thing\r\n").repeated(1000));
+    EXPECT_TRUE(WaitUntil([&] { return server.Ended == 1; }));
+    EXPECT_TRUE(sender.SendTo(kBob)) << "on a new connection";
 }
 
 TEST(SMTPWaitTest, HandlerOfTheErrorMaySendAgain) {
