@@ -206,6 +206,7 @@ void Connection::TakeOut(qint64 sent) {
 
 void Connection::AwaitWithin(int milliseconds) {
     limit_ = milliseconds;
+    answerDue_ = answerDue_ && limit_ > 0;
     if (failure_ && failure_->Cause == Trouble::TimedOut)
         failure_.reset();
     deadline_ =

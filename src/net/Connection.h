@@ -45,7 +45,8 @@ public:
     // Begins to encrypt, on a connection whose endpoint says WhenOffered or StartTls. What has arrived before
     // and was not handed on does not count. Leads to Encrypted or Ended.
     void StartTls();
-    // How long the next bytes may take from now on, in milliseconds; 0: for ever. Progress of a write begins
+    // How long the next bytes may take from now on, in milliseconds; 0: for ever,
+    // and no short wait for what nobody awaits. Progress of a write begins
     // the time anew, bytes that arrive do not. Past the limit the connection ends with TimedOut.
     void AwaitWithin(int milliseconds);
     // Closes at once and forgets everything that was not handed on. A farewell is sent if that takes no time.
