@@ -10,8 +10,10 @@
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
+#include <QEventLoop>
 
 #include <cstdio>
+#include <memory>
 
 namespace {
 
@@ -20,25 +22,25 @@ QString TextOf(int size) {
     return line.repeated(size / static_cast<int>(line.size()) + 1).left(size);
 }
 
-void Prepare(OSSMTP::SMTP &smtp, int port, int size) {
-    smtp.SetServer(u"127.0.0.1"_s);
-    smtp.SetPort(port);
-    smtp.SetSender(u"\"The sender\" <sender@example.org>"_s);
-    smtp.SetSubject(u"Benchmark"_s);
-    smtp.SetMessageText(TextOf(size));
-    QObject::connect(&smtp, &OSSMTP::SMTP::ErrorSMTP, [](int number, const QString &description) {
-        std::fprintf(stderr, "error %d: %s\n", number, qPrintable(description));
-    });
-}
-
-// As the send engine does it: a recipient of its own for each message, events once per message.
-int SendAll(OSSMTP::SMTP &smtp, int count) {
+// As the send engine does it: a recipient of its own for each mail, the next one in the handler of the one
+// before.
+int SendAll(OSSMTP::SMTP &smtp, int count, int size) {
+    const auto message =
+        std::make_shared<varlo::MailMessage>(varlo::MailMessage{u"Benchmark"_s, TextOf(size), {}});
     int sent = 0;
-    for (int i = 0; i < count; ++i) {
-        QCoreApplication::processEvents();
-        smtp.SetRecipient(u"\"Our list\" <member%1@example.org>"_s.arg(i));
-        sent += smtp.Send();
-    }
+    int begun = 0;
+    const auto submit = [&] {
+        smtp.Submit({message, u"\"Our list\" <member%1@example.org>"_s.arg(begun++)});
+    };
+    QEventLoop loop;
+    QObject::connect(&smtp, &OSSMTP::SMTP::Finished, &loop, [&](const varlo::Outcome &outcome) {
+        sent += outcome.What == varlo::Outcome::Kind::Sent;
+        if (outcome.What != varlo::Outcome::Kind::Sent)
+            std::fprintf(stderr, "error %d: %s\n", outcome.Number, qPrintable(outcome.Description));
+        begun < count ? submit() : loop.quit();
+    });
+    submit();
+    loop.exec();
     return sent;
 }
 
@@ -52,11 +54,10 @@ int main(int argc, char **argv) {
         return 2;
     }
     const int count = arguments[2].toInt();
-    OSSMTP::SMTP smtp;
-    Prepare(smtp, arguments[1].toInt(), arguments.size() > 3 ? arguments[3].toInt() : 1024);
+    OSSMTP::SMTP smtp({u"127.0.0.1"_s, arguments[1].toInt(), u"\"The sender\" <sender@example.org>"_s});
     QElapsedTimer clock;
     clock.start();
-    const int sent = SendAll(smtp, count);
+    const int sent = SendAll(smtp, count, arguments.size() > 3 ? arguments[3].toInt() : 1024);
     std::printf("%.0f\n", sent * 1e9 / static_cast<double>(clock.nsecsElapsed()));
     return sent == count ? 0 : 1;
 }

@@ -11,7 +11,7 @@
 #include "core/Preferences.h"
 #include "core/Session.h"
 #include "core/TextFile.h"
-#include "smtp/BlockingMailer.h"
+#include "smtp/SMTP.h"
 
 #include <QAction>
 #include <QApplication>
@@ -90,7 +90,7 @@ int main(int argc, char **argv) {
     PrepareProfile(session, arguments[1].toInt(), count);
     OneList host;
     auto *window = new frmCompose(session, host, [](const MailAccount &account) {
-        return std::make_unique<OSSMTP::BlockingMailer>(account);
+        return std::make_unique<OSSMTP::SMTP>(account);
     }); // deletes itself when it is closed
     window->show();
     Compose(*window, arguments.size() > 3 ? arguments[3].toInt() : 1024);

@@ -9,7 +9,6 @@ mkdir -p build || exit 1
 build_packages=(
     g++ cmake ninja-build
     qt6-base-dev qt6-svg-dev libqt6svg6 libgl-dev
-    libcurl4-openssl-dev
     libgtest-dev libgmock-dev libbenchmark-dev
     fp-utils # the compiler of the help file
 )
@@ -52,7 +51,7 @@ install_missing() {
     if ! command -v apt-get >/dev/null || ! command -v dpkg-query >/dev/null; then
         for command in "${needed_commands[@]}"; do
             command -v "$command" >/dev/null ||
-                fail "$command is missing. Install it, with the development files of Qt 6.4, libcurl and GoogleTest."
+                fail "$command is missing. Install it, with the development files of Qt 6.4 and GoogleTest."
         done
         return
     fi

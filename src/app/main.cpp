@@ -8,7 +8,7 @@
 #include "core/Product.h"
 #include "core/Reporting.h"
 #include "core/WidgetDialogs.h"
-#include "smtp/BlockingMailer.h"
+#include "smtp/SMTP.h"
 
 #include <QApplication>
 
@@ -34,7 +34,7 @@ private:
 };
 
 std::unique_ptr<varlo::Mailer> MakeSmtpMailer(const varlo::MailAccount &account) {
-    return std::make_unique<OSSMTP::BlockingMailer>(account);
+    return std::make_unique<OSSMTP::SMTP>(account);
 }
 
 int Run(Application &application) {

@@ -1,15 +1,9 @@
-// The connection to the mailbox server: a thin adapter over QTcpSocket that knows nothing of mail.
+// The connection to the mailbox server: a thin adapter over net::Connection that knows nothing of mail.
 #pragma once
 
-#include "pop3/ResetProbe.h"
-
-#include <QByteArray>
-#include <QObject>
-#include <QString>
-#include <QTcpSocket>
+#include "net/Connection.h"
 
 #include <functional>
-#include <optional>
 
 namespace varlo {
 
@@ -20,10 +14,8 @@ class WinsockPOP : public QObject {
     Q_OBJECT
 
 public:
-    // The most that is held back of a line without an end, and the most that is taken in while a handler
-    // runs, in bytes.
+    // The most that is held back of a line without an end, in bytes.
     static constexpr qsizetype kLongestLine = 4096;
-    static constexpr qsizetype kReadAhead = qsizetype(64) * 1024;
 
     // `awaitsLine` tells, at any time, whether what arrives next is a reply of one line. Bytes are then held
     // back until they end in a line feed, become kLongestLine or the server has closed the connection.
@@ -34,10 +26,10 @@ public:
     void Connect(const QString &host, quint16 port);
     // Sends the bytes. A connection that is closed swallows them, as if the server had closed it a moment
     // later.
-    void SendData(const QByteArray &data);
+    void SendData(const QByteArray &data) { connection_.Write(data); }
     // Closes at once and forgets what has arrived and what has failed. Safe in a handler.
     void Close();
-    bool IsClosed() const;
+    bool IsClosed() const { return connection_.IsClosed(); }
 
 Q_SIGNALS:
     // What has arrived, as it came: at least one byte.
@@ -47,24 +39,13 @@ Q_SIGNALS:
     void Error(int Number, const QString &Description);
 
 private:
-    struct Failure {
-        int Number;
-        QString Description;
-    };
-
-    void NoteError(QAbstractSocket::SocketError error);
-    void DeliverSoon();
-    void Deliver();
-    void WaitAMoment();
-    bool DeliverNext();
+    void Connection_Arrived(const QByteArray &bytes);
+    void Connection_Ended(const net::Failure &failure);
     QByteArray NextChunk();
 
     std::function<bool()> awaitsLine_;
-    QTcpSocket socket_;
-    ResetProbe probe_;
+    net::Connection connection_;
     QByteArray held_;
-    std::optional<Failure> failure_;
-    bool delivering_ = false;
 };
 
 } // namespace varlo

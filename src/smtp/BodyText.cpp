@@ -55,23 +55,6 @@ void AppendQuotedLine(QByteArray &out, QByteArrayView line) {
     out.append("\r\n");
 }
 
-char *PutGroup(char *to, quint32 bits, int characters) {
-    static constexpr char kAlphabet[] = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
-    for (int i = 0; i < 4; ++i)
-        *to++ = i < characters ? kAlphabet[(bits >> (18 - 6 * i)) & 63] : '=';
-    return to;
-}
-
-char *PutLine(char *to, const unsigned char *from, qsizetype size) {
-    for (; size >= 3; size -= 3, from += 3)
-        to = PutGroup(to, quint32(from[0]) << 16 | quint32(from[1]) << 8 | from[2], 4);
-    if (size > 0)
-        to = PutGroup(to, quint32(from[0]) << 16 | (size > 1 ? quint32(from[1]) << 8 : 0), int(size) + 1);
-    *to++ = '\r';
-    *to++ = '\n';
-    return to;
-}
-
 } // namespace
 
 bool FitsSevenBit(QByteArrayView text) {
@@ -94,12 +77,10 @@ void AppendQuotedPrintable(QByteArray &out, QByteArrayView text) {
 }
 
 void AppendBase64(QByteArray &out, QByteArrayView data) {
-    const qsizetype before = out.size();
-    out.resize(before + qsizetype(Base64Size(data.size())));
-    char *to = out.data() + before;
-    const auto *from = reinterpret_cast<const unsigned char *>(data.data());
-    for (qsizetype done = 0; done < data.size(); done += kBase64Line)
-        to = PutLine(to, from + done, std::min(kBase64Line, data.size() - done));
+    constexpr qsizetype line = kBase64Line / 3 * 4;
+    const QByteArray text = QByteArray::fromRawData(data.data(), data.size()).toBase64();
+    for (qsizetype done = 0; done < text.size(); done += line)
+        out.append(QByteArrayView(text).sliced(done, std::min(line, text.size() - done))).append("\r\n");
 }
 
 qint64 Base64Size(qint64 size) {

@@ -1,8 +1,8 @@
-// Why a send did not succeed, in the words of the error event.
+// Why a mail did not go out, in the words of the error event.
 #pragma once
 
 #include "core/Literals.h"
-#include "smtp/SMTP.h"
+#include "net/Trouble.h"
 
 #include <QString>
 
@@ -10,34 +10,33 @@
 
 namespace OSSMTP {
 
-struct Failure {
-    // Aborted: the caller asked for it, nothing is reported. Lost: the connection is gone, which may be tried
-    // again as long as the server was not given the message.
-    enum Kind { Reported, Lost, Aborted };
+using varlo::net::MailError;
+using enum varlo::net::MailError;
 
+struct Failure {
     int Number = 0;
     QString Description;
-    Kind What = Reported;
+    // The connection is gone, which may be tried again as long as the server was not given the message.
+    bool IsLost = false;
 
     bool operator==(const Failure &) const = default;
 };
 
 using MaybeFailure = std::optional<Failure>;
 
-inline Failure AbortedFailure() {
-    return {0, QString(), Failure::Aborted};
-}
-
-inline Failure TimedOutFailure() {
-    return {TimedOut, u"The server did not answer in time"_s, Failure::Reported};
-}
-
 inline Failure LostFailure() {
-    return {ConnectionLost, u"The connection was closed by the server"_s, Failure::Lost};
+    return {ConnectionLost, u"The connection was closed by the server"_s, true};
 }
 
 inline Failure InvalidReplyFailure() {
-    return {InvalidReply, u"The server's answer is not an SMTP reply"_s, Failure::Reported};
+    return {InvalidReply, u"The server's answer is not an SMTP reply"_s, false};
+}
+
+inline Failure FailureOf(const varlo::net::Failure &failure) {
+    const MailError number = varlo::net::MailNumber(failure.Cause);
+    if (number == ConnectionLost)
+        return LostFailure();
+    return {number, failure.Text, false};
 }
 
 } // namespace OSSMTP

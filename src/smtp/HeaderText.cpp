@@ -1,10 +1,14 @@
 #include "smtp/HeaderText.h"
 
+#include "core/Ascii.h"
+
 #include <QList>
 
 namespace OSSMTP {
 
 namespace {
+
+using varlo::IsAscii;
 
 constexpr qsizetype kFoldAt = 78;      // bytes of a line that is folded
 constexpr qsizetype kEncodedLine = 76; // of a line that holds an encoded word
@@ -18,10 +22,6 @@ QString OneLine(QString text) {
         if (c.unicode() < 0x20 || c.unicode() == 0x7F)
             c = QLatin1Char(' ');
     return text;
-}
-
-bool IsAscii(const QString &text) {
-    return std::all_of(text.begin(), text.end(), [](QChar c) { return c.unicode() < 0x80; });
 }
 
 bool HasLongRun(const QString &text) {

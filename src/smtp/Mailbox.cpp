@@ -1,17 +1,17 @@
 #include "smtp/Mailbox.h"
 
+#include "core/Ascii.h"
+
 #include <QUrl>
 
 namespace OSSMTP {
 
 namespace {
 
+using varlo::IsAscii;
+
 // Twice what servers must take; longer ones would break the line limit of the header that shows them.
 constexpr qsizetype kLongestAddress = 512;
-
-bool IsAscii(QStringView text) {
-    return std::all_of(text.begin(), text.end(), [](QChar c) { return c.unicode() < 0x80; });
-}
 
 // Such a character would end the command or the header that the address stands in, or change the address.
 bool IsForbidden(QChar c) {

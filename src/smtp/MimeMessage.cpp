@@ -5,7 +5,6 @@
 #include "smtp/HeaderText.h"
 
 #include <QDateTime>
-#include <QFile>
 #include <QFileInfo>
 #include <QMimeDatabase>
 #include <QRandomGenerator>
@@ -16,18 +15,10 @@ namespace {
 
 constexpr qint64 kPiece = kBase64Line * 4096; // bytes read from a file at once
 constexpr qint64 kPartHeaders = 2048;         // room for the headers of one part
+constexpr QByteArrayView kEnd(".\r\n");
 
 QByteArray RandomHex() {
     return QByteArray::number(QRandomGenerator::system()->generate64(), 16);
-}
-
-// Messages and multiparts must not be encoded, says MIME; as plain bytes they may, and arrive unchanged.
-QByteArray TypeOf(const QString &path) {
-    const QString type = QMimeDatabase().mimeTypeForFile(path).name();
-    for (const char *composite : {"message/", "multipart/", "inode/"})
-        if (type.startsWith(QLatin1String(composite)))
-            return QByteArrayLiteral("application/octet-stream");
-    return type.toLatin1();
 }
 
 void AppendText(QByteArray &out, const QByteArray &text) {
@@ -39,7 +30,8 @@ void AppendText(QByteArray &out, const QByteArray &text) {
 
 void AppendFileHeaders(QByteArray &out, const QString &path) {
     const QString name = QFileInfo(path).fileName();
-    out += "Content-Type: " + TypeOf(path) + HeaderParameter("name", name) +
+    const QString type = QMimeDatabase().mimeTypeForFile(path).name();
+    out += "Content-Type: " + AttachmentType(type) + HeaderParameter("name", name) +
            "\r\nContent-Transfer-Encoding: base64\r\nContent-Disposition: attachment" +
            HeaderParameter("filename", name) + "\r\n\r\n";
 }
@@ -58,22 +50,6 @@ qint64 ReadPiece(QFile &file, QByteArray &piece) {
     return size;
 }
 
-// False when `goOn` stopped it.
-bool AppendFile(QByteArray &out, const QString &path, const MessageContent::GoOn &goOn) {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
-        throw varlo::FileError(file);
-    AppendFileHeaders(out, path);
-    QByteArray piece(kPiece, Qt::Uninitialized);
-    while (goOn()) {
-        const qint64 size = ReadPiece(file, piece);
-        AppendBase64(out, QByteArrayView(piece).first(size));
-        if (size < kPiece)
-            return true;
-    }
-    return false;
-}
-
 // Enough for the whole content, so that it never has to be moved to a larger place while it grows.
 qint64 Estimate(const QByteArray &text, const std::vector<Attachment> &attachments) {
     qint64 size = text.size() + text.size() / 8 + kPartHeaders;
@@ -82,21 +58,14 @@ qint64 Estimate(const QByteArray &text, const std::vector<Attachment> &attachmen
     return size;
 }
 
-bool AppendMultipart(QByteArray &out, const QByteArray &text, const std::vector<Attachment> &attachments,
-                     const MessageContent::GoOn &goOn) {
-    const QByteArray boundary = "=_" + RandomHex() + RandomHex(); // in no encoded line
-    out += "Content-Type: multipart/mixed;\r\n boundary=\"" + boundary + "\"\r\n\r\n--" + boundary + "\r\n";
-    AppendText(out, text);
-    for (const Attachment &attachment : attachments) {
-        out += "\r\n--" + boundary + "\r\n";
-        if (!AppendFile(out, attachment.Path, goOn))
-            return false;
-    }
-    out += "\r\n--" + boundary + "--\r\n";
-    return true;
-}
-
 } // namespace
+
+QByteArray AttachmentType(const QString &type) {
+    for (const char *composite : {"message/", "multipart/", "inode/"})
+        if (type.startsWith(QLatin1String(composite)))
+            return QByteArrayLiteral("application/octet-stream");
+    return type.toLatin1();
+}
 
 Attachment DescribeFile(const QString &path) {
     const QFileInfo info(path);
@@ -107,34 +76,69 @@ Attachment DescribeFile(const QString &path) {
     return {path, info.size(), info.lastModified().toMSecsSinceEpoch()};
 }
 
-void CheckReadable(const QString &path) {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        throw varlo::RuntimeError(file.exists() ? varlo::PermissionDenied : varlo::FileNotFound);
-}
-
-QByteArray MessageContent::Encode(const QString &text, const std::vector<Attachment> &attachments,
-                                  const GoOn &goOn) {
-    if (!encoded_.isNull() && text == text_ && attachments == attachments_)
-        return encoded_;
-    encoded_ = QByteArray();
-    const QByteArray utf8 = text.toUtf8();
-    QByteArray out;
-    out.reserve(Estimate(utf8, attachments));
-    if (attachments.empty())
-        AppendText(out, utf8);
-    else if (!AppendMultipart(out, utf8, attachments, goOn))
-        return {};
-    out += ".\r\n";
+void MessageContent::Begin(const QString &text, const std::vector<Attachment> &attachments) {
+    if (complete_ && text == text_ && attachments == attachments_)
+        return;
+    *this = MessageContent();
     text_ = text;
     attachments_ = attachments;
-    encoded_ = out;
-    return encoded_;
+    const QByteArray utf8 = text.toUtf8();
+    encoded_.reserve(Estimate(utf8, attachments));
+    if (!attachments.empty())
+        BeginParts();
+    const qsizetype start = encoded_.size();
+    AppendText(encoded_, utf8);
+    doubledDots_ = QByteArrayView(encoded_).sliced(start).count("\r\n.");
 }
 
-bool MessageContent::Holds(const Attachment &attachment) const {
-    return !encoded_.isNull() &&
-           std::find(attachments_.begin(), attachments_.end(), attachment) != attachments_.end();
+void MessageContent::BeginParts() {
+    boundary_ = "=_" + RandomHex() + RandomHex(); // in no encoded line
+    encoded_ +=
+        "Content-Type: multipart/mixed;\r\n boundary=\"" + boundary_ + "\"\r\n\r\n--" + boundary_ + "\r\n";
+}
+
+bool MessageContent::Step() {
+    if (complete_)
+        return true;
+    try {
+        if (file_)
+            ReadOn();
+        else if (begun_ < attachments_.size())
+            BeginFile(attachments_[begun_++].Path);
+        else
+            Complete();
+    } catch (const varlo::RuntimeError &) {
+        *this = MessageContent();
+        throw;
+    }
+    return complete_;
+}
+
+void MessageContent::BeginFile(const QString &path) {
+    file_ = std::make_unique<QFile>(path);
+    if (!file_->open(QIODevice::ReadOnly | QIODevice::Unbuffered))
+        throw varlo::FileError(*file_);
+    encoded_ += "\r\n--" + boundary_ + "\r\n";
+    AppendFileHeaders(encoded_, path);
+}
+
+void MessageContent::ReadOn() {
+    QByteArray piece(kPiece, Qt::Uninitialized);
+    const qint64 size = ReadPiece(*file_, piece);
+    AppendBase64(encoded_, QByteArrayView(piece).first(size));
+    if (size < kPiece)
+        file_.reset();
+}
+
+void MessageContent::Complete() {
+    if (!attachments_.empty())
+        encoded_ += "\r\n--" + boundary_ + "--\r\n";
+    encoded_ += kEnd;
+    complete_ = true;
+}
+
+qint64 MessageContent::Size() const {
+    return encoded_.size() - doubledDots_ - qsizetype(kEnd.size());
 }
 
 MessageHeaders::MessageHeaders() : run_(RandomHex()) {

@@ -5,9 +5,10 @@
 #include "smtp/Mailbox.h"
 
 #include <QByteArray>
+#include <QFile>
 #include <QString>
 
-#include <functional>
+#include <memory>
 #include <vector>
 
 namespace OSSMTP {
@@ -24,28 +25,40 @@ struct Attachment {
 // The state of the file at `path`. Throws RuntimeError: 53 when there is none, 70 when it is no file.
 Attachment DescribeFile(const QString &path);
 
-// Throws RuntimeError (53, 70) unless the file can be opened for reading.
-void CheckReadable(const QString &path);
+// The type under which a file of that MIME type travels. Messages and multiparts must not be encoded, says
+// MIME; as plain bytes they may, and arrive unchanged.
+QByteArray AttachmentType(const QString &type);
 
 // What is the same for every recipient, from the Content-Type header to the dot that ends the message. Made
-// when asked for and kept until the text or an attachment is another one.
+// piece by piece, so that other work can go on in between, and kept until the text or an attachment is another
+// one.
 class MessageContent {
 public:
-    // Called between pieces of a file; false stops the encoding.
-    using GoOn = std::function<bool()>;
+    // What Step is to encode. What is kept of the same text and attachments is complete at once.
+    void Begin(const QString &text, const std::vector<Attachment> &attachments);
+    // Encodes one more piece, which takes a few milliseconds at most; true when all is done. Throws
+    // RuntimeError (53, 70, 57) when a file cannot be read; nothing is kept then.
+    bool Step();
 
-    // Bytes to be shared, not copied; null when `goOn` stopped it. Files are read piece by piece, so that the
-    // encoded form is the only copy in memory. Throws RuntimeError (53, 70, 57) when a file cannot be read;
-    // nothing is kept then.
-    QByteArray Encode(const QString &text, const std::vector<Attachment> &attachments, const GoOn &goOn);
-
-    // Whether `attachment` is part of the content that is kept.
-    bool Holds(const Attachment &attachment) const;
+    // Once Step has said true: bytes to be shared, not copied, the only copy of the encoded form in memory.
+    const QByteArray &Bytes() const { return encoded_; }
+    // Bytes of the message as a server counts them: without the dots that were doubled and without the last.
+    qint64 Size() const;
 
 private:
+    void BeginParts();
+    void BeginFile(const QString &path);
+    void ReadOn();
+    void Complete();
+
     QString text_;
     std::vector<Attachment> attachments_;
-    QByteArray encoded_; // null when nothing is kept
+    QByteArray encoded_;
+    QByteArray boundary_;
+    std::size_t begun_ = 0; // attachments
+    std::unique_ptr<QFile> file_;
+    qsizetype doubledDots_ = 0;
+    bool complete_ = false;
 };
 
 // The headers of one message: Date, From, To, Message-ID, MIME-Version, with `subjectHeader` among them.

@@ -68,7 +68,7 @@ std::optional<QByteArrayView> ReplyParser::NextLine() {
 // The code of the last line counts: servers that vary it within one reply exist, and all readers do it so.
 std::optional<Reply> ReplyParser::TakeLine(QByteArrayView line) {
     if (std::exchange(partial_, line.size() > 3 && line[3] == '-'))
-        text_.append(' ');
+        text_.append('\n');
     text_.append(line.sliced(std::min<qsizetype>(4, line.size())));
     if (partial_) {
         if (text_.size() > kLongestReply)

@@ -11,7 +11,7 @@ namespace OSSMTP {
 
 struct Reply {
     int Code = 0;    // three digits
-    QByteArray Text; // all lines joined by a blank, as the server sent them
+    QByteArray Text; // all lines joined by LF, as the server sent them
 
     bool IsRefusal() const { return Code >= 400; }
     // The text for a person: decoded, control characters (zeros too) as blanks.

@@ -2,7 +2,7 @@
 
 #include "compose/EngineFixture.h"
 #include "core/Preferences.h"
-#include "smtp/BlockingMailer.h"
+#include "smtp/SMTP.h"
 #include "support/FakeSmtpServer.h"
 
 #include <QFile>
@@ -32,7 +32,7 @@ protected:
         // A free port of the system may be above what the 16-bit setting can hold.
         makeMailer = [this, port = server->Port()](MailAccount account) {
             account.Port = port;
-            auto mailer = std::make_unique<OSSMTP::BlockingMailer>(account);
+            auto mailer = std::make_unique<OSSMTP::SMTP>(account);
             mailer->SetTimeout(timeout);
             return mailer;
         };

@@ -180,18 +180,5 @@ class OddServerTest(unittest.TestCase):
             self.assertEqual(app.read_list("News"), ["a@list.test"])
 
 
-class DamagedSystemTest(unittest.TestCase):
-    def test_without_the_mail_library_nothing_is_sent_and_nobody_is_marked_for_removal(self):
-        with Application({"News": ["a@list.test", "b@list.test"]}, SMTP) as app:
-            (app.folder / "libcurl.so.4").write_text("no library")
-            with app.program(environment={"LD_LIBRARY_PATH": str(app.folder)}) as ui:
-                compose(ui, "News", "text")
-                ui.trigger("mnuMessageSend")
-                said = ui.answer("OK", text="The following error has occured:")["text"]
-                self.assertIn("libcurl.so.4", said)
-                self.assertEqual(ui.items("lstEmailList_2"), [])
-                self.assertEqual(ui.text("txtSubject"), "News")
-
-
 if __name__ == "__main__":
     isolation.run(unittest.main)

@@ -4,7 +4,7 @@
 #include "core/RuntimeError.h"
 #include "lists/ListsFixture.h"
 #include "lists/PendingProcessing.h"
-#include "smtp/BlockingMailer.h"
+#include "smtp/SMTP.h"
 #include "support/FakeSmtpServer.h"
 #include "support/WaitUntil.h"
 
@@ -56,9 +56,8 @@ protected:
     }
 
     std::unique_ptr<FakeSmtpServer> server;
-    PendingProcessing processing{session, lists, [](const MailAccount &account) {
-                                     return std::make_unique<OSSMTP::BlockingMailer>(account);
-                                 }};
+    PendingProcessing processing{
+        session, lists, [](const MailAccount &account) { return std::make_unique<OSSMTP::SMTP>(account); }};
 };
 
 TEST_F(NotificationOverWireTest, EachChangeIsToldOverOneConnection) {

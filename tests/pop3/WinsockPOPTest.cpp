@@ -261,8 +261,9 @@ TEST_F(WinsockPOPTest, FloodWhileAHandlerRunsWaitsAtTheServer) {
     };
     ConnectToGreeting({"+first\r\n"});
     EXPECT_TRUE(Until([&] { return Bytes() == flood + 8; }));
-    EXPECT_TRUE(std::all_of(Chunks.begin(), Chunks.end(),
-                            [](const QByteArray &chunk) { return chunk.size() <= WinsockPOP::kReadAhead; }));
+    EXPECT_TRUE(std::all_of(Chunks.begin(), Chunks.end(), [](const QByteArray &chunk) {
+        return chunk.size() <= net::Connection::kReadAhead;
+    }));
 }
 
 TEST_F(WinsockPOPTest, CloseForgetsWhatHasArrived) {

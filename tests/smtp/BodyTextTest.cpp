@@ -58,6 +58,7 @@ TEST(BodyTextTest, QuotedPrintableEncodesWhatMustBe) {
 TEST(BodyTextTest, QuotedPrintableDoublesLeadingDotsOfItsOwnLinesToo) {
     EXPECT_EQ(QuotedPrintable("."), "..\r\n");
     EXPECT_EQ(QuotedPrintable(QByteArray(75, 'x') + ".y"), QByteArray(75, 'x') + "=\r\n..y\r\n");
+    EXPECT_EQ(QuotedPrintable('.' + QByteArray(75, 'x')), ".." + QByteArray(74, 'x') + "=\r\nx\r\n");
 }
 
 TEST(BodyTextTest, QuotedPrintableLinesAreShort) {

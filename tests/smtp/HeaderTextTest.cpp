@@ -35,6 +35,7 @@ TEST(HeaderTextTest, EmptyTextIsAnEmptyHeader) {
 
 TEST(HeaderTextTest, LineBreaksAndZerosBecomeBlanks) {
     EXPECT_EQ(Subject(u"a\r\nBcc: b"_s + QChar(0) + u"c\u001bd"_s), "Subject: a  Bcc: b c d\r\n");
+    EXPECT_EQ(Subject(u"a\u007fb"_s), "Subject: a b\r\n");
 }
 
 TEST(HeaderTextTest, TabsAmongBlanksMakeNoEmptyLine) {
@@ -71,6 +72,10 @@ TEST(HeaderTextTest, TextThatLooksEncodedArrivesAsItWasTyped) {
 
 TEST(HeaderTextTest, MostlyAsciiIsReadableInItsEncoding) {
     EXPECT_EQ(Subject(u"Gr\u00fc\u00dfe aus Ulm"_s), "Subject: =?UTF-8?Q?Gr=C3=BC=C3=9Fe_aus_Ulm?=\r\n");
+}
+
+TEST(HeaderTextTest, UnderscoreIsNoBlankInAnEncodedWord) {
+    EXPECT_EQ(Subject(u"a_b \u00fc"_s), "Subject: =?UTF-8?Q?a=5Fb_=C3=BC?=\r\n");
 }
 
 TEST(HeaderTextTest, OtherScriptsAreEncodedBriefly) {
@@ -117,6 +122,10 @@ TEST(HeaderTextTest, AsciiParameterIsQuoted) {
 
 TEST(HeaderTextTest, ParameterThatIsNotAsciiIsExtended) {
     EXPECT_EQ(HeaderParameter("name", u"\u00fc b.txt"_s), ";\r\n name*=UTF-8''%C3%BC%20b%2Etxt");
+}
+
+TEST(HeaderTextTest, SignsOfTheExtendedFormAreEncodedInIt) {
+    EXPECT_EQ(HeaderParameter("name", u"\u00fc*/'%"_s), ";\r\n name*=UTF-8''%C3%BC%2A%2F%27%25");
 }
 
 TEST(HeaderTextTest, LongParameterComesInNumberedPieces) {

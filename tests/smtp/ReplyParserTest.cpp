@@ -41,8 +41,10 @@ TEST(ReplyParserTest, OneLineIsAReply) {
     EXPECT_EQ(Parse("250 ok\r\n"), (std::vector<Reply>{{250, "ok"}}));
 }
 
-TEST(ReplyParserTest, LinesAreJoinedByABlank) {
-    EXPECT_EQ(Parse("550-first\r\n550-\r\n550 last\r\n"), (std::vector<Reply>{{550, "first  last"}}));
+TEST(ReplyParserTest, LinesAreKeptApartAndShownJoinedByABlank) {
+    const std::vector<Reply> replies = Parse("550-first\r\n550-\r\n550 last\r\n");
+    ASSERT_EQ(replies, (std::vector<Reply>{{550, "first\n\nlast"}}));
+    EXPECT_EQ(replies[0].Description(), u"first  last"_s);
 }
 
 TEST(ReplyParserTest, SeveralRepliesInOneReadComeOutInOrder) {
@@ -61,7 +63,7 @@ TEST(ReplyParserTest, BytesOneByOneGiveTheSameReplies) {
         for (const Reply &reply : AllOf(parser))
             replies.push_back(reply);
     }
-    EXPECT_EQ(replies, (std::vector<Reply>{{250, "one two"}, {354, "go"}}));
+    EXPECT_EQ(replies, (std::vector<Reply>{{250, "one\ntwo"}, {354, "go"}}));
     EXPECT_TRUE(parser.IsEmpty());
 }
 

@@ -26,15 +26,6 @@ QString WriteTemporary(const QTemporaryDir &folder, const QString &name, const Q
     return file.fileName();
 }
 
-int NumberThrown(const std::function<void()> &call) {
-    try {
-        call();
-    } catch (const RuntimeError &error) {
-        return error.Number();
-    }
-    return 0;
-}
-
 } // namespace
 
 TEST(SMTPMessageTest, MessageArrivesWithItsHeaders) {
@@ -51,6 +42,7 @@ TEST(SMTPMessageTest, MessageArrivesWithItsHeaders) {
     EXPECT_EQ(read.Header("MIME-Version"), u"1.0"_s);
     EXPECT_TRUE(read.Header("Message-ID").endsWith(u"@example.org>"_s));
     const QDateTime date = QDateTime::fromString(read.Header("Date"), Qt::RFC2822Date);
+    ASSERT_TRUE(date.isValid()) << read.Header("Date").toStdString();
     EXPECT_LT(std::abs(date.secsTo(QDateTime::currentDateTime())), 60);
     EXPECT_EQ(read.Text, u"Hello\r\n"_s);
 }
@@ -90,7 +82,7 @@ TEST(SMTPMessageTest, AddressThatIsNoneNeverReachesTheServer) {
 TEST(SMTPMessageTest, SenderThatIsNoneIsNamedInTheReport) {
     const FakeSmtpServer server;
     Sender sender(server);
-    sender.Smtp.SetSender(u"\"X\" <no one>"_s);
+    sender.Account.Sender = u"\"X\" <no one>"_s;
     EXPECT_FALSE(sender.SendTo(kAnn));
     EXPECT_EQ(sender.Errors, (SmtpErrors{{501, u"The sender's address [no one] is not a mail address"_s}}));
 }
@@ -98,8 +90,7 @@ TEST(SMTPMessageTest, SenderThatIsNoneIsNamedInTheReport) {
 TEST(SMTPMessageTest, BareRecipientIsTaken) {
     const FakeSmtpServer server;
     Sender sender(server);
-    sender.Smtp.SetRecipient(kAnn);
-    EXPECT_TRUE(sender.Smtp.Send());
+    EXPECT_TRUE(sender.Send(kAnn));
     EXPECT_EQ(ReadMail(server.Mails().value(0).Data).Header("To"), kAnn);
 }
 
@@ -121,7 +112,7 @@ TEST(SMTPMessageTest, LocalPartThatIsNotAsciiNeedsAServerThatTakesIt) {
     EXPECT_EQ(sender.Errors,
               (SmtpErrors{{553, u"The server does not take addresses with other than ASCII characters"_s}}));
     EXPECT_TRUE(sender.SendTo(kAnn));
-    sender.Smtp.SetPort(able.Port());
+    sender.Account.Port = able.Port();
     EXPECT_TRUE(sender.SendTo(address));
     EXPECT_EQ(Reached(able), QByteArrayList{address.toUtf8()});
     EXPECT_TRUE(ClientLines(able).contains("MAIL FROM:<editor@example.org> SMTPUTF8"));
@@ -130,10 +121,9 @@ TEST(SMTPMessageTest, LocalPartThatIsNotAsciiNeedsAServerThatTakesIt) {
 TEST(SMTPMessageTest, NoHeaderCanBeInjected) {
     const FakeSmtpServer server;
     Sender sender(server);
-    sender.Smtp.SetSubject(u"a\r\nBcc: all@example.com\r\n\r\nbody\r\n.\r\nMAIL"_s);
-    sender.Smtp.SetSender(u"\"E\r\nX-Evil: 1\" <editor@example.org>"_s);
-    sender.Smtp.SetRecipient(u"\"R\nX-Evil: 2\rX-Evil: 3\" <ann@example.com>"_s);
-    ASSERT_TRUE(sender.Smtp.Send());
+    sender.Message.Subject = u"a\r\nBcc: all@example.com\r\n\r\nbody\r\n.\r\nMAIL"_s;
+    sender.Account.Sender = u"\"E\r\nX-Evil: 1\" <editor@example.org>"_s;
+    ASSERT_TRUE(sender.Send(u"\"R\nX-Evil: 2\rX-Evil: 3\" <ann@example.com>"_s));
     const ReceivedMail mail = ReadMail(server.Mails().value(0).Data);
     QByteArrayList names;
     for (const auto &header : mail.Headers)
@@ -148,7 +138,7 @@ TEST(SMTPMessageTest, LinesOfDotsArriveAsTheyAre) {
     const FakeSmtpServer server;
     Sender sender(server);
     const QString text = u".\r\n..\r\n.dot\r\nend\r\n.\r\n"_s;
-    sender.Smtp.SetMessageText(text);
+    sender.Message.Text = text;
     ASSERT_TRUE(sender.SendTo(kAnn));
     EXPECT_EQ(ReadMail(server.Mails().value(0).Data).Text, text);
 }
@@ -156,8 +146,8 @@ TEST(SMTPMessageTest, LinesOfDotsArriveAsTheyAre) {
 TEST(SMTPMessageTest, EmptySubjectAndTextAreTaken) {
     const FakeSmtpServer server;
     Sender sender(server);
-    sender.Smtp.SetSubject(QString());
-    sender.Smtp.SetMessageText(QString());
+    sender.Message.Subject = QString();
+    sender.Message.Text = QString();
     ASSERT_TRUE(sender.SendTo(kAnn));
     const ReceivedMail mail = ReadMail(server.Mails().value(0).Data);
     EXPECT_EQ(mail.Header("Subject"), QString());
@@ -172,11 +162,10 @@ TEST(SMTPMessageTest, TextsOfAllTheWorldArriveAsTheyAre) {
     const QString text =
         u"Gr\u00fc\u00dfe \u0394\u0395\u0396 \U0001F600=\r\n"_s + QString(2000, QLatin1Char('x')) + u"\r\n"_s;
     const QString subject = u"\u65e5\u672c\u8a9e\u306e\u4ef6\u540d \U0001F600 "_s.repeated(20);
-    sender.Smtp.SetSubject(subject);
-    sender.Smtp.SetMessageText(text);
-    sender.Smtp.SetRecipient(u"\"Zo\u00eb \"Z\" L\u00f3pez\" <ann@example.com>"_s);
-    sender.Smtp.AddAttachment(file, file);
-    ASSERT_TRUE(sender.Smtp.Send());
+    sender.Message.Subject = subject;
+    sender.Message.Text = text;
+    sender.Message.Attachments << file;
+    ASSERT_TRUE(sender.Send(u"\"Zo\u00eb \"Z\" L\u00f3pez\" <ann@example.com>"_s));
     const ReceivedMail mail = ReadMail(server.Mails().value(0).Data);
     EXPECT_EQ(mail.Header("Subject"), subject);
     EXPECT_EQ(mail.Header("To"), u"Zo\u00eb \"Z\" L\u00f3pez <ann@example.com>"_s);
@@ -185,15 +174,15 @@ TEST(SMTPMessageTest, TextsOfAllTheWorldArriveAsTheyAre) {
                                                 QByteArray(4, '\0')}}));
 }
 
-TEST(SMTPMessageTest, AttachmentsAreGoneAfterASend) {
+TEST(SMTPMessageTest, AttachmentsBelongToTheirMessage) {
     const QTemporaryDir folder;
     const QString file = WriteTemporary(folder, u"a.txt"_s, "data");
     const FakeSmtpServer server;
     Sender sender(server);
-    for (const QString &address : {kAnn, kBob}) {
-        sender.Smtp.AddAttachment(file, file);
+    sender.Message.Attachments << file;
+    for (const QString &address : {kAnn, kBob})
         ASSERT_TRUE(sender.SendTo(address));
-    }
+    sender.Message.Attachments.clear();
     ASSERT_TRUE(sender.SendTo(kAnn));
     QList<qsizetype> counts;
     for (const SmtpMail &mail : server.Mails())
@@ -203,38 +192,71 @@ TEST(SMTPMessageTest, AttachmentsAreGoneAfterASend) {
 
 TEST(SMTPMessageTest, AttachmentIsReadAgainWhenItChanged) {
     const QTemporaryDir folder;
-    const QString file = WriteTemporary(folder, u"a.txt"_s, "old");
     const FakeSmtpServer server;
     Sender sender(server);
-    sender.Smtp.AddAttachment(file, file);
+    sender.Message.Attachments << WriteTemporary(folder, u"a.txt"_s, "old");
     ASSERT_TRUE(sender.SendTo(kAnn));
     WriteTemporary(folder, u"a.txt"_s, "newer");
-    sender.Smtp.AddAttachment(file, file);
     ASSERT_TRUE(sender.SendTo(kAnn));
     EXPECT_EQ(ReadMail(server.Mails().value(1).Data).Files.value(0).Bytes, "newer");
 }
 
-TEST(SMTPMessageTest, BadAttachmentsAreRefused) {
+TEST(SMTPMessageTest, AttachmentsThatCannotBeReadAreNoFaultOfTheRecipient) {
     const QTemporaryDir folder;
-    const QString file = WriteTemporary(folder, u"a.txt"_s, "data");
-    Sender sender(1);
-    sender.Smtp.AddAttachment(file, u"key"_s);
-    EXPECT_EQ(NumberThrown([&] { sender.Smtp.AddAttachment(file, u"key"_s); }), KeyAlreadyPresent);
-    EXPECT_EQ(NumberThrown([&] { sender.Smtp.AddAttachment(folder.filePath(u"none"_s), u"b"_s); }),
-              FileNotFound);
-    EXPECT_EQ(NumberThrown([&] { sender.Smtp.AddAttachment(folder.path(), u"c"_s); }), PermissionDenied);
+    const FakeSmtpServer server;
+    Sender sender(server);
+    for (const auto &[path, number] :
+         {std::pair(folder.filePath(u"none"_s), FileNotFound), std::pair(folder.path(), PermissionDenied)}) {
+        sender.Message.Attachments = {path};
+        EXPECT_FALSE(sender.SendTo(kAnn));
+        EXPECT_EQ(sender.Last(),
+                  (Outcome{Outcome::Kind::NotTried, number, RuntimeError(number).Description(), true}));
+    }
+    EXPECT_EQ(sender.Errors, SmtpErrors());
+    EXPECT_EQ(server.Connections(), 0);
 }
 
-TEST(SMTPMessageTest, AttachmentThatVanishedIsNoFaultOfTheRecipient) {
+TEST(SMTPMessageTest, AttachmentThatVanishedBetweenTwoRecipientsIsTold) {
     const QTemporaryDir folder;
     const QString file = WriteTemporary(folder, u"a.txt"_s, "data");
     const FakeSmtpServer server;
     Sender sender(server);
-    sender.Smtp.AddAttachment(file, file);
+    sender.Message.Attachments << file;
+    ASSERT_TRUE(sender.SendTo(kAnn));
     QFile::remove(file);
-    EXPECT_EQ(NumberThrown([&] { sender.SendTo(kAnn); }), FileNotFound);
-    EXPECT_EQ(sender.Errors, SmtpErrors());
-    EXPECT_TRUE(sender.SendTo(kAnn)) << "the collection is empty again";
+    EXPECT_FALSE(sender.SendTo(kBob));
+    EXPECT_EQ(sender.Last().Number, FileNotFound);
+    EXPECT_TRUE(sender.Last().IsLocal);
+    sender.Message.Attachments.clear();
+    EXPECT_TRUE(sender.SendTo(kBob));
+}
+
+TEST(SMTPMessageTest, SizeIsThatOfTheMessageWithoutDoubledDotsAndTheLast) {
+    SmtpScript script;
+    script.Extensions << "SIZE 1000000";
+    const FakeSmtpServer server(script);
+    Sender sender(server);
+    for (const QString &text : {u"Hello\r\n"_s, u".\r\n..\r\nx\r\n.y\r\n"_s, u".\u00fc\r\n."_s}) {
+        sender.Message.Text = text;
+        ASSERT_TRUE(sender.SendTo(kAnn));
+        const QByteArray size = QByteArray::number(server.Mails().last().Data.size());
+        EXPECT_TRUE(ClientLines(server).contains("MAIL FROM:<editor@example.org> SIZE=" + size))
+            << size.constData();
+    }
+}
+
+TEST(SMTPMessageTest, LocalPartOfTheSenderThatIsNotAsciiNeedsAServerThatTakesItToo) {
+    SmtpScript script;
+    script.Extensions << "SMTPUTF8";
+    const FakeSmtpServer plain;
+    const FakeSmtpServer able(script);
+    Sender sender(plain);
+    sender.Account.Sender = u"\"Ed\" <j\u00fcrgen@example.com>"_s;
+    EXPECT_FALSE(sender.SendTo(kAnn));
+    EXPECT_EQ(sender.Last().Number, 553);
+    sender.Account.Port = able.Port();
+    EXPECT_TRUE(sender.SendTo(kAnn));
+    EXPECT_TRUE(ClientLines(able).contains(u"MAIL FROM:<j\u00fcrgen@example.com> SMTPUTF8"_s.toUtf8()));
 }
 
 } // namespace varlo::test

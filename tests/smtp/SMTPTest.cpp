@@ -52,7 +52,7 @@ TEST(SMTPTest, EncryptedServerGetsLargeMessagesToo) {
     const FakeSmtpServer server(script);
     Sender sender(server);
     const QString text = u"The same line again and again\r\n"_s.repeated(100'000);
-    sender.Smtp.SetMessageText(text);
+    sender.Message.Text = text;
     for (const QString &address : {kAnn, kBob})
         EXPECT_TRUE(sender.SendTo(address));
     ASSERT_EQ(Reached(server), QByteArrayList({"ann@example.com", "bob@example.com"}));
@@ -216,7 +216,7 @@ TEST(SMTPTest, ServerThatSaysWhyItClosesWhileTheMessageIsWrittenIsQuoted) {
     const FakeSmtpServer server(
         WithFault({SmtpStep::MessageBegin, SmtpFault::ReplyThenSilence, "552 quota exceeded\r\n", "", 0, 1}));
     Sender sender(server);
-    sender.Smtp.SetMessageText(u"much\r\n"_s.repeated(4'000'000)); // more than the buffers of a socket hold
+    sender.Message.Text = u"much\r\n"_s.repeated(4'000'000); // more than the buffers of a socket hold
     EXPECT_FALSE(sender.SendTo(kAnn));
     EXPECT_EQ(sender.Errors, (SmtpErrors{{552, u"quota exceeded"_s}}));
     EXPECT_TRUE(sender.SendTo(kBob)) << "on a new connection";
@@ -318,7 +318,7 @@ TEST(SMTPTest, NamesThatAreNoServerAreNotResolved) {
     for (const QString &host : {QString(), u"  "_s, u"user@127.0.0.1"_s, u"127.0.0.1/x"_s,
                                 u"127.0.0.1:%1"_s.arg(port), u"127.0.0.1\r\nQUIT"_s, u"nowhere.invalid"_s}) {
         Sender sender(server);
-        sender.Smtp.SetServer(host);
+        sender.Account.Host = host;
         EXPECT_FALSE(sender.SendTo(kAnn)) << host.toStdString();
         ASSERT_EQ(sender.Errors.size(), 1U);
         EXPECT_EQ(sender.Errors[0].Number, OSSMTP::NameNotResolved) << host.toStdString();
@@ -331,7 +331,7 @@ TEST(SMTPTest, AnotherServerGetsAConnectionOfItsOwn) {
     const FakeSmtpServer second;
     Sender sender(first);
     EXPECT_TRUE(sender.SendTo(kAnn));
-    sender.Smtp.SetPort(second.Port());
+    sender.Account.Port = second.Port();
     EXPECT_TRUE(sender.SendTo(kBob));
     EXPECT_TRUE(first.WaitFor("C: QUIT"));
     EXPECT_EQ(Reached(second), QByteArrayList{"bob@example.com"});

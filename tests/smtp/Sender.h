@@ -1,15 +1,24 @@
-// The component joined to a fake server, with what its event reported.
+// The component joined to a fake server, with what its events reported.
 #pragma once
 
 #include "core/Literals.h"
 #include "smtp/SMTP.h"
 #include "support/FakeSmtpServer.h"
+#include "support/WaitUntil.h"
 
-#include <QElapsedTimer>
-#include <QTimer>
+#include <gtest/gtest.h>
 
 #include <ostream>
 #include <vector>
+
+namespace varlo {
+
+inline void PrintTo(const Outcome &outcome, std::ostream *out) {
+    *out << "kind " << static_cast<int>(outcome.What) << ' ' << outcome.Number << ' '
+         << outcome.Description.toStdString() << (outcome.IsLocal ? " (local)" : "");
+}
+
+} // namespace varlo
 
 namespace varlo::test {
 
@@ -26,26 +35,58 @@ inline void PrintTo(const SmtpError &error, std::ostream *out) {
 
 using SmtpErrors = std::vector<SmtpError>;
 
+// What is set counts for the next mail; another account makes another component.
 struct Sender {
-    explicit Sender(int port) {
-        Smtp.SetServer(u"127.0.0.1"_s);
-        Smtp.SetPort(port);
-        Smtp.SetSender(u"\"The Editor\" <editor@example.org>"_s);
-        Smtp.SetSubject(u"News"_s);
-        Smtp.SetMessageText(u"Hello\r\n"_s);
-        QObject::connect(&Smtp, &OSSMTP::SMTP::ErrorSMTP, [this](int number, const QString &text) {
-            Errors.push_back({number, text});
-        });
-    }
+    explicit Sender(int port) : Account{u"127.0.0.1"_s, port, u"\"The Editor\" <editor@example.org>"_s} {}
     explicit Sender(const FakeSmtpServer &server) : Sender(server.Port()) {}
 
-    bool SendTo(const QString &address) {
-        Smtp.SetRecipient(u"\"Readers\" <%1>"_s.arg(address));
-        return Smtp.Send();
+    // The component for the account as it is now.
+    OSSMTP::SMTP &Component() {
+        if (smtp_ && made_ == Account)
+            return *smtp_;
+        made_ = Account;
+        smtp_ = std::make_unique<OSSMTP::SMTP>(Account);
+        QObject::connect(smtp_.get(), &OSSMTP::SMTP::ErrorSMTP, [this](int number, const QString &text) {
+            Errors.push_back({number, text});
+        });
+        QObject::connect(smtp_.get(), &OSSMTP::SMTP::Finished,
+                         [this](const Outcome &outcome) { Outcomes.push_back(outcome); });
+        return *smtp_;
     }
 
-    OSSMTP::SMTP Smtp;
+    // Begins to send to a mailbox as it stands in a To header.
+    void Submit(const QString &mailbox) {
+        if (!shared_ || *shared_ != Message)
+            shared_ = std::make_shared<MailMessage>(Message);
+        Component().SetTimeout(Timeout);
+        const std::size_t before = Outcomes.size();
+        smtp_->Submit({shared_, mailbox});
+        EXPECT_EQ(Outcomes.size(), before) << "never from within Submit";
+    }
+
+    // Sends and waits; true when the server took it.
+    bool Send(const QString &mailbox) {
+        const std::size_t before = Outcomes.size();
+        Submit(mailbox);
+        EXPECT_TRUE(WaitUntil([&] { return Outcomes.size() > before; }));
+        return Outcomes.size() > before && Last().What == Outcome::Kind::Sent;
+    }
+    bool SendTo(const QString &address) { return Send(u"\"Readers\" <%1>"_s.arg(address)); }
+
+    const Outcome &Last() const { return Outcomes.back(); }
+    // Ends the component.
+    void Leave() { smtp_.reset(); }
+
+    MailAccount Account;
+    MailMessage Message{u"News"_s, u"Hello\r\n"_s, {}};
+    int Timeout = 60000;
     SmtpErrors Errors;
+    std::vector<Outcome> Outcomes;
+
+private:
+    MailAccount made_;
+    std::shared_ptr<const MailMessage> shared_;
+    std::unique_ptr<OSSMTP::SMTP> smtp_;
 };
 
 // Who got mail, in order.
@@ -64,26 +105,5 @@ inline QByteArrayList ClientLines(const FakeSmtpServer &server) {
             lines << line.mid(3);
     return lines;
 }
-
-// Measures how long the event loop went without turning.
-class Heartbeat : public QObject {
-public:
-    Heartbeat() {
-        timer_.setTimerType(Qt::PreciseTimer);
-        connect(&timer_, &QTimer::timeout, this, [this] { Beat(); });
-        timer_.start(5);
-        since_.start();
-    }
-    int Beats = 0;
-    qint64 LongestGap = 0; // ms
-
-private:
-    void Beat() {
-        ++Beats;
-        LongestGap = std::max(LongestGap, since_.restart());
-    }
-    QTimer timer_;
-    QElapsedTimer since_;
-};
 
 } // namespace varlo::test

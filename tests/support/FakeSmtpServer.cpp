@@ -141,7 +141,8 @@ QByteArray FakeSmtpSession::EhloReply() const {
 
 void FakeSmtpSession::TakeStartTls(const QByteArray &line) {
     const bool encrypts = Script().Encrypts;
-    if (!Answer(SmtpStep::StartTls, line, encrypts ? "220 go ahead\r\n" : "454 not now\r\n") || !encrypts)
+    const QByteArray reply = encrypts ? Script().StartTlsReply : QByteArray("454 not now\r\n");
+    if (!Answer(SmtpStep::StartTls, line, reply) || !encrypts)
         return;
     socket_->setLocalCertificate(QSslCertificate(kFakeCertificate));
     socket_->setPrivateKey(QSslKey(kFakeKey, QSsl::Ec));

@@ -61,6 +61,7 @@ struct SmtpScript {
     bool HoldUntilData =
         false; // the answers to MAIL and RCPT come with that to DATA: only a pipelining client goes on
     bool Encrypts = false; // offers STARTTLS and means it; what is encrypted looks the same in the dialogue
+    QByteArray StartTlsReply = "220 go ahead\r\n";    // of a server that means it
     QByteArrayList EncryptedExtensions{"PIPELINING"}; // offered from then on
     bool DataForNobody = false; // DATA is answered with 354 though no recipient was taken
 };

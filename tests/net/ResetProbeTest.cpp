@@ -1,5 +1,5 @@
 // Resets told from closes, on connections of every end.
-#include "pop3/ResetProbe.h"
+#include "net/ResetProbe.h"
 
 #include "support/FakePop3Server.h"
 #include "support/WaitUntil.h"
@@ -7,7 +7,7 @@
 #include <QHostAddress>
 #include <gtest/gtest.h>
 
-namespace varlo {
+namespace varlo::net {
 
 using test::WaitUntil;
 
@@ -73,4 +73,4 @@ TEST_F(ResetProbeTest, NewConnectionTakesTheOldOnesPlace) {
     EXPECT_FALSE(probe.WasReset());
 }
 
-} // namespace varlo
+} // namespace varlo::net

@@ -3,11 +3,10 @@
 
 #include <QtGlobal>
 
-namespace varlo {
+namespace varlo::net {
 
 // QTcpSocket reports both as closed by the remote host and has let go of the connection by then. The probe
-// holds a second handle of it, which still knows. On systems other than POSIX ones every end counts as a
-// close.
+// holds a second handle of it, which still knows.
 class ResetProbe {
 public:
     ResetProbe() = default;
@@ -23,7 +22,7 @@ public:
     void Forget();
 
 private:
-    int handle_ = -1;
+    qintptr handle_ = -1;
 };
 
-} // namespace varlo
+} // namespace varlo::net
