@@ -187,13 +187,23 @@ TEST_F(frmProfileTest, GoStoresAnUntickedBox) {
 TEST_F(frmProfileTest, EnterStarts) {
     MakeProfiles(kThree);
     Start();
-    for (const char *focus : {"cmbProfiles", "chkAutoStart", "cmdProfileDelete"}) {
+    for (const char *focus : {"cmbProfiles", "chkAutoStart", "cmdGo"}) {
         opened_ = 0;
         window_->show();
         Find<QWidget>(focus)->setFocus();
         QTest::keyClick(Find<QWidget>(focus), Qt::Key_Return);
         EXPECT_EQ(opened_, 1) << focus;
     }
+}
+
+TEST_F(frmProfileTest, EnterPressesTheButtonThatHasTheFocus) {
+    MakeProfiles(kThree);
+    Start();
+    boxes_.Inputs = {u"Delta"_s};
+    Find<QWidget>("cmdProfileNew")->setFocus();
+    QTest::keyClick(Find<QWidget>("cmdProfileNew"), Qt::Key_Return);
+    EXPECT_EQ(opened_, 0);
+    EXPECT_EQ(Selected(), u"Delta"_s);
 }
 
 TEST_F(frmProfileTest, VanishedProfileIsReportedAndNothingWritten) {
