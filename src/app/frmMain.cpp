@@ -295,7 +295,7 @@ bool frmMain::Form_QueryUnload() {
     }
     const QString question = u"There are unprocessed e-mail addresses on the pending list, exit anyway?"_s;
     return lists_.lstEmailList(kPending).Count() == 0 ||
-           session_.Boxes.MsgBox(question, BoxButtons::YesNo, BoxIcon::Question) == BoxAnswer::Yes;
+           session_.Boxes.AskToDestroy(question) == BoxAnswer::Yes;
 }
 
 void frmMain::Form_Unload() {

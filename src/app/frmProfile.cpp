@@ -159,8 +159,8 @@ void frmProfile::RenameProfile() {
 
 bool frmProfile::ConfirmsDelete(const QString &name) {
     const auto saysYes = [this](const QString &question) {
-        return session_.Boxes.MsgBox(question, BoxButtons::YesNo, BoxIcon::Exclamation,
-                                     u"Confirm Delete"_s) == BoxAnswer::Yes;
+        return session_.Boxes.AskToDestroy(question, BoxIcon::Exclamation, u"Confirm Delete"_s) ==
+               BoxAnswer::Yes;
     };
     return saysYes(u"Warning: Deleting a profile will remove ALL files and folders relating to "
                    "that profile.\r\n\r\nAre you sure you want to delete profile ["_s +

@@ -39,8 +39,7 @@ std::optional<QString> RenameList(Session &session, ListStore &lists, const QStr
 
 bool DeleteList(Session &session, const QString &name) {
     const QString question = u"Are you sure you want to delete mailing list ["_s + name + u"]?"_s;
-    if (session.Boxes.MsgBox(question, BoxButtons::YesNo, BoxIcon::Question, u"Confirm Delete"_s) !=
-        BoxAnswer::Yes)
+    if (session.Boxes.AskToDestroy(question, BoxIcon::Question, u"Confirm Delete"_s) != BoxAnswer::Yes)
         return false;
     return Trapped(session, u"Main.cmdFileDelete"_s, [&] { DeleteFile(ListFile::Path(session, name)); });
 }

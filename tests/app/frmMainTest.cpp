@@ -162,6 +162,7 @@ TEST_F(frmMainTest, ClosingWithPendingEntriesAsksAndNoKeepsTheWindow) {
     EXPECT_FALSE(window_->close());
     EXPECT_EQ(profile.Boxes.Texts(),
               QStringList(u"There are unprocessed e-mail addresses on the pending list, exit anyway?"_s));
+    EXPECT_EQ(profile.Boxes.Destroying, profile.Boxes.Texts()) << "Enter alone throws no request away";
     EXPECT_EQ(Rows("lstEmailList_2"), QStringList(u"+b@x.test"_s));
     EXPECT_TRUE(window_->close());
 }
