@@ -8,9 +8,8 @@ namespace varlo {
 
 HelpMenu::HelpMenu(Session &session, QWidget *parent) : QMenu(u"&Help"_s, parent), session_(session) {
     setObjectName(u"mnuHelp"_s);
-    QAction *contents = AddEntry(this, "mnuHelpContents", u"&Contents..."_s);
-    contents->setShortcut(QKeySequence::HelpContents);
-    connect(contents, &QAction::triggered, this, [this] { OpenHelp(session_); });
+    connect(AddEntry(this, "mnuHelpContents", u"&Contents..."_s), &QAction::triggered, this,
+            [this] { OpenHelp(session_); });
     AddTarget(this, "mnuHelpReadMe", u"&Read Me..."_s, HelpTargets::ReadMe(session_));
     AddLine("mnuHelpLine1");
     AddTarget(this, "mnuHelpUpdate", u"Check for &Update"_s, HelpTargets::UpdateCheck());

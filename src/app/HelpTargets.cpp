@@ -96,6 +96,16 @@ QList<QUrl> HelpTargets::Contents(const Session &session, bool hasChmViewer) {
     return {pages};
 }
 
+QString HelpTargets::Page(const QString &window) {
+    static const QHash<QString, QString> pages{
+        {u"frmMain"_s, u"main.html"_s},       {u"frmProfile"_s, u"profile.html"_s},
+        {u"frmOptions"_s, u"options.html"_s}, {u"frmConsole"_s, u"console.html"_s},
+        {u"frmCompose"_s, u"compose.html"_s}, {u"frmCompRecip"_s, u"recipients.html"_s},
+        {u"frmAttach"_s, u"attach.html"_s},   {u"frmAbout"_s, u"about.html"_s},
+    };
+    return pages.value(window);
+}
+
 bool HasChmViewer(const QStringList &applicationFolders) {
     for (const QString &folder : applicationFolders)
         for (const char *registry : {"mimeapps.list", "mimeinfo.cache", "defaults.list"})
@@ -120,6 +130,14 @@ void OpenHelp(Session &session) {
             return;
         Open(session, forms.last());
     });
+}
+
+void OpenHelpPage(Session &session, const QString &page) {
+    const QUrl target = Document(session, u"help/"_s + page);
+    if (page.isEmpty() || IsMissingFile(target))
+        OpenHelp(session);
+    else
+        OpenTarget(session, target, u"Main.mnuHelpContents"_s);
 }
 
 void OpenTarget(Session &session, const QUrl &target, const QString &label) {

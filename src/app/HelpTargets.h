@@ -35,6 +35,9 @@ QUrl ReadMe(const Session &session);
 // HTML for the browser. The compiled file stands last when it is the only hope.
 QList<QUrl> Contents(const Session &session, bool hasChmViewer);
 
+// The page about the window of that object name, such as "frmMain"; empty for a window that has none.
+QString Page(const QString &window);
+
 } // namespace HelpTargets
 
 // True when a program for compiled help files is registered with the desktop. `applicationFolders` are the
@@ -45,6 +48,9 @@ bool HasChmViewer();
 
 // Opens the help; a form that nothing opens gives way to the next. Reports failure as "Main.mnuHelpContents".
 void OpenHelp(Session &session);
+
+// Opens the help at `page` ("main.html"); where the pages are missing, at its beginning.
+void OpenHelpPage(Session &session, const QString &page);
 
 // Hands `target` to the desktop. Reports under `label` what nothing opens, and 53 for a local file that is
 // not there.

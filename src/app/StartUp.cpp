@@ -19,12 +19,38 @@ void CreateFolder(const QString &path) {
         throw QFileInfo(path).dir().exists() ? RuntimeError(PathFileAccess) : RuntimeError(PathNotFound);
 }
 
+// The administrator can write below /usr, but no data of ours belongs there.
+bool IsInstalled(const QString &executableFolder) {
+    return executableFolder.startsWith(u"/usr/"_s);
+}
+
+QString ProfilesBeside(const QString &executableFolder) {
+    return QDir(executableFolder).filePath(u"profiles"_s);
+}
+
+bool HasProfiles(const QString &executableFolder) {
+    return QFileInfo(ProfilesBeside(executableFolder)).isDir();
+}
+
 } // namespace
 
+bool HasReadOnlyProfiles(const QString &executableFolder) {
+    return !IsInstalled(executableFolder) && HasProfiles(executableFolder) &&
+           !QFileInfo(ProfilesBeside(executableFolder)).isWritable();
+}
+
+void ShowReadOnlyProfiles(Dialogs &boxes, const QString &executableFolder) {
+    boxes.MsgBox(
+        u"The lists of "_s + kApplicationTitle + u" lie in a folder that cannot be written:\r\n\r\n"_s +
+            QDir::toNativeSeparators(ProfilesBeside(executableFolder)) +
+            u"\r\n\r\nNothing was changed. Make the folder writable, or copy the program folder to a "
+            "place of your own, and start again."_s,
+        BoxButtons::Ok, BoxIcon::Critical, kErrorTitle);
+}
+
 QString FindProgramFolder(const QString &executableFolder) {
-    // The administrator can write below /usr, but no data of ours belongs there.
-    const bool installed = executableFolder.startsWith(u"/usr/"_s);
-    if (!installed && QFileInfo(executableFolder).isWritable())
+    if (!IsInstalled(executableFolder) &&
+        (HasProfiles(executableFolder) || QFileInfo(executableFolder).isWritable()))
         return executableFolder;
     const QString folder = QDir(QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation))
                                .filePath(kApplicationTitle);

@@ -8,10 +8,15 @@
 
 namespace varlo {
 
-// The folder that the data tree lies in: the executable's own, where it can be written; for a copy that was
-// installed for all users (below /usr) or lies in a read-only place, the user's data folder, which is
-// created.
+// The folder that the data tree lies in: the executable's own, where it can be written or has profiles already;
+// for a copy that was installed for all users (below /usr) or lies bare in a read-only place, the user's data
+// folder, which is created.
 QString FindProgramFolder(const QString &executableFolder);
+
+// True when profiles lie beside the executable and cannot be written: other data in their place would look as if
+// all lists were gone, so the program says so (ShowReadOnlyProfiles) and ends.
+bool HasReadOnlyProfiles(const QString &executableFolder);
+void ShowReadOnlyProfiles(Dialogs &boxes, const QString &executableFolder);
 
 // Where the read-only documents can lie, seen from the executable: beside it, and in the shared data folder
 // of an installation ("bin" and "share" side by side).

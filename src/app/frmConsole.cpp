@@ -5,6 +5,7 @@
 
 #include <QCloseEvent>
 #include <QPlainTextEdit>
+#include <QShortcut>
 #include <QTextCursor>
 
 #include <chrono>
@@ -48,6 +49,8 @@ void frmConsole::ConnectControls() {
     connect(&session_.Status, &StatusFeed::ConsoleLine, this, &frmConsole::Collect);
     connect(&flushTimer_, &QTimer::timeout, this, &frmConsole::Flush);
     connect(txtConsole, &QPlainTextEdit::textChanged, this, &frmConsole::txtConsole_Change);
+    for (const QKeySequence &keys : {QKeySequence(Qt::Key_Escape), QKeySequence(Qt::CTRL | Qt::Key_W)})
+        connect(new QShortcut(keys, this), &QShortcut::activated, this, &QWidget::close);
 }
 
 void frmConsole::ShowAtEnd() {

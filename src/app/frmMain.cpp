@@ -13,6 +13,8 @@
 #include "lists/ListFile.h"
 #include "lists/ListsMenu.h"
 #include "lists/PendingListFrame.h"
+#include "lists/UnsavedList.h"
+#include "lists/UnsavedOffer.h"
 #include "prefs/frmOptions.h"
 
 #include <QAction>
@@ -108,6 +110,9 @@ void frmMain::LayOutControls() {
     auto *content = new QWidget(this); // a splitter would forget margins of its own in its least size
     auto *around = new QVBoxLayout(content);
     around->setContentsMargins(8, 6, 8, 2);
+    auto *barUnsaved = new UnsavedOffer(session_, lists_, content);
+    connect(&processing_, &PendingProcessing::RunningChanged, barUnsaved, &QWidget::setDisabled);
+    around->addWidget(barUnsaved);
     around->addWidget(splitter_);
     setCentralWidget(content);
     resize(760, 520);
@@ -290,7 +295,7 @@ bool frmMain::Form_QueryUnload() {
     }
     const QString question = u"There are unprocessed e-mail addresses on the pending list, exit anyway?"_s;
     return lists_.lstEmailList(kPending).Count() == 0 ||
-           session_.Boxes.MsgBox(question, BoxButtons::YesNo, BoxIcon::Question) == BoxAnswer::Yes;
+           session_.Boxes.AskToDestroy(question) == BoxAnswer::Yes;
 }
 
 void frmMain::Form_Unload() {
@@ -309,10 +314,16 @@ void frmMain::Form_Unload() {
                                 &Preferences::WindowSplitter});
 }
 
+void frmMain::EndUnasked() {
+    UnsavedList::Keep(session_, lists_);
+    endsUnasked_ = true;
+}
+
 void frmMain::closeEvent(QCloseEvent *event) {
     if (session_.AppExiting)
         return;
-    event->setAccepted(Form_QueryUnload());
+    const bool agreed = endsUnasked_ || Form_QueryUnload();
+    event->setAccepted(agreed || endsUnasked_); // nobody may have answered, and the time ran out
     if (event->isAccepted())
         Form_Unload();
 }

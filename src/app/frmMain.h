@@ -37,6 +37,10 @@ public:
     // failing step is reported as "Main.Load" and the load carries on.
     void Form_Load();
 
+    // The next close asks nothing, nor does the one that is asking now: what is not saved is kept beside its
+    // list. The caller closes the boxes.
+    void EndUnasked();
+
 protected:
     void closeEvent(QCloseEvent *event) override;
 
@@ -89,6 +93,7 @@ private:
     StatusLabel *lblStatus = nullptr;
     QLabel *lblStatusCurrent = nullptr;
     QLabel *lblStatusPending = nullptr;
+    bool endsUnasked_ = false;
     std::unique_ptr<frmConsole> console_;
     QPointer<frmCompose> compose_; // deletes itself once it is closed
     QPointer<QWidget> focusBeforeLock_;

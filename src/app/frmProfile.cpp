@@ -3,15 +3,16 @@
 #include "core/Buttons.h"
 #include "core/GlobalKeys.h"
 #include "core/Literals.h"
+#include "core/NameChooser.h"
 #include "core/Profiles.h"
 #include "core/Reporting.h"
 #include "core/modPublic.h"
 
 #include <QCheckBox>
-#include <QComboBox>
 #include <QDir>
 #include <QGroupBox>
 #include <QHBoxLayout>
+#include <QLabel>
 #include <QPushButton>
 #include <QVBoxLayout>
 
@@ -32,12 +33,11 @@ void frmProfile::CreateControls() {
     setWindowTitle(u"Profile Manager"_s);
     Frame1 = new QGroupBox(u"Profiles"_s, this);
     Frame1->setObjectName(u"Frame1"_s);
-    cmbProfiles = new QComboBox;
+    cmbProfiles = new NameChooser(32); // a name can have 255 characters
     cmbProfiles->setObjectName(u"cmbProfiles"_s);
     cmbProfiles->setAccessibleName(u"Profiles"_s);
-    // The width does not follow the longest name: a name can have 255 characters.
-    cmbProfiles->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-    cmbProfiles->setMinimumContentsLength(32);
+    lblNoProfile = new QLabel(u"There is no profile yet. Press New to create one."_s);
+    lblNoProfile->setObjectName(u"lblNoProfile"_s);
     cmdProfileNew = NewButton(nullptr, "cmdProfileNew", u"&New"_s, u"Create new profile"_s);
     cmdProfileRename = NewButton(nullptr, "cmdProfileRename", u"&Rename"_s, u"Rename profile"_s);
     cmdProfileDelete = NewButton(nullptr, "cmdProfileDelete", u"&Delete"_s, u"Delete profile"_s);
@@ -54,6 +54,7 @@ void frmProfile::LayOut() {
         buttons->addWidget(button);
     auto *inFrame = new QVBoxLayout(Frame1);
     inFrame->addWidget(cmbProfiles);
+    inFrame->addWidget(lblNoProfile);
     inFrame->addLayout(buttons);
     auto *below = new QHBoxLayout;
     below->addWidget(chkAutoStart, 1);
@@ -92,7 +93,14 @@ void frmProfile::CheckAutoStart() {
     if (chkAutoStart->isChecked() && !commandLine_.contains(u"/profile"_s, Qt::CaseSensitive))
         cmdGo_Click();
     else
-        show();
+        ShowManager();
+}
+
+// A remembered position that could not be read has selected nothing.
+void frmProfile::ShowManager() {
+    if (cmbProfiles->currentIndex() < 0)
+        SelectFirst();
+    show();
 }
 
 void frmProfile::cmdGo_Click() {
@@ -126,6 +134,9 @@ void frmProfile::OpenProfile() {
 }
 
 void frmProfile::ProfileNotFound() {
+    const QString folder = QDir::toNativeSeparators(session_.ProfilePath);
+    session_.ProfilePath.clear(); // none is open: what is logged from now on belongs to the profiles folder
+    LogError(session_, u"Profile.Go"_s, RuntimeError(PathNotFound, u"Profile not found: "_s + folder));
     show();
     session_.Boxes.MsgBox(u"The selected profile could not be found. It may have been renamed, "
                           "moved or deleted."_s,
@@ -159,8 +170,8 @@ void frmProfile::RenameProfile() {
 
 bool frmProfile::ConfirmsDelete(const QString &name) {
     const auto saysYes = [this](const QString &question) {
-        return session_.Boxes.MsgBox(question, BoxButtons::YesNo, BoxIcon::Exclamation,
-                                     u"Confirm Delete"_s) == BoxAnswer::Yes;
+        return session_.Boxes.AskToDestroy(question, BoxIcon::Exclamation, u"Confirm Delete"_s) ==
+               BoxAnswer::Yes;
     };
     return saysYes(u"Warning: Deleting a profile will remove ALL files and folders relating to "
                    "that profile.\r\n\r\nAre you sure you want to delete profile ["_s +
@@ -189,6 +200,7 @@ void frmProfile::UpdateButtons() {
     for (QWidget *control :
          std::initializer_list<QWidget *>{cmbProfiles, cmdProfileRename, cmdProfileDelete, cmdGo})
         control->setEnabled(hasProfiles);
+    lblNoProfile->setVisible(!hasProfiles);
 }
 
 void frmProfile::SelectName(const QString &name) {

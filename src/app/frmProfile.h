@@ -7,6 +7,7 @@
 class QCheckBox;
 class QComboBox;
 class QGroupBox;
+class QLabel;
 class QPushButton;
 
 namespace varlo {
@@ -41,6 +42,7 @@ private:
     void cmdProfileRename_Click();
     void cmdProfileDelete_Click();
 
+    void ShowManager();
     void OpenProfile();
     void ProfileNotFound();
     void CreateProfile();
@@ -57,6 +59,7 @@ private:
 
     QGroupBox *Frame1 = nullptr;
     QComboBox *cmbProfiles = nullptr;
+    QLabel *lblNoProfile = nullptr;
     QPushButton *cmdProfileNew = nullptr;
     QPushButton *cmdProfileRename = nullptr;
     QPushButton *cmdProfileDelete = nullptr;

@@ -1,5 +1,10 @@
 // Starts the program: one copy for each program folder, the profile manager, then the main window.
 
+#include "app/ActionStart.h"
+#include "app/CommandLine.h"
+#include "app/EndSignals.h"
+#include "app/Ending.h"
+#include "app/HelpKey.h"
 #include "app/SingleInstance.h"
 #include "app/StartUp.h"
 #include "app/frmMain.h"
@@ -11,6 +16,7 @@
 #include "smtp/SMTP.h"
 
 #include <QApplication>
+#include <QSessionManager>
 
 namespace {
 
@@ -37,30 +43,83 @@ std::unique_ptr<varlo::Mailer> MakeSmtpMailer(const varlo::MailAccount &account)
     return std::make_unique<OSSMTP::SMTP>(account);
 }
 
+// The program from the choice of a profile to the end of the main window.
+class Program {
+public:
+    explicit Program(varlo::Session &session)
+        : session_(session), profiles_(session, QCoreApplication::arguments().mid(1)) {
+        QObject::connect(&profiles_, &varlo::frmProfile::ProfileOpened, &profiles_, [this] { LoadMain(); });
+        QObject::connect(&signals_, &varlo::EndSignals::Received, &profiles_, [this] { Terminate(); });
+        QObject::connect(qApp, &QGuiApplication::commitDataRequest, &profiles_,
+                         [this](QSessionManager &manager) { LogOff(manager); });
+        // Inside the event loop, so that a signal can end what is asked meanwhile.
+        QMetaObject::invokeMethod(
+            &profiles_, [this] { profiles_.CheckAutoStart(); }, Qt::QueuedConnection);
+    }
+
+private:
+    void LoadMain() {
+        main_ = std::make_unique<varlo::frmMain>(session_, MakeSmtpMailer);
+        ending_ = std::make_unique<varlo::Ending>(session_, *main_);
+        QObject::connect(ending_.get(), &varlo::Ending::Ended, qApp, &QCoreApplication::quit);
+        main_->Form_Load();
+    }
+    void Terminate() {
+        if (ending_)
+            ending_->Terminate();
+        else
+            QCoreApplication::quit();
+    }
+    void LogOff(QSessionManager &manager) {
+        if (ending_ && !ending_->LogOff(manager.allowsInteraction()))
+            manager.cancel();
+        manager.release();
+    }
+
+    varlo::Session &session_;
+    varlo::frmProfile profiles_;
+    varlo::EndSignals signals_;
+    std::unique_ptr<varlo::frmMain> main_;
+    std::unique_ptr<varlo::Ending> ending_;
+};
+
 int Run(Application &application) {
     varlo::WidgetDialogs boxes;
     const QString executableFolder = QCoreApplication::applicationDirPath();
+    if (varlo::HasReadOnlyProfiles(executableFolder)) {
+        varlo::ShowReadOnlyProfiles(boxes, executableFolder);
+        return 1;
+    }
     varlo::Session session(varlo::FindProgramFolder(executableFolder), boxes);
     session.DocumentFolders = varlo::FindDocumentFolders(executableFolder);
-    const varlo::SingleInstance instance(session.ProgramFolder);
+    bool asked = false;
+    const varlo::SingleInstance instance(session.ProgramFolder, [&](const varlo::DoubtfulLock &lock) {
+        asked = true;
+        return varlo::AsksToTakeOver(boxes, lock);
+    });
     if (!instance.IsFirst()) {
-        varlo::ShowAlreadyRunning(boxes);
+        if (!asked)
+            varlo::ShowAlreadyRunning(boxes);
         return 1;
     }
     application.Protect(session);
-    std::unique_ptr<varlo::frmMain> mainWindow;
-    varlo::frmProfile profiles(session, QCoreApplication::arguments().mid(1));
-    QObject::connect(&profiles, &varlo::frmProfile::ProfileOpened, &profiles, [&] {
-        mainWindow = std::make_unique<varlo::frmMain>(session, MakeSmtpMailer);
-        mainWindow->Form_Load();
-    });
-    profiles.CheckAutoStart();
+    varlo::ActionStart actions(session);
+    varlo::HelpKey help(session);
+    application.installEventFilter(&actions);
+    application.installEventFilter(&help);
+    const Program program(session);
     return QApplication::exec();
 }
 
 } // namespace
 
 int main(int argc, char **argv) {
+    QStringList arguments;
+    for (int i = 1; i < argc; ++i)
+        arguments << QString::fromLocal8Bit(argv[i]);
+    const varlo::CommandLine line = varlo::ReadCommandLine(arguments);
+    if (line.What != varlo::CommandLine::Wish::Start)
+        return varlo::Answer(line); // needs no display
     Application application(argc, argv);
     QApplication::setApplicationName(varlo::kApplicationTitle);
     QApplication::setApplicationDisplayName(QString());

@@ -20,10 +20,16 @@ class Dialogs {
 public:
     virtual ~Dialogs() = default;
 
-    // Shows a message box and waits for its answer. Closing the box counts as Cancel or, without such a
-    // button, as No or Ok.
+    // Shows a message box and waits for its answer. Closing the box counts as Cancel or Ok; a question with
+    // only Yes and No cannot be closed. When the program ends under it: Cancel, No or Ok.
     virtual BoxAnswer MsgBox(const QString &text, BoxButtons buttons = BoxButtons::Ok,
                              BoxIcon icon = BoxIcon::None, const QString &title = kApplicationTitle) = 0;
+
+    // A question with Yes and No before something is gone for good: Enter alone says No.
+    virtual BoxAnswer AskToDestroy(const QString &text, BoxIcon icon = BoxIcon::Question,
+                                   const QString &title = kApplicationTitle) {
+        return MsgBox(text, BoxButtons::YesNo, icon, title);
+    }
 
     // Asks for one line of text; empty when cancelled.
     virtual QString InputBox(const QString &prompt, const QString &title, const QString &text = {}) = 0;

@@ -43,7 +43,9 @@ QString DateTimeText(const Session &session) {
     return QLocale::system().toString(session.Now().date(), QLocale::ShortFormat) + u' ' + TimeText(session);
 }
 
-void WriteLog(const Session &session, const QString &file, const QString &line) {
+namespace {
+
+void Append(const Session &session, const QString &file, const QString &line) {
     if (!session.ProfilePath.isEmpty()) {
         try {
             return AppendLine(session.ProfileFile(u"logs"_s, file), line);
@@ -55,18 +57,46 @@ void WriteLog(const Session &session, const QString &file, const QString &line) 
     AppendLine(QDir(session.ProfilesFolder()).filePath(file), line); // no profile is open, or it is gone
 }
 
+QString OrUnknown(const QString &label) {
+    return label.isEmpty() ? u"Unknown"_s : label;
+}
+
+} // namespace
+
+void WriteLog(const Session &session, const QString &file, const QString &line) {
+    try {
+        Append(session, file, line);
+        if (!session.LogTrouble.isEmpty())
+            session.LogTrouble.remove(file); // mended: the next trouble is news
+    } catch (const RuntimeError &error) {
+        const bool isKnown = session.LogTrouble.values().contains(error.Number());
+        session.LogTrouble[file] = error.Number();
+        if (!isKnown)
+            throw;
+    }
+}
+
+void LogError(const Session &session, const QString &label, const RuntimeError &error) noexcept {
+    const QString line = TimeText(session) + u" Error "_s + QString::number(error.Number()) + u" in "_s +
+                         OrUnknown(label) + u" - "_s + error.Description();
+    const QString early = QDir(session.ProfilesFolder()).filePath(u"ErrorLog.txt"_s);
+    try {
+        Append(session, u"ErrorLog.txt"_s, line);
+    } catch (const RuntimeError &) { // the profile has no folder for logs, or has lost it
+        try {
+            AppendLine(early, line);
+        } catch (const RuntimeError &) {
+            // Nowhere to write: where there is a box, it still tells the operator of the error that matters.
+        }
+    }
+}
+
 void ShowError(Session &session, const QString &label, const RuntimeError &error) noexcept {
     if (error.Number() == 0 || error.Number() == ResumeWithoutError)
         return;
-    const QString routine = label.isEmpty() ? u"Unknown"_s : label;
+    LogError(session, label, error);
+    const QString routine = OrUnknown(label);
     const QString number = QString::number(error.Number());
-    try {
-        WriteLog(session, u"ErrorLog.txt"_s,
-                 TimeText(session) + u" Error "_s + number + u" in "_s + routine + u" - "_s +
-                     error.Description());
-    } catch (const RuntimeError &) {
-        // The box below still tells the operator of the error that matters.
-    }
     session.Boxes.MsgBox(u"The following error has occured:\r\n[ "_s + error.Description() +
                              u" ]\rPlease report errors to "_s + Product::kSupportAddress + u"\r\n"_s,
                          BoxButtons::Ok, BoxIcon::Critical,

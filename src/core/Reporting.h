@@ -8,8 +8,13 @@ namespace varlo {
 
 // Appends `line` to the log `file` of the open profile; before a profile is open (or after its folder
 // vanished), to a file of that name in the profiles folder itself, so that early errors are kept. Throws
-// RuntimeError.
+// RuntimeError, the same one once for each action of the operator: while the logs folder is gone, a run of a
+// thousand lines is not a thousand boxes.
 void WriteLog(const Session &session, const QString &file, const QString &line);
+
+// The line of "ErrorLog.txt" alone, for an error that is told otherwise or that nobody is there to be told of. It
+// goes to the profiles folder when the profile cannot take it.
+void LogError(const Session &session, const QString &label, const RuntimeError &error) noexcept;
 
 // Reports an error of the routine `label` ("Main.Load"): one line in "ErrorLog.txt", a box, and the default
 // mouse pointer. An empty label is reported as "Unknown"; the numbers 0 and 20 are ignored. Never throws:

@@ -7,6 +7,7 @@
 #include "core/clsINIFile.h"
 
 #include <QDateTime>
+#include <QMap>
 #include <QStringList>
 
 #include <functional>
@@ -46,7 +47,9 @@ public:
     Preferences &Prefs;    // what of it is held in memory; who uses it includes core/Preferences.h
     StatusFeed Status;
     Dialogs &Boxes;
-    bool AppExiting = false;            // the main window is unloading
+    bool AppExiting = false; // the main window is unloading
+    // The logs that could not be written since the operator's last action, with the number of the error.
+    mutable QMap<QString, int> LogTrouble;
     QStringList Attachments{QString()}; // full paths; a single empty element means none
     std::function<QDateTime()> Now = LocalTime;
 };

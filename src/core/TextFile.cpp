@@ -119,6 +119,11 @@ void AppendLine(const QString &path, const QString &line) {
         throw errno == ENOENT ? RuntimeError(PathNotFound) : SystemError(errno);
     const auto written = ::write(descriptor, bytes.constData(), static_cast<size_t>(bytes.size()));
     const int code = written < 0 ? errno : ENOSPC;
+    // The part that a full disk took goes again: the next line would stand on the same line. Where even that
+    // fails, the half line is all that can be had.
+    if (written > 0 && written < bytes.size()) [[maybe_unused]]
+        const int ignored =
+            ::ftruncate(descriptor, ::lseek(descriptor, 0, SEEK_END) - static_cast<off_t>(written));
     ::close(descriptor);
     if (written != bytes.size())
         throw SystemError(code);
@@ -131,8 +136,11 @@ void AppendLine(const QString &path, const QString &line) {
     QFile file(path);
     if (!file.open(QIODevice::WriteOnly | QIODevice::Append | QIODevice::Unbuffered))
         throw FileError(file);
-    if (file.write(bytes) != bytes.size())
-        throw RuntimeError(DiskFull);
+    const qint64 before = file.size();
+    if (file.write(bytes) == bytes.size())
+        return;
+    file.resize(before); // see above
+    throw RuntimeError(DiskFull);
 }
 
 #endif

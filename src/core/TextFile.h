@@ -31,8 +31,8 @@ enum class FileAccess { Normal, OwnerOnly };
 // old file then stays as it was.
 void WriteFile(const QString &path, const QByteArray &bytes, FileAccess access = FileAccess::Normal);
 
-// Appends `line` and CR LF with one write and closes the file again; the file is created when missing. Throws
-// RuntimeError.
+// Appends `line` and CR LF with one write and closes the file again; the file is created when missing. A line
+// that the disk takes only in part is not there at all. Throws RuntimeError.
 void AppendLine(const QString &path, const QString &line);
 
 // Renames a file or folder. Throws RuntimeError: 53 when `from` is missing, 58 when `to` exists and is

@@ -8,6 +8,7 @@ namespace varlo {
 class WidgetDialogs : public Dialogs {
 public:
     BoxAnswer MsgBox(const QString &text, BoxButtons buttons, BoxIcon icon, const QString &title) override;
+    BoxAnswer AskToDestroy(const QString &text, BoxIcon icon, const QString &title) override;
     QString InputBox(const QString &prompt, const QString &title, const QString &text) override;
     QString OpenFileBox(const QString &filter, const QString &folder, const QString &title) override;
     QString SaveFileBox(const QString &filter, const QString &folder, const QString &title) override;

@@ -6,6 +6,7 @@
 #include "core/modPublic.h"
 #include "lists/ListFile.h"
 #include "lists/ListStore.h"
+#include "lists/UnsavedList.h"
 
 namespace varlo {
 
@@ -30,6 +31,7 @@ std::optional<QString> RenameList(Session &session, ListStore &lists, const QStr
         return std::nullopt;
     const bool renamed = Trapped(session, u"Main.cmdFileRename"_s, [&] {
         RenamePath(ListFile::Path(session, current), ListFile::Path(session, name));
+        UnsavedList::Rename(session, current, name);
     });
     if (!renamed)
         return std::nullopt;
@@ -39,10 +41,12 @@ std::optional<QString> RenameList(Session &session, ListStore &lists, const QStr
 
 bool DeleteList(Session &session, const QString &name) {
     const QString question = u"Are you sure you want to delete mailing list ["_s + name + u"]?"_s;
-    if (session.Boxes.MsgBox(question, BoxButtons::YesNo, BoxIcon::Question, u"Confirm Delete"_s) !=
-        BoxAnswer::Yes)
+    if (session.Boxes.AskToDestroy(question, BoxIcon::Question, u"Confirm Delete"_s) != BoxAnswer::Yes)
         return false;
-    return Trapped(session, u"Main.cmdFileDelete"_s, [&] { DeleteFile(ListFile::Path(session, name)); });
+    return Trapped(session, u"Main.cmdFileDelete"_s, [&] {
+        DeleteFile(ListFile::Path(session, name));
+        UnsavedList::Discard(session, name);
+    });
 }
 
 } // namespace varlo

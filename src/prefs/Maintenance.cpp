@@ -42,7 +42,7 @@ void OpenFolder(Session &session, const QString &folder) {
 }
 
 void EmptyFolder(Session &session, const QString &folder, const Function &function) {
-    if (session.Boxes.MsgBox(function.Question, BoxButtons::YesNo, BoxIcon::Question) != BoxAnswer::Yes)
+    if (session.Boxes.AskToDestroy(function.Question) != BoxAnswer::Yes)
         return;
     DeleteAllFiles(folder);
     session.Boxes.MsgBox(function.Closing, BoxButtons::Ok, BoxIcon::Information);

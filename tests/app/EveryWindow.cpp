@@ -39,6 +39,10 @@ void OpenWindow::Show() const {
 std::unique_ptr<QWidget> OpenWindow::Make(const std::string &name) {
     if (name == "frmMain")
         return MakeMain();
+    if (name == "frmMain_offer") {
+        profile_.Write(u"lists/News.vlo.unsaved"_s, "cy@example.org\r\n");
+        return MakeMain();
+    }
     if (name == "frmProfile")
         return std::make_unique<frmProfile>(profile_.session, QStringList());
     if (name == "frmConsole")
@@ -90,8 +94,8 @@ std::unique_ptr<QWidget> OpenWindow::MakeAttach() {
 }
 
 std::vector<std::string> WindowNames() {
-    std::vector<std::string> names{"frmMain",    "frmProfile",   "frmConsole", "frmAbout",
-                                   "frmCompose", "frmCompRecip", "frmAttach"};
+    std::vector<std::string> names{"frmMain",  "frmMain_offer", "frmProfile",   "frmConsole",
+                                   "frmAbout", "frmCompose",    "frmCompRecip", "frmAttach"};
     for (int page = 0; page < 5; ++page)
         names.push_back("frmOptions_" + std::to_string(page));
     return names;

@@ -117,6 +117,63 @@ TEST(SingleInstance, LockFileCutShortByAPowerFailureIsTakenOver) {
     EXPECT_TRUE(SingleInstance(folder.path()).IsFirst());
 }
 
+// A lock as a crash on another machine leaves it, seen after the folder has come here.
+class ForeignLockTest : public testing::Test {
+protected:
+    ForeignLockTest() { WriteLock("0123456789abcdef"); }
+
+    void WriteLock(const QByteArray &machineNumber, const QByteArray &machine = "office") const {
+        QFile lock(path_);
+        ASSERT_TRUE(lock.open(QIODevice::WriteOnly));
+        lock.write("4711\nvarlo-pro\n" + machine + '\n' + machineNumber + "\nboot\n");
+    }
+    bool Start(bool answer) {
+        const SingleInstance instance(folder_.path(), [&](const DoubtfulLock &lock) {
+            asked_ << lock.Path + u' ' + lock.Machine;
+            return answer;
+        });
+        return instance.IsFirst() && instance.LockPath() == path_;
+    }
+
+    QTemporaryDir folder_;
+    QString path_ = folder_.filePath(u"varlo-pro.lock"_s);
+    QStringList asked_;
+};
+
+TEST_F(ForeignLockTest, IsTakenOverAfterAsking) {
+    EXPECT_TRUE(Start(true));
+    EXPECT_EQ(asked_, QStringList(path_ + u" office"_s));
+}
+
+TEST_F(ForeignLockTest, IsLeftAloneOnNo) {
+    EXPECT_FALSE(Start(false));
+    EXPECT_TRUE(QFile::exists(path_));
+    EXPECT_FALSE(SingleInstance(folder_.path()).IsFirst()) << "and where nobody can be asked";
+}
+
+TEST_F(ForeignLockTest, MachinesOfOneNameAreToldApart) {
+    WriteLock("0123456789abcdef", QSysInfo::machineHostName().toUtf8());
+    EXPECT_TRUE(Start(true));
+    EXPECT_EQ(asked_.size(), 1);
+}
+
+TEST_F(ForeignLockTest, ACopyThatLivesHereIsNeverAskedAbout) {
+    ASSERT_TRUE(QFile::remove(path_));
+    const OtherCopy other(folder_.path());
+    EXPECT_FALSE(Start(true));
+    EXPECT_EQ(asked_, QStringList());
+}
+
+TEST_F(ForeignLockTest, TheQuestionNamesMachineAndFileAndEnterSaysNo) {
+    ScriptedDialogs boxes;
+    boxes.Answers = {BoxAnswer::Yes, BoxAnswer::No};
+    EXPECT_TRUE(AsksToTakeOver(boxes, {path_, u"office"_s}));
+    EXPECT_FALSE(AsksToTakeOver(boxes, {path_, u"office"_s}));
+    EXPECT_TRUE(boxes.Texts()[0].contains(u"[office]"_s));
+    EXPECT_TRUE(boxes.Texts()[0].contains(path_));
+    EXPECT_EQ(boxes.Destroying, boxes.Texts());
+}
+
 TEST(SingleInstance, FolderThatCannotBeWrittenLocksInTheCacheFolder) {
     const QTemporaryDir folder;
     const QTemporaryDir cache;

@@ -44,6 +44,57 @@ TEST_F(StartUpTest, ACopyInAReadOnlyPlaceKeepsItsDataInTheUsersDataFolder) {
     EXPECT_EQ(folder, profile.Folder.filePath(u"Varlo Pro"_s));
 }
 
+// A program folder with profiles that has become read-only, as a folder or as a whole.
+class ReadOnlyStartTest : public StartUpTest {
+protected:
+    ReadOnlyStartTest() {
+        qputenv("XDG_DATA_HOME", profile.Folder.path().toUtf8());
+        EXPECT_TRUE(QDir().mkpath(profiles_));
+        Allow(profile.Folder.path(), true);
+    }
+    ~ReadOnlyStartTest() override {
+        qunsetenv("XDG_DATA_HOME");
+        for (const QString &folder : {place_, profiles_})
+            Allow(folder, true);
+    }
+    static void Allow(const QString &folder, bool write) {
+        const auto read = QFile::ReadOwner | QFile::ExeOwner | QFile::ReadOther | QFile::ExeOther;
+        EXPECT_TRUE(
+            QFile::setPermissions(folder, write ? read | QFile::WriteOwner | QFile::WriteOther : read));
+    }
+    const QString place_ = profile.Folder.filePath(u"place"_s);
+    const QString profiles_ = place_ + u"/profiles"_s;
+};
+
+TEST_F(ReadOnlyStartTest, ProfilesThatCannotBeWrittenAreNeverReplacedByOtherData) {
+    Allow(profiles_, false);
+    Allow(place_, false);
+    const WithoutRootRights asUser; // root may write everywhere
+    EXPECT_TRUE(HasReadOnlyProfiles(place_));
+    EXPECT_EQ(FindProgramFolder(place_), place_);
+    EXPECT_FALSE(QDir(profile.Folder.filePath(u"Varlo Pro"_s)).exists());
+}
+
+TEST_F(ReadOnlyStartTest, ProfilesThatCanBeWrittenInAReadOnlyFolderAreUsed) {
+    Allow(profiles_, true);
+    Allow(place_, false);
+    const WithoutRootRights asUser;
+    EXPECT_FALSE(HasReadOnlyProfiles(place_));
+    EXPECT_EQ(FindProgramFolder(place_), place_);
+}
+
+TEST_F(ReadOnlyStartTest, AnInstalledCopyHasNoProfilesBesideIt) {
+    EXPECT_FALSE(HasReadOnlyProfiles(u"/usr/bin"_s));
+    EXPECT_FALSE(HasReadOnlyProfiles(profile.Folder.filePath(u"bare"_s)));
+}
+
+TEST_F(ReadOnlyStartTest, TheBoxNamesTheFolder) {
+    ShowReadOnlyProfiles(profile.Boxes, place_);
+    ASSERT_EQ(profile.Boxes.Shown.size(), 1U);
+    EXPECT_TRUE(profile.Boxes.Shown[0].Text.contains(profiles_));
+    EXPECT_EQ(profile.Boxes.Shown[0].Icon, BoxIcon::Critical);
+}
+
 TEST_F(StartUpTest, DocumentsLieBesideTheExecutableOrInTheSharedDataFolder) {
     EXPECT_EQ(FindDocumentFolders(u"/usr/bin"_s), QStringList({u"/usr/bin"_s, u"/usr/share/varlo-pro"_s}));
 }
@@ -94,6 +145,19 @@ TEST_F(StartUpTest, EachLogGetsTwoMarkerLines) {
     const QStringList expected{DateTimeText(profile.session) + u" SESSION STARTED"_s, QString(70, u'-')};
     for (const char *log : {"ErrorLog.txt", "StatusLog.txt", "PendingLog.txt"})
         EXPECT_EQ(profile.Log(QString::fromLatin1(log)), expected) << log;
+}
+
+TEST_F(StartUpTest, TheLogsGetTheirMarkersInTheirOrder) {
+    QDir logs(profile.Path(u"logs"_s));
+    QStringList order;
+    profile.session.Now = [&] { // asked for each marker, before it is written
+        order << logs.entryList(QDir::Files).join(u' ');
+        return profile.Clock;
+    };
+    WriteSessionMarkers(profile.session, u" SESSION STARTED"_s, trap);
+    order.removeDuplicates();
+    EXPECT_EQ(order, QStringList({QString(), u"ErrorLog.txt"_s, u"ErrorLog.txt StatusLog.txt"_s}));
+    EXPECT_EQ(logs.entryList(QDir::Files).size(), 3);
 }
 
 } // namespace

@@ -107,6 +107,16 @@ TEST_F(frmConsoleTest, CloseDuringTheRunHidesAndKeepsTheTranscript) {
     EXPECT_EQ(text_->toPlainText(), time_ + u" | one\n"_s + time_ + u" | two\n"_s);
 }
 
+TEST_F(frmConsoleTest, EscAndCtrlWCloseIt) {
+    for (const auto &[key, modifiers] :
+         {std::pair(Qt::Key_Escape, Qt::NoModifier), std::pair(Qt::Key_W, Qt::ControlModifier)}) {
+        console_.ShowAtEnd();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&console_));
+        QTest::keyClick(text_, key, modifiers);
+        EXPECT_FALSE(console_.isVisible()) << key;
+    }
+}
+
 TEST_F(frmConsoleTest, CloseWhileTheProgramEndsIsAccepted) {
     console_.ShowAtEnd();
     profile_.session.AppExiting = true;

@@ -1,5 +1,6 @@
 // What the main window joins: menus, compose window, mail check, clipboard capture.
 
+#include "app/HelpTargets.h"
 #include "app/MainWindowFixture.h"
 #include "core/Literals.h"
 #include "core/Preferences.h"
@@ -64,6 +65,79 @@ TEST_F(frmMainJoinsTest, EveryMenuEntryLeadsSomewhere) {
     Find<QAction>("mnuHelpForums")->trigger();
     ASSERT_EQ(profile.Boxes.Opened.size(), 1U);
     EXPECT_EQ(profile.Boxes.Opened[0], QUrl(Product::kWebsite + u"/forums"_s));
+}
+
+TEST_F(frmMainJoinsTest, EveryEntryOfTheHelpMenuOpensItsOwnTarget) {
+    const QDir folder(profile.Folder.path());
+    ASSERT_TRUE(folder.mkpath(u"help"_s));
+    for (const char *name : {"Read Me.html", "help/index.html"})
+        ASSERT_TRUE(QFile(folder.filePath(QString::fromLatin1(name))).open(QIODevice::WriteOnly));
+    for (const char *name : {"mnuHelpContents", "mnuHelpReadMe", "mnuHelpUpdate", "mnuHelpWebsite",
+                             "mnuHelpForums", "mnuHelpEmail"})
+        Find<QAction>(name)->trigger();
+    const std::vector<QUrl> expected{QUrl::fromLocalFile(folder.filePath(u"help/index.html"_s)),
+                                     QUrl::fromLocalFile(folder.filePath(u"Read Me.html"_s)),
+                                     HelpTargets::UpdateCheck(),
+                                     HelpTargets::Website(),
+                                     HelpTargets::Forums(),
+                                     HelpTargets::SupportMail()};
+    EXPECT_EQ(profile.Boxes.Opened, expected);
+}
+
+TEST_F(frmMainJoinsTest, TheMenusHaveTheirCaptions) {
+    const std::pair<const char *, const char *> captions[] = {{"mnuCompose", "Compose..."},
+                                                              {"mnuMainPreferences", "Preferences..."},
+                                                              {"mnuMainConsole", "Console..."},
+                                                              {"mnuMainOnTop", "Always On Top"},
+                                                              {"mnuMainExit", "Exit"},
+                                                              {"mnuHelpContents", "Contents..."},
+                                                              {"mnuHelpReadMe", "Read Me..."},
+                                                              {"mnuHelpUpdate", "Check for Update"},
+                                                              {"mnuHelpWebsite", "Thornbeck Website"},
+                                                              {"mnuHelpForums", "Thornbeck Forums"},
+                                                              {"mnuHelpEmail", "E-mail Thornbeck"},
+                                                              {"mnuHelpAbout", "About..."},
+                                                              {"mnuSortOrder_0", "Chronological"},
+                                                              {"mnuSortOrder_1", "Alphabetical"}};
+    const auto bare = [](QString text) { return text.remove(u'&'); };
+    for (const auto &[name, caption] : captions)
+        EXPECT_EQ(bare(Find<QAction>(name)->text()), QString::fromLatin1(caption)) << name;
+    const std::pair<const char *, const char *> menus[] = {{"mnuMain", "Varlo"},
+                                                           {"mnuLists", "Lists"},
+                                                           {"mnuHelp", "Help"},
+                                                           {"mnuHelpWeb", "Thornbeck on the Web"}};
+    for (const auto &[name, caption] : menus)
+        EXPECT_EQ(bare(Find<QMenu>(name)->title()), QString::fromLatin1(caption)) << name;
+}
+
+TEST_F(frmMainJoinsTest, ExitRunsTheClosingSequence) {
+    TypeAddress(u"c@x.test"_s);
+    profile.Boxes.Answers = {BoxAnswer::No, BoxAnswer::Yes};
+    Find<QAction>("mnuMainExit")->trigger();
+    EXPECT_TRUE(window_->isVisible());
+    Find<QAction>("mnuMainExit")->trigger();
+    EXPECT_FALSE(window_->isVisible());
+    EXPECT_TRUE(profile.session.AppExiting);
+}
+
+TEST_F(frmMainJoinsTest, PreferencesOpensThePreferences) {
+    bool shown = false;
+    QTimer::singleShot(0, window_.get(), [&] {
+        QWidget *preferences = Window("frmOptions");
+        shown = preferences != nullptr;
+        if (preferences)
+            preferences->close();
+    });
+    Find<QAction>("mnuMainPreferences")->trigger();
+    EXPECT_TRUE(shown);
+}
+
+TEST_F(frmMainJoinsTest, TheConsoleComesByItsEntryAndGoesWithTheMainWindow) {
+    EXPECT_EQ(Window("frmConsole"), nullptr);
+    Find<QAction>("mnuMainConsole")->trigger();
+    EXPECT_NE(Window("frmConsole"), nullptr);
+    EXPECT_TRUE(window_->close());
+    EXPECT_EQ(Window("frmConsole"), nullptr);
 }
 
 TEST_F(frmMainJoinsTest, ComposingAsksForUnsavedChangesFirstAndAsksAgainAfterNo) {

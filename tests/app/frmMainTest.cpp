@@ -119,12 +119,21 @@ TEST_F(frmMainTest, ABadSettingIsReportedAndTheLoadCarriesOn) {
 TEST_F(frmMainTest, EachLogGetsOneHeaderAndOneFooter) {
     Load();
     EXPECT_TRUE(window_->close());
-    for (const char *log : {"ErrorLog.txt", "PendingLog.txt"}) {
+    for (const char *log : {"ErrorLog.txt", "PendingLog.txt", "StatusLog.txt"}) {
         const QStringList lines = profile.Log(QString::fromLatin1(log));
         ASSERT_EQ(lines.size(), 4) << log;
         EXPECT_TRUE(lines[0].endsWith(u" SESSION STARTED"_s)) << log;
         EXPECT_TRUE(lines[2].endsWith(u" SESSION ENDED"_s)) << log;
     }
+}
+
+TEST_F(frmMainTest, AProfileThatIsAnEmptyFolderGetsItsFoldersBeforeTheMarkers) {
+    QDir(profile.session.ProfilePath).removeRecursively();
+    Load();
+    EXPECT_TRUE(profile.Boxes.Shown.empty());
+    for (const char *log : {"ErrorLog.txt", "StatusLog.txt", "PendingLog.txt"})
+        EXPECT_TRUE(profile.Log(QString::fromLatin1(log)).value(0).endsWith(u" SESSION STARTED"_s)) << log;
+    EXPECT_FALSE(QFile::exists(profile.Folder.filePath(u"profiles/ErrorLog.txt"_s)));
 }
 
 TEST_F(frmMainTest, ClosingStoresTheListTheOrderAndBypass) {
@@ -197,8 +206,20 @@ TEST_F(frmMainTest, ClosingWithPendingEntriesAsksAndNoKeepsTheWindow) {
     EXPECT_FALSE(window_->close());
     EXPECT_EQ(profile.Boxes.Texts(),
               QStringList(u"There are unprocessed e-mail addresses on the pending list, exit anyway?"_s));
+    EXPECT_EQ(profile.Boxes.Destroying, profile.Boxes.Texts()) << "Enter alone throws no request away";
     EXPECT_EQ(Rows("lstEmailList_2"), QStringList(u"+b@x.test"_s));
     EXPECT_TRUE(window_->close());
+}
+
+TEST_F(frmMainUnsavedTest, TheListIsAskedAboutFirstAndThenTheRequests) {
+    TypeAddress(u"c@x.test"_s);
+    profile.Boxes.Answers = {BoxAnswer::No, BoxAnswer::Yes};
+    EXPECT_TRUE(window_->close());
+    const std::vector<ShownBox> expected{
+        {u"Varlo Pro"_s, kQuestion, BoxButtons::YesNoCancel, BoxIcon::Question},
+        {u"Varlo Pro"_s, u"There are unprocessed e-mail addresses on the pending list, exit anyway?"_s,
+         BoxButtons::YesNo, BoxIcon::Question}};
+    EXPECT_EQ(profile.Boxes.Shown, expected);
 }
 
 TEST_F(frmMainTest, AClickOnTheStatusShowsTheConsoleWithAllThatWasSaid) {

@@ -186,6 +186,7 @@ TEST_F(frmProfileTest, DeleteAsksTwice) {
     EXPECT_EQ(BoxTitles(), (QStringList{u"Confirm Delete"_s, u"Confirm Delete"_s}));
     EXPECT_EQ(boxes_.Shown[0].Buttons, BoxButtons::YesNo);
     EXPECT_EQ(boxes_.Shown[1].Buttons, BoxButtons::YesNo);
+    EXPECT_EQ(boxes_.Destroying, boxes_.Texts()) << "Enter alone deletes nothing";
     EXPECT_EQ(Folders(), (QStringList{u"Beta"_s, u"Gamma"_s}));
     EXPECT_EQ(Selected(), u"Beta"_s);
 }

@@ -102,6 +102,55 @@ TEST_F(frmProfileTest, UnreadablePositionNeverOpensAnyProfileByItself) {
     EXPECT_EQ(Selected(), u"Alpha"_s);
 }
 
+TEST_F(frmProfileTest, UnreadablePositionOpensTheManagerWithTheFirstSelected) {
+    MakeProfiles(kThree);
+    WriteGlobalIni("0", "first");
+    Start();
+    EXPECT_TRUE(window_->isVisible());
+    EXPECT_EQ(Selected(), u"Alpha"_s);
+}
+
+TEST_F(frmProfileTest, EarlyErrorsReachTheLogInTheProfilesFolder) {
+    MakeProfiles(kThree);
+    Start();
+    List()->setCurrentIndex(2);
+    ASSERT_TRUE(QDir().rmdir(folder_.filePath(u"profiles/Gamma"_s)));
+    Click("cmdGo");
+    EXPECT_EQ(session_.ProfilePath, QString()) << "none is open";
+    const QByteArray log = ReadFile(folder_.filePath(u"profiles/ErrorLog.txt"_s));
+    EXPECT_TRUE(log.contains(" Error 76 in Profile.Go - Profile not found: ")) << log.toStdString();
+    EXPECT_TRUE(log.endsWith("profiles/Gamma\r\n")) << log.toStdString();
+}
+
+TEST_F(frmProfileTest, AnErrorAfterASearchInVainIsLoggedToo) {
+    WriteGlobalIni("1", "0");
+    Start(); // without any profile the path was that of the profiles folder itself
+    MakeProfiles({u"Beta"_s});
+    boxes_.Inputs = {u"Beta"_s};
+    Click("cmdProfileNew");
+    const QByteArray log = ReadFile(folder_.filePath(u"profiles/ErrorLog.txt"_s));
+    EXPECT_TRUE(log.endsWith(" Error 75 in Profile.New - Path/File access error\r\n")) << log.toStdString();
+}
+
+TEST_F(frmProfileTest, WithoutProfilesAHintSaysWhatToDo) {
+    Start();
+    auto *hint = Find<QLabel>("lblNoProfile");
+    EXPECT_TRUE(hint->isVisible());
+    EXPECT_EQ(hint->text(), u"There is no profile yet. Press New to create one."_s);
+    boxes_.Inputs = {u"Work"_s};
+    Click("cmdProfileNew");
+    EXPECT_FALSE(hint->isVisible());
+}
+
+TEST_F(frmProfileTest, ALongNameHasATooltipWithTheWhole) {
+    const QString longName = u"<b>R&D  "_s + QString(200, u'W');
+    MakeProfiles({longName, u"short"_s});
+    Start();
+    EXPECT_EQ(List()->toolTip(), u"<html>"_s + longName.toHtmlEscaped());
+    List()->setCurrentIndex(1);
+    EXPECT_EQ(List()->toolTip(), QString());
+}
+
 TEST_F(frmProfileTest, ProfilesFolderThatCannotBeMadeIsReported) {
     WriteFile(folder_.filePath(u"file"_s), "x");
     Session inFile(folder_.filePath(u"file/program"_s), boxes_);
@@ -187,13 +236,23 @@ TEST_F(frmProfileTest, GoStoresAnUntickedBox) {
 TEST_F(frmProfileTest, EnterStarts) {
     MakeProfiles(kThree);
     Start();
-    for (const char *focus : {"cmbProfiles", "chkAutoStart", "cmdProfileDelete"}) {
+    for (const char *focus : {"cmbProfiles", "chkAutoStart", "cmdGo"}) {
         opened_ = 0;
         window_->show();
         Find<QWidget>(focus)->setFocus();
         QTest::keyClick(Find<QWidget>(focus), Qt::Key_Return);
         EXPECT_EQ(opened_, 1) << focus;
     }
+}
+
+TEST_F(frmProfileTest, EnterPressesTheButtonThatHasTheFocus) {
+    MakeProfiles(kThree);
+    Start();
+    boxes_.Inputs = {u"Delta"_s};
+    Find<QWidget>("cmdProfileNew")->setFocus();
+    QTest::keyClick(Find<QWidget>("cmdProfileNew"), Qt::Key_Return);
+    EXPECT_EQ(opened_, 0);
+    EXPECT_EQ(Selected(), u"Delta"_s);
 }
 
 TEST_F(frmProfileTest, VanishedProfileIsReportedAndNothingWritten) {

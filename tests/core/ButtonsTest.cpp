@@ -4,6 +4,7 @@
 #include "support/Printers.h"
 
 #include <QDialog>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QTest>
 #include <gtest/gtest.h>
@@ -20,20 +21,40 @@ TEST(ButtonsTest, ButtonHasWhatIsGiven) {
     EXPECT_FALSE(button->icon().isNull());
 }
 
-TEST(ButtonsTest, EnterBelongsToTheDefaultButtonWhereverTheFocusIs) {
+// Two buttons and a box to type in; "cmdOK" is the default.
+struct ButtonsDialog {
+    ButtonsDialog() {
+        ok->setDefault(true);
+        for (QPushButton *button : {other, ok})
+            QObject::connect(button, &QPushButton::clicked, &window,
+                             [this, button] { clicked << button->objectName(); });
+        window.show();
+    }
+    QStringList Press(QWidget *focus, Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
+        clicked.clear();
+        focus->setFocus();
+        QTest::keyClick(focus, key, modifiers);
+        return clicked;
+    }
     QDialog window;
-    QPushButton *focused = NewButton(&window, "cmdOther", u"Other"_s);
+    QLineEdit *text = new QLineEdit(&window);
+    QPushButton *other = NewButton(&window, "cmdOther", u"Other"_s);
     QPushButton *ok = NewButton(&window, "cmdOK", u"OK"_s);
-    ok->setDefault(true);
-    QString clicked;
-    for (QPushButton *button : {focused, ok})
-        QObject::connect(button, &QPushButton::clicked, &window,
-                         [&, button] { clicked = button->objectName(); });
-    window.show();
-    focused->setFocus();
-    QTest::keyClick(focused, Qt::Key_Return);
-    EXPECT_EQ(clicked, u"cmdOK"_s);
-    EXPECT_TRUE(focused->icon().isNull());
+    QStringList clicked;
+};
+
+TEST(ButtonsTest, EnterPressesTheButtonThatHasTheFocus) {
+    ButtonsDialog dialog;
+    EXPECT_EQ(dialog.Press(dialog.other, Qt::Key_Return), QStringList(u"cmdOther"_s));
+    EXPECT_EQ(dialog.Press(dialog.other, Qt::Key_Enter, Qt::KeypadModifier), QStringList(u"cmdOther"_s));
+    EXPECT_EQ(dialog.Press(dialog.ok, Qt::Key_Return), QStringList(u"cmdOK"_s));
+    EXPECT_TRUE(dialog.other->icon().isNull());
+}
+
+TEST(ButtonsTest, EnterElsewhereBelongsToTheDefaultButton) {
+    ButtonsDialog dialog;
+    EXPECT_EQ(dialog.Press(dialog.text, Qt::Key_Return), QStringList(u"cmdOK"_s));
+    EXPECT_EQ(dialog.Press(dialog.other, Qt::Key_Return, Qt::ControlModifier), QStringList());
 }
 
 } // namespace varlo

@@ -90,6 +90,40 @@ TEST_F(ReportingTest, LogThatCannotBeWrittenIsTheCallersError) {
     }
 }
 
+TEST_F(ReportingTest, TheSameTroubleWithALogIsTheCallersErrorOnceForAnAction) {
+    BreakLogs();
+    EXPECT_THROW(WriteLog(session_, errorLog_, u"x"_s), RuntimeError);
+    EXPECT_NO_THROW(WriteLog(session_, errorLog_, u"x"_s));
+    EXPECT_NO_THROW(WriteLog(session_, statusLog_, u"x"_s));
+    session_.LogTrouble.clear(); // the operator does something new
+    EXPECT_THROW(WriteLog(session_, statusLog_, u"x"_s), RuntimeError);
+    session_.LogTrouble = {{statusLog_, DiskFull}};
+    EXPECT_THROW(WriteLog(session_, statusLog_, u"x"_s), RuntimeError) << "other trouble is news";
+}
+
+TEST_F(ReportingTest, TroubleThatCameBackIsNews) {
+    BreakLogs();
+    EXPECT_THROW(WriteLog(session_, statusLog_, u"x"_s), RuntimeError);
+    QFile::remove(profile_.Path(u"logs"_s)); // whatever stands in its place
+    ASSERT_TRUE(QDir().mkpath(profile_.Path(u"logs"_s)));
+    WriteLog(session_, statusLog_, u"x"_s);
+    ASSERT_TRUE(QDir(profile_.Path(u"logs"_s)).removeRecursively());
+    EXPECT_THROW(WriteLog(session_, statusLog_, u"x"_s), RuntimeError);
+}
+
+TEST_F(ReportingTest, AnErrorThatTheProfileCannotLogReachesTheProfilesFolder) {
+    BreakLogs();
+    ShowError(session_, u"Main.Load"_s, RuntimeError(DiskFull));
+    EXPECT_EQ(LogInProfilesFolder("ErrorLog.txt"),
+              QStringList{time_ + u" Error 61 in Main.Load - Disk full"_s});
+}
+
+TEST_F(ReportingTest, AnErrorCanBeLoggedWithoutABox) {
+    LogError(session_, QString(), RuntimeError(Overflow));
+    EXPECT_EQ(profile_.Log(errorLog_), QStringList{time_ + u" Error 6 in Unknown - Overflow"_s});
+    EXPECT_TRUE(profile_.Boxes.Shown.empty());
+}
+
 TEST_F(ReportingTest, ErrorIsLoggedAndShown) {
     session_.Boxes.SetHourglass(true);
     ShowError(session_, u"Main.Load"_s, RuntimeError(Overflow));

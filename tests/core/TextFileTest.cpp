@@ -265,6 +265,17 @@ TEST_F(TextFileTest, AppendFailuresAreToldApart) {
     EXPECT_EQ(ErrorOf([&] { AppendLine(Path("log"), u"x"_s); }), DiskFull);
 }
 
+TEST_F(TextFileTest, ALineThatAFullDiskCutsDoesNotSwallowTheNextOne) {
+    AppendLine(Path("log"), u"first"_s);
+    for (rlim_t room = 7; room < 15; ++room) {
+        const FullDisk disk(room);
+        EXPECT_EQ(ErrorOf([&] { AppendLine(Path("log"), u"second"_s); }), DiskFull) << room;
+        EXPECT_EQ(ReadFile(Path("log")), QByteArray("first\r\n")) << room;
+    }
+    AppendLine(Path("log"), u"third"_s);
+    EXPECT_EQ(ReadFile(Path("log")), QByteArray("first\r\nthird\r\n"));
+}
+
 TEST_F(TextFileTest, RenameMovesAFileOrAFolder) {
     Make("file", "x");
     RenamePath(Path("file"), Path("File"));

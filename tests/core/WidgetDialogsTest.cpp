@@ -4,7 +4,13 @@
 
 #include <QDialogButtonBox>
 #include <QInputDialog>
+#include <QLabel>
 #include <QMessageBox>
+#include <QProxyStyle>
+#include <QPushButton>
+#include <QScreen>
+#include <QScrollArea>
+#include <QTextDocument>
 #include <QTextDocumentFragment>
 #include <gtest/gtest.h>
 
@@ -93,9 +99,112 @@ TEST_F(WidgetDialogsTest, ClosedBoxNeverSaysYes) {
     PressEscape();
     EXPECT_EQ(Ask(BoxButtons::OkCancel), BoxAnswer::Cancel);
     PressEscape();
-    EXPECT_EQ(Ask(BoxButtons::YesNo), BoxAnswer::No);
-    PressEscape();
     EXPECT_EQ(Ask(BoxButtons::YesNoCancel), BoxAnswer::Cancel);
+}
+
+TEST_F(WidgetDialogsTest, AQuestionWithYesAndNoIsAnsweredByItsButtonsAlone) {
+    WhenOpen<QMessageBox>([](QMessageBox &box) {
+        QTest::keyClick(&box, Qt::Key_Escape);
+        EXPECT_TRUE(box.isVisible());
+        EXPECT_FALSE(box.close());
+        EXPECT_TRUE(box.isVisible());
+        EXPECT_FALSE(box.windowFlags() & Qt::WindowCloseButtonHint);
+        QTest::mouseClick(box.button(QMessageBox::Yes), Qt::LeftButton);
+    });
+    EXPECT_EQ(Ask(BoxButtons::YesNo), BoxAnswer::Yes);
+}
+
+TEST_F(WidgetDialogsTest, ABoxThatTheProgramEndsUnderAgreesToNothing) {
+    const std::pair<BoxButtons, BoxAnswer> answers[] = {{BoxButtons::Ok, BoxAnswer::Ok},
+                                                        {BoxButtons::OkCancel, BoxAnswer::Cancel},
+                                                        {BoxButtons::YesNo, BoxAnswer::No},
+                                                        {BoxButtons::YesNoCancel, BoxAnswer::Cancel}};
+    for (const auto &[buttons, answer] : answers) {
+        WhenOpen<QMessageBox>([](QMessageBox &box) { box.done(0); });
+        EXPECT_EQ(Ask(buttons), answer);
+    }
+}
+
+TEST_F(WidgetDialogsTest, EnterSaysNoWhereSomethingIsDestroyed) {
+    const auto pressEnter = [this] {
+        WhenOpen<QMessageBox>([](QMessageBox &box) { QTest::keyClick(&box, Qt::Key_Return); });
+    };
+    pressEnter();
+    EXPECT_EQ(boxes_.AskToDestroy(u"Delete?"_s, BoxIcon::Question, kApplicationTitle), BoxAnswer::No);
+    pressEnter();
+    EXPECT_EQ(Ask(BoxButtons::YesNo), BoxAnswer::Yes);
+    WhenOpen<QMessageBox>([](QMessageBox &box) {
+        EXPECT_EQ(box.standardButtons(), QMessageBox::Yes | QMessageBox::No);
+        EXPECT_EQ(box.text(), u"Delete?"_s);
+        EXPECT_EQ(box.windowTitle(), u"Confirm Delete"_s);
+        EXPECT_EQ(box.icon(), QMessageBox::Warning);
+        QTest::mouseClick(box.button(QMessageBox::Yes), Qt::LeftButton);
+    });
+    EXPECT_EQ(boxes_.AskToDestroy(u"Delete?"_s, BoxIcon::Exclamation, u"Confirm Delete"_s), BoxAnswer::Yes);
+}
+
+// A toolkit that puts icons on the buttons of its boxes, as some desktops ask for.
+class IconStyle : public QProxyStyle {
+public:
+    IconStyle() : QProxyStyle(u"fusion"_s) {}
+    int styleHint(StyleHint hint, const QStyleOption *option, const QWidget *widget,
+                  QStyleHintReturn *result) const override {
+        return hint == SH_DialogButtonBox_ButtonsHaveIcons
+                   ? 1
+                   : QProxyStyle::styleHint(hint, option, widget, result);
+    }
+};
+
+QStringList ButtonsWithIcons(const QDialog &box) {
+    QStringList captions;
+    for (const QPushButton *button : box.findChildren<QPushButton *>())
+        if (!button->icon().isNull())
+            captions << button->text();
+    return captions;
+}
+
+TEST_F(WidgetDialogsTest, ButtonsOfBoxesHaveNoIcons) {
+    QApplication::setStyle(new IconStyle);
+    QMessageBox plain(QMessageBox::Question, QString(), QString(), QMessageBox::Yes | QMessageBox::No);
+    EXPECT_FALSE(ButtonsWithIcons(plain).isEmpty()) << "the style does what this test needs";
+    WhenOpen<QMessageBox>([](QMessageBox &box) {
+        EXPECT_EQ(ButtonsWithIcons(box), QStringList());
+        QTest::mouseClick(box.button(QMessageBox::No), Qt::LeftButton);
+    });
+    Ask(BoxButtons::YesNo);
+    WhenOpen<QInputDialog>([](QInputDialog &box) {
+        EXPECT_EQ(ButtonsWithIcons(box), QStringList());
+        box.reject();
+    });
+    boxes_.InputBox(u"Name:"_s, u"Rename"_s, QString());
+    QApplication::setStyle(u"fusion"_s);
+}
+
+TEST_F(WidgetDialogsTest, ATextTallerThanTheScreenGetsAScrollBar) {
+    QStringList lines;
+    for (int i = 0; i < 10'000; ++i)
+        lines << u"-ERR line "_s + QString::number(i);
+    for (const QString &text : {lines.join(u"\r\n"_s), lines.first(60).join(u'\n'), QString(50'000, u'x')}) {
+        WhenOpen<QMessageBox>([](QMessageBox &box) {
+            const QSize screen = box.screen()->availableSize();
+            EXPECT_LE(box.height(), screen.height());
+            EXPECT_LE(box.width(), screen.width());
+            EXPECT_TRUE(box.rect().contains(box.button(QMessageBox::Ok)->geometry().bottomRight()));
+            const auto *area = box.findChild<QScrollArea *>();
+            ASSERT_NE(area, nullptr);
+            EXPECT_GT(area->widget()->height(), area->viewport()->height());
+            EXPECT_LE(area->widget()->width(), area->viewport()->width());
+            EXPECT_GT(area->viewport()->height(), 100);
+            EXPECT_LE(box.text().size(), 20'600) << "20,000, and break places";
+            box.accept();
+        });
+        boxes_.MsgBox(text, BoxButtons::Ok, BoxIcon::Critical, kErrorTitle);
+    }
+    WhenOpen<QMessageBox>([](QMessageBox &box) {
+        EXPECT_EQ(box.findChild<QScrollArea *>(), nullptr);
+        box.accept();
+    });
+    boxes_.MsgBox(lines.first(8).join(u'\n'), BoxButtons::Ok, BoxIcon::None, kErrorTitle);
 }
 
 TEST_F(WidgetDialogsTest, HourglassIsAwayWhileABoxWaits) {
@@ -135,6 +244,29 @@ TEST_F(WidgetDialogsTest, MarkupInAPromptIsShownAsItStands) {
         box.reject();
     });
     boxes_.InputBox(u"[<b>x</b> &amp;]:\r\ntwo"_s, u"Rename"_s, QString());
+}
+
+TEST_F(WidgetDialogsTest, APromptShowsAmpersandsAndDoubleBlanksAsTheyAre) {
+    WhenOpen<QInputDialog>([](QInputDialog &box) {
+        const auto *label = box.findChild<QLabel *>();
+        EXPECT_EQ(label->buddy(), nullptr) << "a buddy makes a mnemonic of the ampersand";
+        QTextDocument shown;
+        shown.setHtml(label->text());
+        EXPECT_EQ(shown.toPlainText(), u"the new name for [R&D  team]:"_s);
+        EXPECT_EQ(label->sizeHint(), QLabel(label->text()).sizeHint()) << "nothing is missing on the screen";
+        EXPECT_EQ(box.findChild<QLineEdit *>()->accessibleName(), u"the new name for [R&D  team]:"_s);
+        box.reject();
+    });
+    boxes_.InputBox(u"the new name for [R&D  team]:"_s, u"Rename"_s, QString());
+}
+
+TEST_F(WidgetDialogsTest, TheLongestNameDoesNotWidenAPromptBeyondTheScreen) {
+    WhenOpen<QInputDialog>([](QInputDialog &box) {
+        EXPECT_LE(box.width(), box.screen()->availableSize().width());
+        EXPECT_GT(box.findChild<QLabel *>()->height(), 3 * box.fontMetrics().height());
+        box.reject();
+    });
+    boxes_.InputBox(u"["_s + QString(255, u'W') + u"]:"_s, u"Rename"_s, QString());
 }
 
 TEST_F(WidgetDialogsTest, FileBoxesOpenInTheirFolderWithTheirFilters) {

@@ -68,6 +68,7 @@ TEST_F(MaintenanceTest, NoDeletesNothingAndSaysNothingMore) {
     Run("Delete log files");
     EXPECT_EQ(Entries(u"logs"_s), QStringList(u"ErrorLog.txt"_s));
     EXPECT_EQ(Profile.Boxes.Shown, std::vector<ShownBox>{kLogQuestion});
+    EXPECT_EQ(Profile.Boxes.Destroying, QStringList(kLogQuestion.Text)) << "Enter alone deletes nothing";
 }
 
 TEST_F(MaintenanceTest, EmptyFolderIsPassedOverInSilence) {

@@ -36,6 +36,11 @@ BoxAnswer ScriptedDialogs::MsgBox(const QString &text, BoxButtons buttons, BoxIc
     return answer;
 }
 
+BoxAnswer ScriptedDialogs::AskToDestroy(const QString &text, BoxIcon icon, const QString &title) {
+    Destroying << text;
+    return MsgBox(text, BoxButtons::YesNo, icon, title);
+}
+
 QString ScriptedDialogs::InputBox(const QString &prompt, const QString &title, const QString &text) {
     Asked.push_back({prompt, title, text});
     if (Inputs.empty()) {

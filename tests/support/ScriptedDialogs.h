@@ -30,6 +30,7 @@ public:
     ~ScriptedDialogs() override;
 
     BoxAnswer MsgBox(const QString &text, BoxButtons buttons, BoxIcon icon, const QString &title) override;
+    BoxAnswer AskToDestroy(const QString &text, BoxIcon icon, const QString &title) override;
     QString InputBox(const QString &prompt, const QString &title, const QString &text) override;
     QString OpenFileBox(const QString &filter, const QString &folder, const QString &title) override;
     QString SaveFileBox(const QString &filter, const QString &folder, const QString &title) override;
@@ -51,6 +52,7 @@ public:
     std::deque<QString> Inputs;
     std::deque<QString> Files;
     std::vector<ShownBox> Shown;
+    QStringList Destroying; // the texts of the questions that have No as their default
     std::vector<Input> Asked;
     std::vector<Input> FileBoxes; // Prompt holds the filter, Default the folder
     std::vector<QUrl> Opened;

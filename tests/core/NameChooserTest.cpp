@@ -1,0 +1,56 @@
+#include "core/NameChooser.h"
+
+#include "core/Literals.h"
+#include "support/Printers.h"
+
+#include <QTest>
+#include <gtest/gtest.h>
+
+namespace varlo::test {
+namespace {
+
+const QString kLong = u"<b>R&D  team "_s + QString(200, u'W');
+
+class NameChooserTest : public testing::Test {
+protected:
+    NameChooserTest() {
+        chooser.addItems({u"News"_s, kLong});
+        chooser.resize(chooser.sizeHint());
+        chooser.show();
+    }
+    NameChooser chooser{20};
+};
+
+TEST_F(NameChooserTest, ANameThatFitsIsShownAsItIs) {
+    EXPECT_EQ(chooser.ShownText(), u"News"_s);
+    EXPECT_EQ(chooser.toolTip(), QString());
+}
+
+TEST_F(NameChooserTest, ALongNameEndsInDotsAndHasItsWholeAsATooltip) {
+    const int width = chooser.sizeHint().width();
+    chooser.setCurrentIndex(1);
+    EXPECT_TRUE(chooser.ShownText().startsWith(u"<b>R&D  team W"_s));
+    EXPECT_TRUE(chooser.ShownText().endsWith(QChar(0x2026)));
+    EXPECT_EQ(chooser.toolTip(), u"<html>"_s + kLong.toHtmlEscaped());
+    EXPECT_EQ(chooser.currentText(), kLong);
+    EXPECT_EQ(chooser.sizeHint().width(), width);
+}
+
+TEST_F(NameChooserTest, MoreRoomShowsMore) {
+    chooser.setCurrentIndex(1);
+    chooser.resize(20'000, chooser.height());
+    EXPECT_EQ(chooser.ShownText(), kLong);
+    EXPECT_EQ(chooser.toolTip(), QString());
+}
+
+TEST_F(NameChooserTest, WhatIsPaintedIsTheTextThatFits) {
+    chooser.setCurrentIndex(1);
+    const QImage cut = chooser.grab().toImage();
+    NameChooser same{20};
+    same.addItem(chooser.ShownText());
+    same.resize(chooser.size());
+    EXPECT_EQ(same.grab().toImage(), cut);
+}
+
+} // namespace
+} // namespace varlo::test
