@@ -14,9 +14,9 @@ target_include_directories(varlo_flags INTERFACE ${PROJECT_SOURCE_DIR}/src)
 target_compile_definitions(varlo_flags INTERFACE QT_NO_CAST_TO_ASCII QT_NO_KEYWORDS
   QT_NO_FOREACH QT_DISABLE_DEPRECATED_BEFORE=0x060400)
 if(MSVC)
-  target_compile_options(varlo_flags INTERFACE /W4 /WX /utf-8)
+  target_compile_options(varlo_flags INTERFACE /W4 /utf-8 $<$<BOOL:${VARLO_WERROR}>:/WX>)
 else()
-  target_compile_options(varlo_flags INTERFACE -Wall -Wextra -Wconversion -Wshadow -Werror)
+  target_compile_options(varlo_flags INTERFACE -Wall -Wextra -Wconversion -Wshadow $<$<BOOL:${VARLO_WERROR}>:-Werror>)
 endif()
 
 # varlo_logic(name DEPENDS ... SOURCES ...): a room without windows. Links Qt6::Core only, so that a window cannot

@@ -3,6 +3,8 @@
 #include "core/Literals.h"
 #include "core/RuntimeError.h"
 
+#include <QLocale>
+
 #include <array>
 #include <cmath>
 #include <limits>
