@@ -3,21 +3,13 @@
 #include "core/Literals.h"
 #include "core/RuntimeError.h"
 #include "core/TextFile.h"
+#include "support/ErrorOf.h"
 
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
 namespace varlo::test {
 namespace {
-
-template<typename Statement> int ErrorOf(Statement statement) {
-    try {
-        statement();
-        return 0;
-    } catch (const RuntimeError &error) {
-        return error.Number();
-    }
-}
 
 QString Row(const PreferenceKey &key) {
     const char *types[] = {"text", "16-bit", "32-bit", "truth"};
