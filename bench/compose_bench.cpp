@@ -23,6 +23,7 @@
 #include "core/Preferences.h"
 #include "core/TextFile.h"
 #include "core/WordWrap.h"
+#include "support/MuteDialogs.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -39,17 +40,6 @@ constexpr int kAddresses = 1'000'000;
 constexpr int kLists = 40;
 constexpr int kRecipients = 10'000;
 
-class SilentDialogs : public Dialogs {
-public:
-    BoxAnswer MsgBox(const QString &, BoxButtons, BoxIcon, const QString &) override { return BoxAnswer::Ok; }
-    QString InputBox(const QString &, const QString &, const QString &) override { return {}; }
-    QString OpenFileBox(const QString &, const QString &, const QString &) override { return {}; }
-    QString SaveFileBox(const QString &, const QString &, const QString &) override { return {}; }
-    QString FolderBox(const QString &, const QString &) override { return {}; }
-    bool OpenUrl(const QUrl &) override { return false; }
-    void SetHourglass(bool) override {}
-};
-
 // A profile in a folder of its own.
 struct Bench {
     Bench() : Shared(Folder.path(), Boxes) {
@@ -60,7 +50,7 @@ struct Bench {
     }
 
     QTemporaryDir Folder;
-    SilentDialogs Boxes;
+    test::MuteDialogs Boxes;
     Session Shared;
 };
 

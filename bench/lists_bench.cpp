@@ -27,6 +27,7 @@
 #include "lists/ListEditing.h"
 #include "lists/ListStore.h"
 #include "lists/PendingProcessing.h"
+#include "support/MuteDialogs.h"
 
 #include <QApplication>
 #include <QDir>
@@ -37,18 +38,13 @@ namespace {
 
 using namespace varlo;
 
-class ScriptedAnswers : public Dialogs {
+class ScriptedAnswers : public test::MuteDialogs {
 public:
     BoxAnswer MsgBox(const QString &text, BoxButtons, BoxIcon, const QString &) override {
         qFatal("unexpected box: %s", qPrintable(text));
         return BoxAnswer::Ok;
     }
     QString InputBox(const QString &, const QString &, const QString &) override { return Input; }
-    QString OpenFileBox(const QString &, const QString &, const QString &) override { return {}; }
-    QString SaveFileBox(const QString &, const QString &, const QString &) override { return {}; }
-    QString FolderBox(const QString &, const QString &) override { return {}; }
-    bool OpenUrl(const QUrl &) override { return false; }
-    void SetHourglass(bool) override {}
 
     QString Input;
 };

@@ -6,27 +6,16 @@
 //   Copy/25, /50       the same chunks appended to a byte array and nothing else: the limit
 //   Mailbox/10000      so many requests of 2 KB, from the greeting to the reply to QUIT
 
-#include "core/Dialogs.h"
 #include "core/Literals.h"
 #include "pop3/Pop3Session.h"
 #include "pop3/Recognition.h"
+#include "support/MuteDialogs.h"
 
 #include <benchmark/benchmark.h>
 
 namespace {
 
 using namespace varlo;
-
-class NoDialogs : public Dialogs {
-public:
-    BoxAnswer MsgBox(const QString &, BoxButtons, BoxIcon, const QString &) override { return BoxAnswer::Ok; }
-    QString InputBox(const QString &, const QString &, const QString &) override { return {}; }
-    QString OpenFileBox(const QString &, const QString &, const QString &) override { return {}; }
-    QString SaveFileBox(const QString &, const QString &, const QString &) override { return {}; }
-    QString FolderBox(const QString &, const QString &) override { return {}; }
-    bool OpenUrl(const QUrl &) override { return false; }
-    void SetHourglass(bool) override {}
-};
 
 constexpr qsizetype kChunk = 1460;
 
@@ -77,7 +66,7 @@ void Mailbox(benchmark::State &state) {
     std::vector<QByteArray> mailbox;
     for (int64_t i = 0; i < state.range(0); ++i)
         mailbox.push_back(Request(i));
-    NoDialogs boxes;
+    test::MuteDialogs boxes;
     for (auto _ : state) {
         Pop3Session session;
         Requests requests;

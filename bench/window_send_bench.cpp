@@ -12,6 +12,7 @@
 #include "core/Session.h"
 #include "core/TextFile.h"
 #include "smtp/SMTP.h"
+#include "support/MuteDialogs.h"
 
 #include <QAction>
 #include <QApplication>
@@ -28,18 +29,12 @@ namespace {
 using namespace varlo;
 
 // Nobody is there to answer: boxes go to the error output.
-class QuietDialogs : public Dialogs {
+class QuietDialogs : public test::MuteDialogs {
 public:
     BoxAnswer MsgBox(const QString &text, BoxButtons, BoxIcon, const QString &) override {
         std::fprintf(stderr, "%s\n", qPrintable(text));
         return BoxAnswer::Ok;
     }
-    QString InputBox(const QString &, const QString &, const QString &) override { return {}; }
-    QString OpenFileBox(const QString &, const QString &, const QString &) override { return {}; }
-    QString SaveFileBox(const QString &, const QString &, const QString &) override { return {}; }
-    QString FolderBox(const QString &, const QString &) override { return {}; }
-    bool OpenUrl(const QUrl &) override { return false; }
-    void SetHourglass(bool) override {}
 };
 
 class OneList : public ComposeHost {

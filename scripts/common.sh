@@ -18,6 +18,7 @@ test_packages=(
     python3 iproute2 postfix dovecot-pop3d
     xvfb xauth fonts-dejavu-core
     desktop-file-utils appstream man-db dpkg-dev file
+    clang-format clang-tidy shellcheck pyflakes3
 )
 # shellcheck disable=SC2034
 # Needed to show the demonstration besides.
@@ -65,14 +66,20 @@ install_missing() {
     as_root bash scripts/install-quietly.sh "${missing[@]}" || fail "These packages could not be installed: ${missing[*]}"
 }
 
-# Configures and builds; $1 is the preset, the others are targets (everything without any).
-build() {
-    local preset=$1 log=build/$1.configure.log
-    shift
+# Configures; $1 is the preset, the others are arguments of cmake.
+configure() {
+    local log=build/$1.configure.log
     # A build folder that was copied from another place cannot be configured again: then from the beginning.
-    cmake --preset "$preset" >"$log" 2>&1 || cmake --fresh --preset "$preset" >"$log" 2>&1 || {
+    cmake --preset "$@" >"$log" 2>&1 || cmake --fresh --preset "$@" >"$log" 2>&1 || {
         cat "$log" >&2
         fail "The project could not be configured."
     }
+}
+
+# Configures and builds; $1 is the preset, the others are targets (everything without any).
+build() {
+    local preset=$1
+    shift
+    configure "$preset"
     cmake --build --preset "$preset" ${1:+--target "$@"} || fail "The project could not be built."
 }

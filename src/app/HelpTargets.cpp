@@ -45,12 +45,11 @@ bool NamesChmViewer(const QString &registry) {
 }
 
 void Open(Session &session, const QUrl &target) {
-    // What the desktop says of a missing file differs from silence to a box; the operator hears of it in any
-    // case.
-    const bool opened = session.Boxes.OpenUrl(target);
+    // Asked for a missing file, some desktops show a box and some say nothing: the operator hears of it here,
+    // and so once.
     if (IsMissingFile(target))
         throw RuntimeError(FileNotFound);
-    if (!opened)
+    if (!session.Boxes.OpenUrl(target))
         throw RuntimeError(InvalidProcedureCall, u"No program opens "_s + target.toDisplayString());
 }
 

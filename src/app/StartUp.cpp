@@ -52,8 +52,8 @@ QString FindProgramFolder(const QString &executableFolder) {
     if (!IsInstalled(executableFolder) &&
         (HasProfiles(executableFolder) || QFileInfo(executableFolder).isWritable()))
         return executableFolder;
-    const QString folder = QDir(QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation))
-                               .filePath(kApplicationTitle);
+    QString folder = QDir(QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation))
+                         .filePath(kApplicationTitle);
     QDir().mkpath(folder); // when that fails, the first file that is written reports it
     return folder;
 }

@@ -41,8 +41,8 @@ void frmCompRecip::CreateControls() {
     lstRecipients = new QListWidget;
     lstRecipients->setObjectName(u"lstRecipients"_s);
     lstRecipients->setAccessibleName(u"Mailing lists"_s);
-    lstRecipients->setSelectionMode(
-        QAbstractItemView::MultiSelection); // a click picks a list or drops it again
+    // A click picks a list or drops it again.
+    lstRecipients->setSelectionMode(QAbstractItemView::MultiSelection);
     lstRecipients->setUniformItemSizes(true);
     lstRecipients->addItems(listNames_);
     mnuListFunctions = new QMenu(this);

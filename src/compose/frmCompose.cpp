@@ -78,7 +78,7 @@ QStringList frmCompose::PickLists() {
     const bool isAccepted = dialog->exec() == QDialog::Accepted;
     if (!dialog) // the window went while the dialog was open, and the dialog with it
         return {};
-    const QStringList names = isAccepted ? dialog->SelectedLists() : QStringList();
+    QStringList names = isAccepted ? dialog->SelectedLists() : QStringList();
     delete dialog;
     ShowSources(ListNamesText(names));
     return names;

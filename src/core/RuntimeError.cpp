@@ -2,6 +2,7 @@
 
 #include "core/Literals.h"
 
+#include <QDir>
 #include <QFileDevice>
 #include <QFileInfo>
 
@@ -63,11 +64,10 @@ RuntimeError SystemError(int systemCode) {
         return RuntimeError(FileAlreadyExists);
     case ENOSPC:
     case EFBIG:
-        return RuntimeError(DiskFull);
 #ifdef EDQUOT
     case EDQUOT:
-        return RuntimeError(DiskFull);
 #endif
+        return RuntimeError(DiskFull);
     case EACCES:
     case EPERM:
     case EROFS:

@@ -2,6 +2,7 @@
 
 #include "core/RuntimeError.h"
 
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QSaveFile>

@@ -1,11 +1,11 @@
 // Hard wrapping of an outgoing message's text at blanks, to a width in characters.
 #pragma once
 
-#include "core/Session.h"
-
 #include <QString>
 
 namespace varlo {
+
+struct Session;
 
 // `text` with its long lines broken at blanks so that they keep within `width` characters. Lines end with CR
 // LF and with nothing else: a lone CR or LF and a tab are characters of a word. The blank at which a line is

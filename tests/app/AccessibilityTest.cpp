@@ -94,10 +94,8 @@ TEST_P(AccessibilityTest, EveryControlThatTakesTheFocusHasAName) {
 TEST_P(AccessibilityTest, TabReachesEveryControl) {
     QWidget *start = window->focusWidget();
     ASSERT_TRUE(start) << "the focus is somewhere when the window opens";
-    const QSet<QWidget *> forth = Walk(start, Qt::Key_Tab, Qt::NoModifier);
-    // Tab types a tab in the message; Shift+Tab leaves it.
-    const QSet<QWidget *> back = Walk(start, Qt::Key_Backtab, Qt::ShiftModifier);
-    EXPECT_EQ(Names(Controls() - forth - back), QStringList());
+    EXPECT_EQ(Names(Controls() - Walk(start, Qt::Key_Tab, Qt::NoModifier)), QStringList());
+    EXPECT_EQ(Names(Controls() - Walk(start, Qt::Key_Backtab, Qt::ShiftModifier)), QStringList());
 }
 
 // The letters that work with Alt, each with what it stands for.

@@ -6,6 +6,7 @@
 #include "support/FakeMailer.h"
 #include "support/TestProfile.h"
 
+#include <QLineEdit>
 #include <QListView>
 #include <QPushButton>
 #include <gtest/gtest.h>

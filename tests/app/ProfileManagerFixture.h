@@ -8,6 +8,8 @@
 #include "core/modPublic.h"
 #include "support/ScriptedDialogs.h"
 
+#include <QComboBox>
+#include <QPushButton>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 

@@ -2,6 +2,7 @@
 
 #include "core/Literals.h"
 #include "core/RuntimeError.h"
+#include "support/ErrorOf.h"
 
 #include <QDir>
 #include <QTemporaryDir>
@@ -24,14 +25,6 @@ protected:
             .entryList(QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden | QDir::System, QDir::Name);
     }
     // The number of the error that the statement throws; 0 when it does not.
-    template<typename Statement> static int ErrorOf(Statement statement) {
-        try {
-            statement();
-            return 0;
-        } catch (const RuntimeError &error) {
-            return error.Number();
-        }
-    }
 
     QTemporaryDir folder_;
 };

@@ -2,6 +2,7 @@
 
 #include "core/Literals.h"
 #include "core/RuntimeError.h"
+#include "support/ErrorOf.h"
 #include "support/FullDisk.h"
 #include "support/WithoutRootRights.h"
 
@@ -16,14 +17,6 @@ namespace varlo::test {
 namespace {
 
 // The number of the error that the statement throws; 0 when it does not.
-template<typename Statement> int ErrorOf(Statement statement) {
-    try {
-        statement();
-        return 0;
-    } catch (const RuntimeError &error) {
-        return error.Number();
-    }
-}
 
 const QFileDevice::Permissions kForEverybody(0x7777);
 

@@ -1,7 +1,7 @@
 // What the fuzz targets share: a promise that aborts, input that is cut into parts, boxes that nobody sees.
 #pragma once
 
-#include "core/Dialogs.h"
+#include "support/MuteDialogs.h"
 
 #include <QByteArray>
 
@@ -45,18 +45,12 @@ private:
     qsizetype at_ = 0;
 };
 
-class CountingDialogs : public Dialogs {
+class CountingDialogs : public test::MuteDialogs {
 public:
     BoxAnswer MsgBox(const QString &, BoxButtons, BoxIcon, const QString &) override {
         ++Boxes;
         return BoxAnswer::Ok;
     }
-    QString InputBox(const QString &, const QString &, const QString &) override { return {}; }
-    QString OpenFileBox(const QString &, const QString &, const QString &) override { return {}; }
-    QString SaveFileBox(const QString &, const QString &, const QString &) override { return {}; }
-    QString FolderBox(const QString &, const QString &) override { return {}; }
-    bool OpenUrl(const QUrl &) override { return false; }
-    void SetHourglass(bool) override {}
 
     int Boxes = 0;
 };

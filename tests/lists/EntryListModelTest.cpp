@@ -3,6 +3,7 @@
 #include "core/Literals.h"
 #include "core/RuntimeError.h"
 #include "lists/ListsFixture.h"
+#include "support/ErrorOf.h"
 
 #include <QAbstractItemModelTester>
 #include <QItemSelectionModel>
@@ -21,15 +22,6 @@ using test::Words;
 using Order = EntryListModel::Order;
 
 constexpr int kMost = EntryListModel::kMostEntries;
-
-template<typename Action> int ErrorOf(Action action) {
-    try {
-        action();
-    } catch (const RuntimeError &error) {
-        return error.Number();
-    }
-    return 0;
-}
 
 QStringList EntriesOf(Order order, const QStringList &entries) {
     EntryListModel model(order);
@@ -205,7 +197,7 @@ TEST(EntryListModelTest, AFullListRefusesOneMore) {
         EntryListModel model(order);
         model.SetEntries(Addresses(kMost));
         const QStringList before = model.Entries();
-        EXPECT_EQ(ErrorOf([&] { model.Add(u"one@more.test"_s); }), Overflow);
+        EXPECT_EQ(test::ErrorOf([&] { model.Add(u"one@more.test"_s); }), Overflow);
         EXPECT_EQ(model.Entries(), before);
     }
 }
@@ -213,7 +205,7 @@ TEST(EntryListModelTest, AFullListRefusesOneMore) {
 TEST(EntryListModelTest, ATooLongListIsTakenUpToTheLimit) {
     EntryListModel model(Order::Chronological);
     const QStringList entries = Addresses(kMost + 1);
-    EXPECT_EQ(ErrorOf([&] { model.SetEntries(entries); }), Overflow);
+    EXPECT_EQ(test::ErrorOf([&] { model.SetEntries(entries); }), Overflow);
     EXPECT_EQ(model.Entries(), entries.first(kMost));
 }
 
@@ -221,8 +213,8 @@ TEST(EntryListModelTest, AddAllTakesWhatFits) {
     for (Order order : {Order::Chronological, Order::Alphabetical}) {
         EntryListModel model(order);
         model.SetEntries(Addresses(kMost - 2));
-        EXPECT_EQ(ErrorOf([&] { model.AddAll(Words("~1 ~2")); }), 0);
-        EXPECT_EQ(ErrorOf([&] { model.AddAll(Words("~3 ~4")); }), Overflow);
+        EXPECT_EQ(test::ErrorOf([&] { model.AddAll(Words("~1 ~2")); }), 0);
+        EXPECT_EQ(test::ErrorOf([&] { model.AddAll(Words("~3 ~4")); }), Overflow);
         EXPECT_EQ(model.Count(), kMost);
         EXPECT_EQ(model.Entries().last(), u"~2"_s);
     }

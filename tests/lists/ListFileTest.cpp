@@ -3,6 +3,7 @@
 #include "core/Literals.h"
 #include "core/RuntimeError.h"
 #include "lists/ListsFixture.h"
+#include "support/ErrorOf.h"
 #include "support/FullDisk.h"
 
 #include <QDir>
@@ -18,15 +19,6 @@ protected:
     QStringList ReadBytes(const QByteArray &bytes) {
         WriteListFile(u"news"_s, bytes);
         return ListFile::Read(session, u"news"_s);
-    }
-
-    template<typename Action> int ErrorOf(Action action) {
-        try {
-            action();
-        } catch (const RuntimeError &error) {
-            return error.Number();
-        }
-        return 0;
     }
 };
 
@@ -63,7 +55,7 @@ TEST_F(ListFileTest, EveryNameThatIsShownCanBeRead) {
     WriteListFile(u"news"_s, {});
     EXPECT_TRUE(ListFile::Names(session).contains(u"news"_s));
     for (const QString &name : ListFile::Names(session))
-        EXPECT_EQ(ErrorOf([&] { ListFile::Read(session, name); }), 0);
+        EXPECT_EQ(test::ErrorOf([&] { ListFile::Read(session, name); }), 0);
 }
 
 TEST_F(ListFileTest, AnEmptyOrMissingFolderHasNoNames) {
@@ -111,9 +103,9 @@ TEST_F(ListFileTest, WhatIsNotUtf8IsWindows1252) {
 }
 
 TEST_F(ListFileTest, AMissingFileIsReported) {
-    EXPECT_EQ(ErrorOf([&] { ListFile::Read(session, u"news"_s); }), FileNotFound);
+    EXPECT_EQ(test::ErrorOf([&] { ListFile::Read(session, u"news"_s); }), FileNotFound);
     ASSERT_TRUE(QDir(profile.Path(u"lists"_s)).removeRecursively());
-    EXPECT_EQ(ErrorOf([&] { ListFile::Read(session, u"news"_s); }), PathNotFound);
+    EXPECT_EQ(test::ErrorOf([&] { ListFile::Read(session, u"news"_s); }), PathNotFound);
 }
 
 TEST_F(ListFileTest, WritesOneLineAnEntry) {
@@ -142,19 +134,19 @@ TEST_F(ListFileTest, AWriteThatFailsAtEveryByteLeavesTheOldFile) {
         int error = 0;
         {
             const test::FullDisk disk(bytes);
-            error = ErrorOf([&] { ListFile::Write(session, u"news"_s, entries); });
+            error = test::ErrorOf([&] { ListFile::Write(session, u"news"_s, entries); });
         }
         ASSERT_EQ(error, DiskFull) << "after " << bytes << " bytes";
         ASSERT_EQ(ReadListFile(u"news"_s), old) << "after " << bytes << " bytes";
         ASSERT_EQ(ListFolder(), Words("news.vlo")) << "after " << bytes << " bytes";
     }
     const test::FullDisk disk(size);
-    EXPECT_EQ(ErrorOf([&] { ListFile::Write(session, u"news"_s, entries); }), 0);
+    EXPECT_EQ(test::ErrorOf([&] { ListFile::Write(session, u"news"_s, entries); }), 0);
 }
 
 TEST_F(ListFileTest, AWriteIntoAMissingFolderIsReported) {
     ASSERT_TRUE(QDir(profile.Path(u"lists"_s)).removeRecursively());
-    EXPECT_EQ(ErrorOf([&] { ListFile::Write(session, u"news"_s, {}); }), PathNotFound);
+    EXPECT_EQ(test::ErrorOf([&] { ListFile::Write(session, u"news"_s, {}); }), PathNotFound);
 }
 
 TEST_F(ListFileTest, BackupsAreNumberedAndNeverReplaced) {

@@ -3,21 +3,13 @@
 
 #include "core/Literals.h"
 #include "core/RuntimeError.h"
+#include "support/ErrorOf.h"
 
 #include <gtest/gtest.h>
 
 namespace varlo {
 
 namespace {
-
-int ErrorOf(const QString &From) {
-    try {
-        ExtractAddress(From);
-    } catch (const RuntimeError &error) {
-        return error.Number();
-    }
-    return 0;
-}
 
 // "<" at position `lt`, ">" at position `gt`, letters elsewhere.
 QString Brackets(int lt, int gt) {
@@ -64,8 +56,8 @@ TEST(ExtractAddressTest, EmptyBracketsGiveAnEmptyAddress) {
 }
 
 TEST(ExtractAddressTest, ClosingBracketFirstIsANegativeLength) {
-    EXPECT_EQ(ErrorOf(u">a<"_s), int(InvalidProcedureCall)); // 1 and 3
-    EXPECT_EQ(ErrorOf(u"><"_s), 0);                          // 1 and 2 share no bit
+    EXPECT_EQ(test::ErrorOf([&] { ExtractAddress(u">a<"_s); }), int(InvalidProcedureCall)); // 1 and 3
+    EXPECT_EQ(test::ErrorOf([&] { ExtractAddress(u"><"_s); }), 0); // 1 and 2 share no bit
     EXPECT_EQ(ExtractAddress(u"><"_s), u"><"_s);
 }
 
@@ -76,7 +68,7 @@ TEST(ExtractAddressTest, OnlyTheFirstBracketOfEachKindCounts) {
 
 TEST(ExtractAddressTest, PositionsAre16Bit) {
     EXPECT_EQ(ExtractAddress(Brackets(1, 32767)), QString(32765, u'a'));
-    EXPECT_EQ(ErrorOf(Brackets(1, 32768)), int(Overflow));
+    EXPECT_EQ(test::ErrorOf([&] { ExtractAddress(Brackets(1, 32768)); }), int(Overflow));
 }
 
 } // namespace varlo

@@ -5,6 +5,7 @@
 #include "pop3/FakePending.h"
 #include "support/FakePop3Server.h"
 #include "support/Printers.h"
+#include "support/Settle.h"
 #include "support/TestProfile.h"
 #include "support/WaitUntil.h"
 
@@ -66,10 +67,6 @@ protected:
     bool UntilBox() {
         return Until([&] { return !profile.Boxes.Shown.empty(); });
     }
-    static void Settle() {
-        for (int i = 0; i < 20; ++i)
-            QCoreApplication::processEvents(QEventLoop::AllEvents, 5);
-    }
     // The console's lines without their times.
     QStringList Console() const {
         QStringList lines;
@@ -104,7 +101,7 @@ TEST_F(Pop3CheckTest, MissingServerUserOrPasswordOpensThePreferences) {
         EXPECT_EQ(PreferencesOpened, 1);
         Set(key, value);
     }
-    Settle();
+    test::Settle();
     EXPECT_EQ(server.Connections, 0);
     EXPECT_EQ(Console(), QStringList());
 }
@@ -113,7 +110,7 @@ TEST_F(Pop3CheckTest, DeleteSettingThatIsNoNumberEndsTheClick) {
     Set("POPDeleteAll", u"yes"_s);
     check->Start();
     ErrorBox(13);
-    Settle();
+    test::Settle();
     EXPECT_EQ(server.Connections, 0);
 }
 
@@ -164,7 +161,7 @@ TEST_F(Pop3CheckTest, UnrelatedMessageStaysAndTheCheckRestsUntilTheNextClick) {
                       Mail("subscribe", "e@f.test")};
     check->Start();
     EXPECT_TRUE(UntilSent("RETR 2"));
-    Settle();
+    test::Settle();
     EXPECT_EQ(server.Commands.last(), "RETR 2");
     EXPECT_EQ(server.Open(), 1);
     EXPECT_EQ(pending.Entries, QStringList());
@@ -212,7 +209,7 @@ TEST_F(Pop3CheckTest, SecondRequestWithTheSameMessageIdEndsTheEventInABox) {
     check->Start();
     EXPECT_TRUE(UntilBox());
     ErrorBox(457);
-    Settle();
+    test::Settle();
     EXPECT_EQ(server.Commands.last(), "RETR 2");
     EXPECT_EQ(profile.Log(u"ErrorLog.txt"_s).size(), 1);
 }
@@ -237,7 +234,7 @@ TEST_F(Pop3CheckTest, HeaderBlockThatIsTooLongEndsTheEventInABox) {
     check->Start();
     EXPECT_TRUE(UntilBox());
     ErrorBox(6);
-    Settle();
+    test::Settle();
     EXPECT_EQ(server.Commands.last(), "RETR 1");
 }
 
@@ -291,7 +288,7 @@ TEST_F(Pop3CheckTest, ResetAtAnyStepIsOneErrorBox) {
         server.Script = {{command, {lastWords, ServerReply::Then::Reset}}};
         check->Start();
         EXPECT_TRUE(UntilBox()) << command.constData();
-        Settle();
+        test::Settle();
         EXPECT_EQ(profile.Boxes.Texts(),
                   Texts({"POP3 check failed (error 10054 - Connection reset by peer)"}))
             << command.constData();
@@ -317,7 +314,7 @@ TEST_F(Pop3CheckTest, MegabyteWithoutALineEndIsOneBoundedBox) {
     server.Script[""] = {{QByteArray(1024 * 1024, 'x')}};
     check->Start();
     EXPECT_TRUE(UntilBox());
-    Settle();
+    test::Settle();
     EXPECT_EQ(profile.Boxes.Shown, std::vector<ShownBox>{ReplyBox(QString(WinsockPOP::kLongestLine, u'x'))});
     EXPECT_TRUE(Until([&] { return server.Open() == 0; }));
 }
@@ -367,7 +364,7 @@ TEST_F(Pop3CheckTest, ReplyThatComesWhileABoxIsOpenIsHandledAfterIt) {
     QStringList consoleInBox;
     profile.Boxes.OnBox = [&](const QString &) {
         server.Say("+OK too early\r\n");
-        Settle();
+        test::Settle();
         consoleInBox = Console();
     };
     check->Start();
@@ -388,7 +385,7 @@ TEST_F(Pop3CheckTest, ClickWhileTheListIsProcessedStartsAnewAfterwards) {
         if (++processed > 1)
             return;
         check->Start();
-        Settle();
+        test::Settle();
         EXPECT_EQ(server.Connections, 2);
         EXPECT_EQ(Completed(), 1); // its greeting is here, and waits
     };
@@ -415,7 +412,7 @@ TEST_F(Pop3CheckTest, WindowMayCloseWhileTheListIsProcessed) {
     pending.OnProcess = [&] { check.reset(); };
     check->Start();
     EXPECT_TRUE(Until([&] { return check == nullptr; }));
-    Settle();
+    test::Settle();
     EXPECT_EQ(server.Open(), 0);
 }
 
@@ -424,7 +421,7 @@ TEST_F(Pop3CheckTest, WindowMayCloseWhileABoxIsOpen) {
     profile.Boxes.OnBox = [&](const QString &) { check.reset(); };
     check->Start();
     EXPECT_TRUE(Until([&] { return check == nullptr; }));
-    Settle();
+    test::Settle();
     EXPECT_EQ(server.Open(), 0);
 }
 
@@ -433,7 +430,7 @@ TEST_F(Pop3CheckTest, LogThatCannotBeWrittenEndsTheEventWithABox) {
     EXPECT_TRUE(QDir(profile.session.ProfileFile(u"logs"_s)).removeRecursively());
     EXPECT_TRUE(UntilBox());
     ErrorBox(76);
-    Settle();
+    test::Settle();
     EXPECT_EQ(server.Commands, QByteArrayList());
 }
 

@@ -4,6 +4,7 @@
 #include "core/Literals.h"
 #include "support/FakePop3Server.h"
 #include "support/Printers.h"
+#include "support/Settle.h"
 #include "support/WaitUntil.h"
 
 #include <gtest/gtest.h>
@@ -53,11 +54,6 @@ protected:
         for (const QByteArray &chunk : Chunks)
             sum += chunk.size();
         return sum;
-    }
-    // Everything that is on its way has arrived.
-    static void Settle() {
-        for (int i = 0; i < 20; ++i)
-            QCoreApplication::processEvents(QEventLoop::AllEvents, 5);
     }
 
     FakePop3Server server;
@@ -118,7 +114,7 @@ TEST_F(WinsockPOPTest, EventsRunWhileAServerTalksWithoutAPause) {
 TEST_F(WinsockPOPTest, AnswerThatIsNotThereInAMomentIsNoError) {
     ConnectToGreeting({"+OK\r\n"});
     EXPECT_TRUE(Until([&] { return !Chunks.isEmpty(); }));
-    Settle();
+    test::Settle();
     EXPECT_EQ(Errors, QList<int>());
     EXPECT_FALSE(socket->IsClosed());
 }
@@ -158,7 +154,7 @@ TEST_F(WinsockPOPTest, ClosingAtTheFirstPieceEndsAFlood) {
     OnChunk = [&] { socket->Close(); };
     ConnectToGreeting({QByteArray(1024 * 1024, 'x')});
     EXPECT_TRUE(UntilClosed());
-    Settle();
+    test::Settle();
     EXPECT_EQ(Chunks, QByteArrayList{QByteArray(WinsockPOP::kLongestLine, 'x')});
     EXPECT_EQ(Errors, QList<int>());
 }
@@ -166,7 +162,7 @@ TEST_F(WinsockPOPTest, ClosingAtTheFirstPieceEndsAFlood) {
 TEST_F(WinsockPOPTest, CloseByTheServerIsNoEvent) {
     ConnectToGreeting({"+OK\r\n"}, ServerReply::Then::Close);
     EXPECT_TRUE(UntilClosed());
-    Settle();
+    test::Settle();
     EXPECT_EQ(Chunks, QByteArrayList{"+OK\r\n"});
     EXPECT_EQ(Errors, QList<int>());
 }
@@ -182,7 +178,7 @@ TEST_F(WinsockPOPTest, AllThatWasSentBeforeACloseArrives) {
     AwaitsLine = false;
     ConnectToGreeting({QByteArray(5 * 1024 * 1024, 'x')}, ServerReply::Then::Close);
     EXPECT_TRUE(UntilClosed());
-    Settle();
+    test::Settle();
     EXPECT_EQ(Bytes(), 5 * 1024 * 1024);
 }
 
@@ -214,7 +210,7 @@ TEST_F(WinsockPOPTest, SendingAfterTheServerClosedIsSwallowed) {
     ConnectToGreeting({}, ServerReply::Then::Close);
     EXPECT_TRUE(UntilClosed());
     socket->SendData("USER joe\r\n");
-    Settle();
+    test::Settle();
     EXPECT_EQ(Errors, QList<int>());
     EXPECT_EQ(server.Commands, QByteArrayList());
 }
@@ -226,7 +222,7 @@ TEST_F(WinsockPOPTest, NextEventWaitsForTheHandlerThatRunsAnEventLoop) {
         if (Chunks.size() == 1) {
             server.Say("+second\r\n");
             server.Reset();
-            Settle();
+            test::Settle();
             EXPECT_EQ(Chunks.size() + Errors.size(), 1);
         }
         --depth;
@@ -242,7 +238,7 @@ TEST_F(WinsockPOPTest, DataThatCameWhileAHandlerRanIsDeliveredAfterIt) {
         if (Chunks.size() > 1)
             return;
         server.Say("+second\r\n");
-        Settle();
+        test::Settle();
     };
     ConnectToGreeting({"+first\r\n"});
     EXPECT_TRUE(Until([&] { return Chunks.size() == 2; }));
@@ -256,7 +252,7 @@ TEST_F(WinsockPOPTest, FloodWhileAHandlerRunsWaitsAtTheServer) {
         if (Chunks.size() > 1)
             return;
         server.Say(QByteArray(flood, 'x'));
-        Settle();
+        test::Settle();
         EXPECT_GT(server.Last->bytesToWrite(), flood / 4);
     };
     ConnectToGreeting({"+first\r\n"});
@@ -269,7 +265,7 @@ TEST_F(WinsockPOPTest, FloodWhileAHandlerRunsWaitsAtTheServer) {
 TEST_F(WinsockPOPTest, CloseForgetsWhatHasArrived) {
     ConnectToGreeting({"half a line"});
     EXPECT_TRUE(Until([&] { return server.Connections == 1; }));
-    Settle();
+    test::Settle();
     socket->Close();
     EXPECT_TRUE(socket->IsClosed());
     ConnectToGreeting({"+OK\r\n"});
@@ -292,7 +288,7 @@ TEST_F(WinsockPOPTest, HandlerMayConnectAnew) {
             return;
         socket->Close();
         Connect();
-        Settle(); // the new greeting is here, and waits
+        test::Settle(); // the new greeting is here, and waits
         EXPECT_EQ(Chunks.size(), 1);
     };
     ConnectToGreeting({"+OK\r\n"});
@@ -304,7 +300,7 @@ TEST_F(WinsockPOPTest, HandlerMayDestroyTheConnection) {
     OnChunk = [&] { socket.reset(); };
     ConnectToGreeting({"+OK\r\n"});
     EXPECT_TRUE(Until([&] { return socket == nullptr; }));
-    Settle();
+    test::Settle();
     EXPECT_EQ(server.Open(), 0);
 }
 

@@ -3,6 +3,7 @@
 
 #include "core/Literals.h"
 #include "core/RuntimeError.h"
+#include "support/ErrorOf.h"
 #include "support/ScriptedDialogs.h"
 
 #include <gtest/gtest.h>
@@ -38,15 +39,6 @@ Fields Read(const QString &text) {
 
 Fields ReadHeaders(const QString &headers) {
     return Read(headers + u"\r\n\r\nbody\r\n"_s);
-}
-
-int ErrorOf(const QString &text) {
-    try {
-        Read(text);
-    } catch (const RuntimeError &error) {
-        return error.Number();
-    }
-    return 0;
 }
 
 } // namespace
@@ -126,7 +118,7 @@ TEST(clsMessageTest, HeaderBlockOf32766CharactersIsTheLongest) {
     const QString subject = u"Subject: x\r\nY: "_s;
     const QString longest = subject + QString(32766 - subject.size(), u'z');
     EXPECT_EQ(ReadHeaders(longest), (Fields{longest, {}, u"x"_s, {}}));
-    EXPECT_EQ(ErrorOf(longest + u"z\r\n\r\n"_s), int(Overflow));
+    EXPECT_EQ(test::ErrorOf([&] { Read(longest + u"z\r\n\r\n"_s); }), int(Overflow));
 }
 
 TEST(clsMessageTest, OverflowLeavesTheFieldsEmpty) {
