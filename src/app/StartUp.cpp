@@ -3,6 +3,7 @@
 #include "core/Literals.h"
 #include "core/PreferenceKeys.h"
 #include "core/Product.h"
+#include "core/ProfileLayout.h"
 #include "core/modPublic.h"
 
 #include <QDir>
@@ -39,10 +40,10 @@ QStringList FindDocumentFolders(const QString &executableFolder) {
 }
 
 void PrepareProfile(Session &session, ErrorTrap &trap) {
-    session.INI.SetFile(session.ProfileFile(u"prefs.ini"_s));
+    session.INI.SetFile(ProfileLayout::Settings(session));
     trap([&] { CreateFolder(session.ProfilePath); });
-    for (const char *folder : {"lists", "sent", "logs"})
-        trap([&] { CreateFolder(session.ProfileFile(QString::fromLatin1(folder))); });
+    for (const QString &folder : ProfileLayout::Folders(session))
+        trap([&] { CreateFolder(folder); });
 }
 
 void LoadPreferences(Session &session, ErrorTrap &trap) {

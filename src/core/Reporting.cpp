@@ -2,6 +2,7 @@
 
 #include "core/Literals.h"
 #include "core/Product.h"
+#include "core/ProfileLayout.h"
 #include "core/TextFile.h"
 #include "core/modPublic.h"
 
@@ -45,7 +46,7 @@ QString DateTimeText(const Session &session) {
 void WriteLog(const Session &session, const QString &file, const QString &line) {
     if (!session.ProfilePath.isEmpty()) {
         try {
-            return AppendLine(session.ProfileFile(u"logs"_s, file), line);
+            return AppendLine(ProfileLayout::Log(session, file), line);
         } catch (const RuntimeError &) {
             if (PathExists(session.ProfilePath))
                 throw;
