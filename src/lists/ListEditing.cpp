@@ -132,7 +132,7 @@ bool ListEditing::ChangeSortOrder(int order) {
     if (tooMany && session_.Boxes.MsgBox(question, BoxButtons::OkCancel, BoxIcon::Question, u"Confirm"_s) !=
                        BoxAnswer::Ok)
         return false;
-    session_.Boxes.SetHourglass(true);
+    const Hourglass hourglass(session_.Boxes);
     Trapped(session_, u"Main.mnuSortOrder"_s, [&] {
         StatusMessage(session_, u"Sorting list..."_s);
         QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
@@ -145,7 +145,6 @@ bool ListEditing::ChangeSortOrder(int order) {
         StatusMessage(session_, order == 1 ? u"E-mail addresses sorted by alphabetical order"_s
                                            : u"E-mail addresses sorted by chronological order"_s);
     });
-    session_.Boxes.SetHourglass(false);
     lists_.UpdateControls();
     return true;
 }

@@ -79,7 +79,7 @@ bool ListStore::Load(const QString &name) {
     loading_ = true;
     const auto loaded = qScopeGuard([this] { loading_ = false; });
     ListSaved = true;
-    session_.Boxes.SetHourglass(true);
+    const Hourglass hourglass(session_.Boxes);
     trap([&] { StatusMessage(session_, u"Loading ["_s + name + u"]..."_s); });
     // Lets the status line paint. The operator's clicks wait until the list is there. The network should
     // wait, too, but not every event loop obeys: what a mail check brings meanwhile stays on the Pending
@@ -89,7 +89,6 @@ bool ListStore::Load(const QString &name) {
     CurrentListName = name;
     trap([&] { StatusMessage(session_, u"Loaded ["_s + name + u"]"_s); });
     UpdateControls();
-    session_.Boxes.SetHourglass(false);
     return true;
 }
 
