@@ -1,6 +1,7 @@
 #include "lists/PendingProcessing.h"
 
 #include "core/Literals.h"
+#include "core/PendingRequest.h"
 #include "core/PreferenceKeys.h"
 #include "core/Reporting.h"
 #include "core/WordWrap.h"
@@ -79,7 +80,7 @@ void PendingProcessing::ProcessAll() {
         ProcessEntry(entries[i], progress);
         WriteLog(session_, u"PendingLog.txt"_s, entries[i]);
     }
-    StatusMessage(session_, u"Pending list processing complete ("_s + Summary() + u')');
+    StatusMessage(session_, u"Pending list processing complete ("_s + ActivityText(added_, removed_) + u')');
     QList<int> processed(entries.size());
     std::iota(processed.begin(), processed.end(), 0);
     lists_.lstEmailList(kPending).RemoveRows(processed);
@@ -140,15 +141,6 @@ void PendingProcessing::OnMailError(int number, const QString &description) {
     Trapped(session_, u"Main.SMTP_ErrorSMTP"_s, [&] {
         StatusMessage(session_, u"SMTP error "_s + QString::number(number) + u" - "_s + description);
     });
-}
-
-QString PendingProcessing::Summary() const {
-    QStringList parts;
-    if (added_ > 0)
-        parts << u'+' + QString::number(added_);
-    if (removed_ > 0)
-        parts << u'-' + QString::number(removed_);
-    return parts.isEmpty() ? u"no activity"_s : parts.join(u", "_s);
 }
 
 } // namespace varlo

@@ -49,7 +49,6 @@ private:
     bool Subscribe(const QString &address);
     bool Unsubscribe(const QString &address);
     void Notify(const QString &address, const Notification &mail, const QString &progress);
-    QString Summary() const;
     void OnMailError(int number, const QString &description);
 
     Session &session_;

@@ -1,6 +1,7 @@
 #include "pop3/RequestCapture.h"
 
 #include "core/Literals.h"
+#include "core/PendingRequest.h"
 #include "core/Reporting.h"
 #include "pop3/ExtractAddress.h"
 
@@ -26,15 +27,6 @@ qint16 AddSenders(const clsMessages &messages, QChar sign, const PendingDoor &pe
     return added;
 }
 
-QString Summary(qint16 subscribed, qint16 unsubscribed) {
-    QStringList parts;
-    if (subscribed > 0)
-        parts << u'+' + QString::number(subscribed);
-    if (unsubscribed > 0)
-        parts << u'-' + QString::number(unsubscribed);
-    return parts.isEmpty() ? u"no activity"_s : parts.join(u", "_s);
-}
-
 } // namespace
 
 void CaptureRequests(Session &session, const Requests &requests, const PendingDoor &pending) {
@@ -42,7 +34,7 @@ void CaptureRequests(Session &session, const Requests &requests, const PendingDo
     const qint16 unsubscribed = AddSenders(requests.colUnsubscribe, u'-', pending);
     pending.SelectLast();
     pending.UpdateControls();
-    StatusMessage(session, u"POP3 check complete ("_s + Summary(subscribed, unsubscribed) + u')');
+    StatusMessage(session, u"POP3 check complete ("_s + ActivityText(subscribed, unsubscribed) + u')');
     if (pending.Bypass())
         pending.ProcessPending();
 }
