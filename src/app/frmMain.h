@@ -4,22 +4,16 @@
 #include "compose/ComposeHost.h"
 #include "core/Reporting.h"
 #include "core/Session.h"
-#include "lists/ListEditing.h"
-#include "lists/ListStore.h"
-#include "lists/PendingProcessing.h"
 #include "pop3/Pop3Check.h"
 
 #include <QMainWindow>
 #include <QPointer>
 
 class QLabel;
-class QSplitter;
 
 namespace varlo {
 
-class CurrentListFrame;
-class ListsMenu;
-class PendingListFrame;
+class ListsPage;
 class StatusLabel;
 class frmCompose;
 class frmConsole;
@@ -44,7 +38,7 @@ private:
     void CreateStatusBar();
     void LayOutControls();
     void ConnectControls();
-    void ConnectFrames();
+    void ConnectPage();
 
     // What the compose window asks for.
     QStringList ListNames() const override;
@@ -58,11 +52,7 @@ private:
     void RestoreLayout();
     void StoreLayout();
 
-    bool Form_QueryUnload();
     void Form_Unload();
-    void UpdateControls();
-    void SetLocked(bool locked);
-    void ShowSortOrder();
 
     void mnuCompose_Click();
     void mnuMainPreferences_Click();
@@ -70,26 +60,19 @@ private:
     void mnuMainOnTop_Click();
 
     Session &session_;
-    ListStore lists_;
-    ListEditing editing_;
-    PendingProcessing processing_;
+    ListsPage *page_;
     Pop3Check check_;
 
-    QSplitter *splitter_ = nullptr;
-    CurrentListFrame *fraCurrent = nullptr;
-    PendingListFrame *Frame3 = nullptr;
     QAction *mnuCompose = nullptr;
     QAction *mnuMainPreferences = nullptr;
     QAction *mnuMainConsole = nullptr;
     QAction *mnuMainOnTop = nullptr;
     QAction *mnuMainExit = nullptr;
-    ListsMenu *mnuLists = nullptr;
     StatusLabel *lblStatus = nullptr;
     QLabel *lblStatusCurrent = nullptr;
     QLabel *lblStatusPending = nullptr;
     std::unique_ptr<frmConsole> console_;
     QPointer<frmCompose> compose_; // deletes itself once it is closed
-    QPointer<QWidget> focusBeforeLock_;
 };
 
 } // namespace varlo

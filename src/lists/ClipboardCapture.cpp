@@ -30,7 +30,7 @@ QString ClipboardCapture::Tick() {
     QString caption;
     Trapped(session_, u"Main.tmrCaptureEmail"_s, [&] {
         if (TakeText())
-            caption = Caption(lists_.lstEmailList(kPending).Count());
+            caption = Caption(lists_.Pending.Count());
     });
     return caption;
 }
@@ -40,15 +40,8 @@ bool ClipboardCapture::TakeText() {
     clipboard_.Clear(); // so that each copied text is looked at once
     if (text.isEmpty())
         return false;
-    const QString address = CleanTypedAddress(text);
-    const bool isNew = IsNewAddress(session_, address, lists_.lstEmailList(kPending));
-    const bool isValid = IsValidAddress(session_, address, true);
-    if (!isNew || !isValid)
-        return false;
-    lists_.AddPending(u'+' + address);
-    StatusMessage(session_, u"Added ["_s + address + u"] to the pending list"_s);
-    lists_.UpdateControls();
-    return true;
+    return lists_.Pending.Offer({RequestKind::Subscribe, CleanTypedAddress(text),
+                                 RequestOrigin::Clipboard}) == PendingList::Answer::Added;
 }
 
 } // namespace varlo

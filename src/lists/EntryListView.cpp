@@ -12,7 +12,7 @@ EntryListView::EntryListView(ListStore &lists, int box, const QString &accessibl
     : QListView(parent) {
     setObjectName(u"lstEmailList_"_s + QString::number(box));
     setAccessibleName(accessibleName);
-    setModel(&lists.lstEmailList(box));
+    setModel(&lists.Box(box).Model());
     QItemSelectionModel *ownSelection = selectionModel();
     setSelectionModel(&lists.Selection(box));
     delete ownSelection;

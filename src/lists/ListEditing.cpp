@@ -13,34 +13,6 @@
 
 namespace varlo {
 
-namespace {
-
-int OtherCurrentBox(int box) {
-    return box == kChronological ? kAlphabetical : kChronological;
-}
-
-QHash<QString, int> CountTexts(const QStringList &entries) {
-    QHash<QString, int> counts;
-    for (const QString &entry : entries)
-        ++counts[entry];
-    return counts;
-}
-
-// The rows of `model`, from the top, that match `entries` to the letter, each entry as often as it is given.
-QList<int> MatchingRows(const EntryListModel &model, const QStringList &entries) {
-    QHash<QString, int> wanted = CountTexts(entries);
-    const QStringList all = model.Entries();
-    QList<int> rows;
-    for (qsizetype i = 0; i < all.size(); ++i) {
-        const auto found = wanted.find(all[i]);
-        if (found != wanted.end() && (*found)-- > 0)
-            rows.append(static_cast<int>(i));
-    }
-    return rows;
-}
-
-} // namespace
-
 void ListEditing::EditSelected(int box) {
     Trapped(session_, u"Main.cmdListEdit"_s, [&] {
         // The boxes that ask let events run; persistent indexes follow their entries meanwhile.
@@ -51,52 +23,42 @@ void ListEditing::EditSelected(int box) {
             if (index.isValid() && !EditOne(box, index))
                 break;
     });
-    lists_.UpdateControls();
 }
 
 bool ListEditing::EditOne(int box, const QPersistentModelIndex &index) {
     const EntryListModel &model = lists_.lstEmailList(box);
-    const QString old = model.Entry(index.row());
-    const QString sign = box == kPending ? old.left(1) : QString();
-    const QString answer = session_.Boxes.InputBox(u"Please enter the amended e-mail address:"_s,
-                                                   u"Edit e-mail address"_s, old.mid(sign.size()));
+    const QString old =
+        box == kPending ? lists_.Pending.Request(index.row()).Address : model.Entry(index.row());
+    const QString answer =
+        session_.Boxes.InputBox(u"Please enter the amended e-mail address:"_s, u"Edit e-mail address"_s, old);
     if (answer.isEmpty())
         return false;
     if (IsNewAddress(session_, answer, model) && IsValidAddress(session_, answer, false) && index.isValid())
-        ReplaceEntry(box, index.row(), sign + answer);
+        ReplaceAddress(box, index.row(), answer);
     return true;
 }
 
-void ListEditing::ReplaceEntry(int box, int row, const QString &entry) {
-    EntryListModel &model = lists_.lstEmailList(box);
-    const QString old = model.Entry(row);
-    const int newRow = model.Replace(row, entry);
-    lists_.Selection(box).select(model.index(newRow), QItemSelectionModel::Select);
-    if (box == kPending)
+void ListEditing::ReplaceAddress(int box, int row, const QString &address) {
+    if (box == kPending) {
+        PendingRequest request = lists_.Pending.Request(row);
+        request.Address = address;
+        lists_.Pending.Replace(row, request);
         return;
-    EntryListModel &other = lists_.lstEmailList(OtherCurrentBox(box));
-    if (const int otherRow = other.FindExact(old); otherRow >= 0)
-        other.Replace(otherRow, entry);
-    lists_.MarkUnsaved();
+    }
+    const int newRow = lists_.Open.Replace(box, row, address);
+    lists_.Selection(box).select(lists_.lstEmailList(box).index(newRow), QItemSelectionModel::Select);
 }
 
 void ListEditing::DeleteSelected(int box) {
     Trapped(session_, u"Main.cmdListDelete"_s, [&] {
         const QStringList entries = lists_.SelectedEntries(box);
-        lists_.lstEmailList(box).RemoveRows(lists_.SelectedRows(box));
-        if (box != kPending && !entries.isEmpty()) {
-            RemoveFromOtherBox(box, entries);
-            lists_.MarkUnsaved();
-        }
+        if (box == kPending)
+            lists_.Pending.RemoveRows(lists_.SelectedRows(box));
+        else
+            lists_.Open.RemoveRows(box, lists_.SelectedRows(box));
         for (const QString &entry : entries)
             StatusMessage(session_, u"Deleted ["_s + entry + u"]"_s);
     });
-    lists_.UpdateControls();
-}
-
-void ListEditing::RemoveFromOtherBox(int box, const QStringList &entries) {
-    EntryListModel &other = lists_.lstEmailList(OtherCurrentBox(box));
-    other.RemoveRows(MatchingRows(other, entries));
 }
 
 void ListEditing::Search() {
@@ -119,7 +81,6 @@ void ListEditing::Search() {
         StatusMessage(session_, u"Search returned "_s + QString::number(matches.size()) +
                                     u" matches for ["_s + text + u"]"_s);
     });
-    lists_.UpdateControls();
 }
 
 bool ListEditing::ChangeSortOrder(int order) {
@@ -139,26 +100,18 @@ bool ListEditing::ChangeSortOrder(int order) {
         const QStringList carried = tooMany ? QStringList() : lists_.SelectedEntries(from);
         if (from != to || tooMany) {
             lists_.Selection(from).clearSelection();
-            lists_.SelectRows(to, MatchingRows(lists_.lstEmailList(to), carried));
+            lists_.SelectRows(to, lists_.lstEmailList(to).RowsOf(carried));
         }
-        session_.Prefs.ListSortBy = order;
+        lists_.Open.SetSortOrder(order);
         StatusMessage(session_, order == 1 ? u"E-mail addresses sorted by alphabetical order"_s
                                            : u"E-mail addresses sorted by chronological order"_s);
     });
-    lists_.UpdateControls();
     return true;
 }
 
 void ListEditing::SwapSigns() {
-    EntryListModel &pending = lists_.lstEmailList(kPending);
-    for (int row : lists_.SelectedRows(kPending)) {
-        const QString entry = pending.Entry(row);
-        if (entry.startsWith(u'+'))
-            pending.Replace(row, u'-' + entry.mid(1));
-        else if (entry.startsWith(u'-'))
-            pending.Replace(row, u'+' + entry.mid(1));
-    }
-    lists_.UpdateControls();
+    for (int row : lists_.SelectedRows(kPending))
+        lists_.Pending.Replace(row, lists_.Pending.Request(row).Reversed());
 }
 
 void ListEditing::SelectAll(int box) {
@@ -172,7 +125,6 @@ void ListEditing::SelectNone(int box) {
     lists_.Selection(box).clearSelection();
     Trapped(session_, u"Main.mnuListsDeSelAll"_s,
             [&] { StatusMessage(session_, u"Cleared address selections"_s); });
-    lists_.UpdateControls();
 }
 
 void ListEditing::ReportSelection(int box) {
@@ -181,32 +133,26 @@ void ListEditing::ReportSelection(int box) {
         StatusMessage(session_, u"Selected "_s + QString::number(count) +
                                     (count == 1 ? u" address"_s : u" addresses"_s));
     });
-    lists_.UpdateControls();
 }
 
 void ListEditing::CurrentToPending(Transfer transfer) {
     const bool copied = Trapped(session_, u"Main.mnuListsCurrentCopy"_s, [&] {
-        QStringList entries = lists_.SelectedEntries(lists_.VisibleBox());
-        for (QString &entry : entries)
-            entry.prepend(u'+');
-        lists_.lstEmailList(kPending).AddAll(entries);
+        lists_.Pending.AddAll(RequestKind::Subscribe, lists_.SelectedEntries(lists_.VisibleBox()));
     });
     if (copied && transfer == Transfer::Move)
         DeleteSelected(lists_.VisibleBox());
-    lists_.UpdateControls();
 }
 
 void ListEditing::PendingToCurrent(Transfer transfer) {
     const bool copied = Trapped(session_, u"Main.mnuListsPendingCopy"_s, [&] {
-        QStringList entries = lists_.SelectedEntries(kPending);
-        for (QString &entry : entries)
-            entry.remove(0, 1);
+        QStringList addresses;
+        for (int row : lists_.SelectedRows(kPending))
+            addresses.append(lists_.Pending.Request(row).Address);
         const SelectionPause pause(lists_, lists_.VisibleBox());
-        lists_.lstEmailList(lists_.VisibleBox()).AddAll(entries);
+        lists_.Open.AddToVisibleOnly(addresses);
     });
     if (copied && transfer == Transfer::Move)
         DeleteSelected(kPending);
-    lists_.UpdateControls();
 }
 
 } // namespace varlo

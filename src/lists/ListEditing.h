@@ -10,8 +10,7 @@ namespace varlo {
 
 class ListStore;
 
-// Every routine works on the selected entries of one list, reports on the status line and lets the controls
-// follow. `box` is the visible Current box or the Pending box. Failures are reported under the label of the
+// Every routine works on the selected entries of one list, and reports on the status line. `box` is the visible Current box or the Pending box. Failures are reported under the label of the
 // routine's control.
 class ListEditing {
 public:
@@ -48,8 +47,7 @@ public:
 private:
     // False when the round is over.
     bool EditOne(int box, const QPersistentModelIndex &index);
-    void ReplaceEntry(int box, int row, const QString &entry);
-    void RemoveFromOtherBox(int box, const QStringList &entries);
+    void ReplaceAddress(int box, int row, const QString &address);
 
     Session &session_;
     ListStore &lists_;

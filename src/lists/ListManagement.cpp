@@ -2,12 +2,18 @@
 
 #include "core/Literals.h"
 #include "core/Reporting.h"
-#include "core/TextFile.h"
 #include "core/modPublic.h"
-#include "lists/ListFile.h"
-#include "lists/ListStore.h"
+#include "lists/ListLibrary.h"
+#include "lists/OpenList.h"
 
 namespace varlo {
+
+bool HasList(Session &session, const QString &name) {
+    if (name.isEmpty())
+        session.Boxes.MsgBox(u"Please create or choose a mailing list first."_s, BoxButtons::Ok,
+                             BoxIcon::Exclamation);
+    return !name.isEmpty();
+}
 
 std::optional<QString> CreateList(Session &session) {
     const QString name = StripChars(
@@ -15,11 +21,11 @@ std::optional<QString> CreateList(Session &session) {
         kForbiddenInNames);
     if (name.isEmpty())
         return std::nullopt;
-    Trapped(session, u"Main.cmdFileNew"_s, [&] { ListFile::Write(session, name, {}); });
+    Trapped(session, u"Main.cmdFileNew"_s, [&] { ListLibrary::Create(session, name); });
     return name;
 }
 
-std::optional<QString> RenameList(Session &session, ListStore &lists, const QString &current) {
+std::optional<QString> RenameList(Session &session, OpenList &lists, const QString &current) {
     if (!lists.PromptSaveList())
         return std::nullopt;
     const QString name =
@@ -28,12 +34,11 @@ std::optional<QString> RenameList(Session &session, ListStore &lists, const QStr
                    kForbiddenInNames);
     if (name.isEmpty() || name == current)
         return std::nullopt;
-    const bool renamed = Trapped(session, u"Main.cmdFileRename"_s, [&] {
-        RenamePath(ListFile::Path(session, current), ListFile::Path(session, name));
-    });
+    const bool renamed =
+        Trapped(session, u"Main.cmdFileRename"_s, [&] { ListLibrary::Rename(session, current, name); });
     if (!renamed)
         return std::nullopt;
-    lists.CurrentListName = name; // changes that are still unsaved belong to the file under its new name
+    lists.Rename(name);
     return name;
 }
 
@@ -42,7 +47,7 @@ bool DeleteList(Session &session, const QString &name) {
     if (session.Boxes.MsgBox(question, BoxButtons::YesNo, BoxIcon::Question, u"Confirm Delete"_s) !=
         BoxAnswer::Yes)
         return false;
-    return Trapped(session, u"Main.cmdFileDelete"_s, [&] { DeleteFile(ListFile::Path(session, name)); });
+    return Trapped(session, u"Main.cmdFileDelete"_s, [&] { ListLibrary::Delete(session, name); });
 }
 
 } // namespace varlo

@@ -6,14 +6,13 @@
 #include "core/Reporting.h"
 #include "core/WordWrap.h"
 #include "lists/AddressRules.h"
+#include "lists/ListManagement.h"
 #include "lists/ListStore.h"
 #include "lists/SelectionPause.h"
 #include "smtp/SMTP.h"
 
 #include <QCoreApplication>
 #include <QScopeGuard>
-
-#include <numeric>
 
 namespace varlo {
 
@@ -40,7 +39,7 @@ void PendingProcessing::ConnectMailer() {
 }
 
 void PendingProcessing::Run() {
-    if (running_ || lists_.IsLoading() || !HasOpenList())
+    if (running_ || lists_.Open.IsLoading() || !HasOpenList())
         return;
     running_ = true;
     Q_EMIT RunningChanged(true);
@@ -48,7 +47,6 @@ void PendingProcessing::Run() {
         SMTP_.reset();
         running_ = false;
         Q_EMIT RunningChanged(false);
-        lists_.UpdateControls();
     });
     const SelectionPause chronological(lists_, kChronological);
     const SelectionPause alphabetical(lists_, kAlphabetical);
@@ -57,11 +55,7 @@ void PendingProcessing::Run() {
 
 // Without a list the requests would be applied to nothing and be gone.
 bool PendingProcessing::HasOpenList() {
-    if (!lists_.CurrentListName.isEmpty())
-        return true;
-    session_.Boxes.MsgBox(u"Please create or choose a mailing list first."_s, BoxButtons::Ok,
-                          BoxIcon::Exclamation);
-    return false;
+    return HasList(session_, lists_.Open.Name());
 }
 
 void PendingProcessing::ProcessAll() {
@@ -81,47 +75,31 @@ void PendingProcessing::ProcessAll() {
         WriteLog(session_, u"PendingLog.txt"_s, entries[i]);
     }
     StatusMessage(session_, u"Pending list processing complete ("_s + ActivityText(added_, removed_) + u')');
-    QList<int> processed(entries.size());
-    std::iota(processed.begin(), processed.end(), 0);
-    lists_.lstEmailList(kPending).RemoveRows(processed);
+    lists_.Pending.RemoveFirst(entries.size());
 }
 
 void PendingProcessing::ProcessEntry(const QString &entry, const QString &progress) {
     const Preferences &prefs = session_.Prefs;
-    const QString address = entry.mid(1);
-    if (entry.startsWith(u'+') && Subscribe(address))
-        Notify(address, {prefs.SubSubject, prefs.SubBody}, progress);
-    else if (entry.startsWith(u'-') && Unsubscribe(address))
-        Notify(address, {prefs.UnsubSubject, prefs.UnsubBody}, progress);
+    const PendingRequest request = PendingRequest::FromEntry(entry);
+    if (request.Kind == RequestKind::Subscribe && Subscribe(request.Address))
+        Notify(request.Address, {prefs.SubSubject, prefs.SubBody}, progress);
+    else if (request.Kind == RequestKind::Unsubscribe && Unsubscribe(request.Address))
+        Notify(request.Address, {prefs.UnsubSubject, prefs.UnsubBody}, progress);
 }
 
 bool PendingProcessing::Subscribe(const QString &address) {
     if (!IsNewAddress(session_, address, lists_.lstEmailList(kChronological)))
         return false;
-    // Both boxes or none: a full alphabetical box must not leave the two with different entries.
-    if (lists_.lstEmailList(kAlphabetical).Count() >= EntryListModel::kMostEntries)
-        throw RuntimeError(Overflow);
-    lists_.lstEmailList(kChronological).Add(address);
-    lists_.lstEmailList(kAlphabetical).Add(address);
+    lists_.Open.Add(address);
     added_ = To16Bit(added_ + 1);
-    lists_.MarkUnsaved();
     return true;
 }
 
 bool PendingProcessing::Unsubscribe(const QString &address) {
-    const auto removeFirst = [&](int box) {
-        const int row = lists_.lstEmailList(box).FindFirst(address);
-        if (row >= 0)
-            lists_.lstEmailList(box).Remove(row);
-        return row >= 0;
-    };
-    const bool found = removeFirst(kChronological);
-    if (found) {
-        removed_ = To16Bit(removed_ + 1);
-        lists_.MarkUnsaved();
-    }
-    removeFirst(kAlphabetical); // whether or not it was found above: the two may differ
-    return found;
+    if (!lists_.Open.Remove(address))
+        return false;
+    removed_ = To16Bit(removed_ + 1);
+    return true;
 }
 
 void PendingProcessing::Notify(const QString &address, const Notification &mail, const QString &progress) {

@@ -102,7 +102,7 @@ TEST_F(EntryListViewTest, TheRightButtonOnASelectionKeepsIt) {
 }
 
 TEST_F(EntryListViewTest, TheRightButtonOnAnEmptyListIsHarmless) {
-    lists.lstEmailList(kPending).SetEntries({});
+    lists.Box(kPending).Model().SetEntries({});
     QTest::mouseClick(view.viewport(), Qt::RightButton, Qt::NoModifier, QPoint(5, 5));
     QContextMenuEvent key(QContextMenuEvent::Keyboard, QPoint(5, 5), QPoint(50, 60));
     QApplication::sendEvent(&view, &key);
@@ -111,7 +111,7 @@ TEST_F(EntryListViewTest, TheRightButtonOnAnEmptyListIsHarmless) {
 }
 
 TEST_F(EntryListViewTest, MarkupIsShownAsItStands) {
-    lists.lstEmailList(kPending).SetEntries({u"aa"_s, u"<b>aa</b>"_s});
+    lists.Box(kPending).Model().SetEntries({u"aa"_s, u"<b>aa</b>"_s});
     view.setUniformItemSizes(false);
     EXPECT_EQ(view.model()->index(1, 0).data().toString(), u"<b>aa</b>"_s);
     const auto width = [this](int row) { return view.sizeHintForIndex(view.model()->index(row, 0)).width(); };
@@ -123,7 +123,7 @@ TEST_F(EntryListViewTest, MarkupIsShownAsItStands) {
 }
 
 TEST_F(EntryListViewTest, ShowsTheEndOfTheMostEntries) {
-    lists.lstEmailList(kPending).SetEntries(test::Addresses(EntryListModel::kMostEntries));
+    lists.Box(kPending).Model().SetEntries(test::Addresses(EntryListModel::kMostEntries));
     view.scrollToBottom();
     const QModelIndex last = view.indexAt(QPoint(5, view.viewport()->height() - 25));
     EXPECT_GE(last.row(), EntryListModel::kMostEntries - 3);

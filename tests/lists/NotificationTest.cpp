@@ -158,7 +158,7 @@ TEST_F(NotificationTest, TheChangeIsMadeBeforeItIsToldAndLoggedAfterwards) {
 
 TEST_F(NotificationTest, RequestsThatArriveWhileAMailIsSentStayPending) {
     onSend = [this](FakeSmtp &) {
-        lists.AddPending(u"+late@x.test"_s);
+        lists.Pending.Offer(PendingRequest::FromEntry(u"+late@x.test"_s, RequestOrigin::FailedDelivery));
         return true;
     };
     Process(Words("+aa@x.test -bb@x.test"));
@@ -168,7 +168,9 @@ TEST_F(NotificationTest, RequestsThatArriveWhileAMailIsSentStayPending) {
 }
 
 TEST_F(NotificationTest, RequestsThatArriveAtTheYieldStayPending) {
-    QTimer::singleShot(0, &lists, [this] { lists.AddPending(u"+late@x.test"_s); });
+    QTimer::singleShot(0, &lists.Open, [this] {
+        lists.Pending.Offer(PendingRequest::FromEntry(u"+late@x.test"_s, RequestOrigin::FailedDelivery));
+    });
     Process(Words("+aa@x.test"));
     EXPECT_EQ(Pending(), Words("+late@x.test"));
 }
@@ -210,7 +212,7 @@ TEST_F(NotificationTest, WhenTheProgramClosesTheRunEndsAndAllRequestsStay) {
 }
 
 TEST_F(NotificationTest, WhenTheProgramClosesAtTheYieldNoMailIsSent) {
-    QTimer::singleShot(0, &lists, [this] { session.AppExiting = true; });
+    QTimer::singleShot(0, &lists.Open, [this] { session.AppExiting = true; });
     Process(Words("+aa@x.test"));
     EXPECT_EQ(Recipients(), QStringList());
 }

@@ -1,4 +1,4 @@
-#include "lists/ListFile.h"
+#include "lists/ListLibrary.h"
 
 #include "core/Literals.h"
 #include "core/ProfileLayout.h"
@@ -9,7 +9,7 @@
 #include <QDir>
 #include <QFileInfo>
 
-namespace varlo::ListFile {
+namespace varlo::ListLibrary {
 
 namespace {
 
@@ -60,9 +60,21 @@ QString KeepBackup(const Session &session, const QString &name) {
     return QFileInfo(backup).fileName();
 }
 
+void Create(const Session &session, const QString &name) {
+    Write(session, name, {});
+}
+
+void Rename(const Session &session, const QString &oldName, const QString &newName) {
+    RenamePath(Path(session, oldName), Path(session, newName));
+}
+
+void Delete(const Session &session, const QString &name) {
+    DeleteFile(Path(session, name));
+}
+
 void EnsureListFile(const QString &path) {
     if (!PathExists(path))
         WriteFile(path, {});
 }
 
-} // namespace varlo::ListFile
+} // namespace varlo::ListLibrary
