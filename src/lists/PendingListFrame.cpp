@@ -168,12 +168,16 @@ void PendingListFrame::cmdCapture_Click() {
         tmrCaptureEmail->start();
         return;
     }
+    EndCapture();
+    if (Bypass())
+        ProcessPendingList();
+}
+
+void PendingListFrame::EndCapture() {
     cmdCapture->setText(u"Cli&pboard"_s);
     Q_EMIT CaptionWanted(QString());
     capture_.End();
     tmrCaptureEmail->stop();
-    if (Bypass())
-        ProcessPendingList();
 }
 
 void PendingListFrame::tmrCaptureEmail_Timer() {
@@ -190,6 +194,8 @@ void PendingListFrame::UpdateTypedAddress() {
 void PendingListFrame::UpdateControls(bool hasOpenList) {
     const bool hasEntries = lists_.Pending.Count() > 0;
     const bool hasSelection = lists_.SelectedCount(kPending) > 0;
+    if (!hasOpenList && IsCapturing())
+        EndCapture(); // its button cannot be pressed any more
     for (QWidget *control :
          std::initializer_list<QWidget *>{txtAddEmail, cmdAutoAdd, cmdCapture, chkInstantAdd})
         control->setEnabled(hasOpenList);

@@ -49,6 +49,7 @@ private:
     void UpdateTypedAddress();
     void txtAddEmail_Change();
     void cmdCapture_Click();
+    void EndCapture();
     void tmrCaptureEmail_Timer();
 
     Session &session_;

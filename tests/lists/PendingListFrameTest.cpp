@@ -267,6 +267,21 @@ TEST_F(PendingListFrameTest, WithBypassTheEndOfCaptureProcessesAll) {
     EXPECT_EQ(Current(), Words("mm@x.test aa@x.test bb@x.test"));
 }
 
+TEST_F(PendingListFrameTest, CaptureEndsWithTheLastList) {
+    OpenLists({{u"news"_s, Words("aa@x.test")}});
+    Click("cmdCapture");
+    ASSERT_TRUE(pending.IsCapturing());
+    const QSignalSpy wanted(&pending, &PendingListFrame::CaptionWanted);
+    TakeStatus();
+    profile.Boxes.Answers = {BoxAnswer::Yes};
+    Click("cmdFileDelete");
+    EXPECT_FALSE(pending.IsCapturing());
+    EXPECT_EQ(Wording("cmdCapture").first, u"Clipboard"_s);
+    EXPECT_EQ(TakeStatus().last(), u"E-mail address capture off"_s);
+    ASSERT_EQ(wanted.count(), 1);
+    EXPECT_EQ(wanted[0][0].toString(), QString());
+}
+
 TEST_F(PendingListFrameTest, TheRightButtonAsksForTheMenu) {
     AddPending(Words("+aa@x.test"));
     const QSignalSpy wanted(&pending, &PendingListFrame::ContextMenuWanted);
