@@ -27,21 +27,17 @@ void ClipboardCapture::End() {
 }
 
 QString ClipboardCapture::Tick() {
-    QString caption;
-    Trapped(session_, u"Main.tmrCaptureEmail"_s, [&] {
-        if (TakeText())
-            caption = Caption(lists_.Pending.Count());
-    });
-    return caption;
+    const int before = lists_.Pending.Count();
+    Trapped(session_, u"Main.tmrCaptureEmail"_s, [this] { TakeText(); });
+    const int after = lists_.Pending.Count(); // it may have been taken, though that could not be logged
+    return after == before ? QString() : Caption(after);
 }
 
-bool ClipboardCapture::TakeText() {
+void ClipboardCapture::TakeText() {
     const QString text = clipboard_.Text();
     clipboard_.Clear(); // so that each copied text is looked at once
-    if (text.isEmpty())
-        return false;
-    return lists_.Pending.Offer({RequestKind::Subscribe, CleanTypedAddress(text),
-                                 RequestOrigin::Clipboard}) == PendingList::Answer::Added;
+    if (!text.isEmpty())
+        lists_.Pending.Offer({RequestKind::Subscribe, CleanTypedAddress(text), RequestOrigin::Clipboard});
 }
 
 } // namespace varlo
