@@ -146,9 +146,8 @@ void frmMain::OpenLastList(ErrorTrap &trap) {
     const auto count = page_->Current().ListNames().size();
     if (count > 0)
         page_->Current().ChooseList(last >= 0 && last < count ? last : 0);
-    trap([&] { session_.Prefs.ListSortBy = ReadNumber(session_.INI, Keys::ListSortBy); });
-    if (count > 0)
-        page_->ShowSortOrder();
+    // Without a list too: the first one that is made is shown in this order.
+    trap([&] { page_->Lists().Open.SetSortOrder(ReadNumber(session_.INI, Keys::ListSortBy)); });
     page_->UpdateControls();
 }
 
