@@ -160,8 +160,7 @@ void CurrentListFrame::cmdFileRename_Click() {
     if (!name)
         return;
     RefreshListNames();
-    ChooseName(*name);
-    lists_.Open.DropChanges();
+    ChooseName(*name); // saved then, unless the operator wanted the changes saved and that failed
 }
 
 void CurrentListFrame::cmdFileDelete_Click() {

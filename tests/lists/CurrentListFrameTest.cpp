@@ -296,6 +296,20 @@ TEST_F(CurrentListFrameTest, RenameWithChangesThatAreNotWantedLoadsTheFile) {
     EXPECT_EQ(ListFolder(), Words("other.vlo zz.vlo"));
 }
 
+TEST_F(CurrentListFrameTest, ARenameWhoseWantedSaveFailsStaysUnsaved) {
+    OpenUnsaved();
+    session.Prefs.LogStatus = 0;
+    Answer({BoxAnswer::No, BoxAnswer::Yes});
+    Input(u"zz"_s);
+    {
+        const test::FullDisk disk(2);
+        Click("cmdFileRename");
+    }
+    ExpectOpen(u"zz"_s, Words("bb@x.test"));
+    EXPECT_FALSE(lists.Open.IsSaved());
+    EXPECT_EQ(ReadListFile(u"zz"_s), FileBytes(Words("aa@x.test bb@x.test")));
+}
+
 TEST_F(CurrentListFrameTest, ARenameThatFailsLeavesTheNamesAsTheyWere) {
     OpenLists({{kNews, Words("aa@x.test")}, {kOther, Words("oo@x.test")}});
     WriteListFile(u"unseen"_s, {});
