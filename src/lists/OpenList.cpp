@@ -93,9 +93,12 @@ void OpenList::Fill(const QString &name) {
 }
 
 bool OpenList::Load(const QString &name) {
+    isLeaving_ = true;
+    const auto left = qScopeGuard([this] { isLeaving_ = false; });
     if (!PromptSaveList())
         return false;
-    ErrorTrap trap(session_, u"Main.cmbMList"_s);
+    const QString label = u"Main.cmbMList"_s;
+    ErrorTrap trap(session_, label);
     loading_ = true;
     const auto loaded = qScopeGuard([this] { loading_ = false; });
     SetSaved(true);
@@ -108,22 +111,19 @@ bool OpenList::Load(const QString &name) {
     trap([&] { Fill(name); });
     name_ = name;
     trap([&] { StatusMessage(session_, u"Loaded ["_s + name + u"]"_s); });
+    TellKept(label);
     return true;
 }
 
 bool OpenList::WriteList(const QString &name) {
     ErrorTrap trap(session_, u"Main.WriteList"_s);
-    QString backup;
-    const bool written = trap([&] {
+    return trap([&] {
         if (partlyLoaded_ && name == name_) {
-            backup = ListLibrary::KeepBackup(session_, name);
+            keptAs_ = ListLibrary::KeepBackup(session_, name);
             partlyLoaded_ = false;
         }
         ListLibrary::Write(session_, name, Box(kChronological).Model().Entries());
     });
-    if (!backup.isEmpty())
-        trap([&] { StatusMessage(session_, u"Kept the old file as ["_s + backup + u"]"_s); });
-    return written;
 }
 
 bool OpenList::Save(const QString &name, const QString &label) {
@@ -132,8 +132,18 @@ bool OpenList::Save(const QString &name, const QString &label) {
     SetSaved(true);
     // The list is saved, whether or not the log takes the line.
     Trapped(session_, label, [&] { StatusMessage(session_, u"Saved ["_s + name + u"]"_s); });
+    if (!isLeaving_) // else the lines of the next list follow
+        TellKept(label);
     Q_EMIT Saved(name);
     return true;
+}
+
+// As the last line of all, so that it can be read.
+void OpenList::TellKept(const QString &label) {
+    const QString kept = std::exchange(keptAs_, {});
+    if (!kept.isEmpty())
+        Trapped(session_, label,
+                [&] { StatusMessage(session_, u"Kept the old file as ["_s + kept + u"]"_s); });
 }
 
 bool OpenList::PromptSaveList() {

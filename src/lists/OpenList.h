@@ -72,6 +72,7 @@ private:
     ListBox &Other(int box) { return Box(box == kChronological ? kAlphabetical : kChronological); }
     void Fill(const QString &name);
     void SetSaved(bool saved);
+    void TellKept(const QString &label);
     void MarkUnsaved();
 
     Session &session_;
@@ -80,7 +81,9 @@ private:
     QString name_;
     bool saved_ = true;
     bool loading_ = false;
+    bool isLeaving_ = false; // Load asks about the list that is left, or loads the next one
     bool partlyLoaded_ = false; // the list's file holds more than the boxes
+    QString keptAs_;            // its backup, as long as that is not told
 };
 
 } // namespace varlo

@@ -156,8 +156,8 @@ TEST_F(ListStoreTroubleTest, OneLineTooManyIsReportedAndTheRestIsLoaded) {
 TEST_F(ListStoreTroubleTest, TheFirstSaveOfATooLongListKeepsItsOldFile) {
     const QByteArray old = FileBytes(Addresses(kMost + 1));
     LoadTooLong(old);
-    EXPECT_TRUE(lists.Open.WriteList(kNews));
-    EXPECT_EQ(TakeStatus(), QStringList(u"Kept the old file as [news.vlo.bak]"_s));
+    EXPECT_TRUE(lists.Open.Save(kNews, u"Main.cmdFileSave"_s));
+    EXPECT_EQ(TakeStatus(), (QStringList{u"Saved [news]"_s, u"Kept the old file as [news.vlo.bak]"_s}));
     EXPECT_EQ(profile.Read(u"lists/news.vlo.bak"_s), old);
     EXPECT_EQ(ReadListFile(kNews), FileBytes(Addresses(kMost)));
     EXPECT_TRUE(lists.Open.WriteList(kNews));
@@ -165,14 +165,24 @@ TEST_F(ListStoreTroubleTest, TheFirstSaveOfATooLongListKeepsItsOldFile) {
     EXPECT_EQ(ListFolder(), Words("news.vlo news.vlo.bak"));
 }
 
+TEST_F(ListStoreTroubleTest, ASwitchTellsLastThatItKeptTheOldFile) {
+    WriteListFile(kOther, {});
+    LoadTooLong(FileBytes(Addresses(kMost + 1)));
+    lists.Open.Remove(Addresses(1).first());
+    profile.Boxes.Answers = {BoxAnswer::Yes};
+    EXPECT_TRUE(lists.Open.Load(kOther));
+    EXPECT_EQ(TakeStatus(), (QStringList{u"Saved [news]"_s, u"Loading [other]..."_s, u"Loaded [other]"_s,
+                                         u"Kept the old file as [news.vlo.bak]"_s}));
+}
+
 TEST_F(ListStoreTroubleTest, ASecondTooLongListDoesNotReplaceTheFirstOnesBackup) {
     const QByteArray first = FileBytes(Addresses(kMost + 1, u"first"_s));
     const QByteArray second = FileBytes(Addresses(kMost + 2, u"second"_s));
     LoadTooLong(first);
-    EXPECT_TRUE(lists.Open.WriteList(kNews));
+    EXPECT_TRUE(lists.Open.Save(kNews, u"Main.cmdFileSave"_s));
     LoadTooLong(second);
-    EXPECT_TRUE(lists.Open.WriteList(kNews));
-    EXPECT_EQ(TakeStatus(), QStringList(u"Kept the old file as [news.vlo.bak2]"_s));
+    EXPECT_TRUE(lists.Open.Save(kNews, u"Main.cmdFileSave"_s));
+    EXPECT_EQ(TakeStatus().last(), u"Kept the old file as [news.vlo.bak2]"_s);
     EXPECT_EQ(profile.Read(u"lists/news.vlo.bak"_s), first);
     EXPECT_EQ(profile.Read(u"lists/news.vlo.bak2"_s), second);
 }
@@ -203,10 +213,10 @@ TEST_F(ListStoreTroubleTest, WithoutRoomForTheBackupATooLongListStaysAsItWas) {
 TEST_F(ListStoreTroubleTest, AStatusLogThatCannotBeWrittenStopsNoSaveOfATooLongList) {
     LoadTooLong(FileBytes(Addresses(kMost + 1)));
     BlockLog(u"StatusLog.txt"_s);
-    EXPECT_TRUE(lists.Open.WriteList(kNews));
+    EXPECT_TRUE(lists.Open.Save(kNews, u"Main.cmdFileSave"_s));
     EXPECT_EQ(ReadListFile(kNews), FileBytes(Addresses(kMost)));
     EXPECT_EQ(ListFolder(), Words("news.vlo news.vlo.bak"));
-    EXPECT_EQ(Errors().last(), u"70 in Main.WriteList - Permission denied"_s);
+    EXPECT_EQ(Errors().last(), u"70 in Main.cmdFileSave - Permission denied"_s);
 }
 
 } // namespace
