@@ -176,7 +176,7 @@ PendingDoor frmMain::MakePendingDoor() {
             },
         .SelectLast = [this] { page_->Lists().Pending.SelectLast(); },
         .Bypass = [this] { return page_->Pending().Bypass(); },
-        .ProcessPending = [this] { page_->Processing().Run(); },
+        .ProcessPending = [this] { page_->ProcessWhenFree(); },
     };
 }
 

@@ -144,6 +144,7 @@ bool CurrentListFrame::Save() {
 }
 
 void CurrentListFrame::cmdFileNew_Click() {
+    const OpenList::Hold hold(lists_.Open);
     const auto name = CreateList(session_);
     if (!name)
         return;
@@ -156,6 +157,7 @@ void CurrentListFrame::cmdFileNew_Click() {
 }
 
 void CurrentListFrame::cmdFileRename_Click() {
+    const OpenList::Hold hold(lists_.Open);
     const auto name = RenameList(session_, lists_.Open, ChosenName());
     if (!name)
         return;
@@ -164,6 +166,7 @@ void CurrentListFrame::cmdFileRename_Click() {
 }
 
 void CurrentListFrame::cmdFileDelete_Click() {
+    const OpenList::Hold hold(lists_.Open);
     const QString name = ChosenName();
     if (!HasList(session_, name) || !DeleteList(session_, name))
         return;

@@ -39,6 +39,10 @@ void ListsPage::ConnectControls() {
     connect(&lists_.Open, &OpenList::SortOrderChanged, this, &ListsPage::ShowSortOrder);
     connect(&lists_.Pending, &PendingList::Changed, this, &ListsPage::UpdateControls);
     connect(&processing_, &PendingProcessing::RunningChanged, this, &ListsPage::SetLocked);
+    // Queued: what has ended is still on its way out.
+    connect(&lists_.Open, &OpenList::Released, this, &ListsPage::ProcessIfFree, Qt::QueuedConnection);
+    connect(&processing_, &PendingProcessing::RunningChanged, this, &ListsPage::ProcessIfFree,
+            Qt::QueuedConnection);
     connect(fraPending_, &PendingListFrame::MailCheckWanted, this, &ListsPage::MailCheckWanted);
     connect(fraPending_, &PendingListFrame::CaptionWanted, this, &ListsPage::CaptionWanted);
 }
@@ -72,6 +76,18 @@ void ListsPage::SetLocked(bool locked) {
         focusBeforeLock_->setFocus();
 }
 
+void ListsPage::ProcessWhenFree() {
+    isProcessingWanted_ = true;
+    ProcessIfFree();
+}
+
+void ListsPage::ProcessIfFree() {
+    if (processing_.IsRunning() || lists_.Open.IsHeld() || session_.AppExiting)
+        return;
+    if (std::exchange(isProcessingWanted_, false))
+        processing_.Run();
+}
+
 // A failed save keeps the window, so that the operator is asked again.
 bool ListsPage::MayLeaveOpenList() {
     if (lists_.Open.IsSaved())
@@ -89,6 +105,7 @@ bool ListsPage::MayLeaveOpenList() {
 }
 
 bool ListsPage::MayClose() {
+    const OpenList::Hold hold(lists_.Open);
     const QString question = u"There are unprocessed e-mail addresses on the pending list, exit anyway?"_s;
     return MayLeaveOpenList() &&
            (lists_.Pending.Count() == 0 ||

@@ -38,6 +38,11 @@ public:
     // The controls follow the lists. Happens by itself after every change.
     void UpdateControls();
 
+    // Processes the Pending list as its button does, for a mailbox check that the operator does not wait for:
+    // at once, or when the run, the load or the question that is under way has ended. The requests so reach
+    // the list that is open then.
+    void ProcessWhenFree();
+
     // Asks what has to be asked before the lists go. False when the operator keeps the program open.
     bool MayClose();
 
@@ -54,6 +59,7 @@ private:
     void ConnectControls();
     void ConnectMenus();
     void SetLocked(bool locked);
+    void ProcessIfFree();
     bool MayLeaveOpenList();
 
     Session &session_;
@@ -65,6 +71,7 @@ private:
     PendingListFrame *fraPending_;
     ListsMenu *mnuLists_;
     QPointer<QWidget> focusBeforeLock_;
+    bool isProcessingWanted_ = false;
 };
 
 } // namespace varlo

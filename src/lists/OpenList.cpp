@@ -93,6 +93,7 @@ void OpenList::Fill(const QString &name) {
 }
 
 bool OpenList::Load(const QString &name) {
+    const Hold hold(*this);
     isLeaving_ = true;
     const auto left = qScopeGuard([this] { isLeaving_ = false; });
     if (!PromptSaveList())
@@ -149,6 +150,7 @@ void OpenList::TellKept(const QString &label) {
 bool OpenList::PromptSaveList() {
     if (saved_)
         return true;
+    const Hold hold(*this);
     const QString question = u"The changes to list ["_s + name_ + u"] have not been saved, save now?"_s;
     if (session_.Boxes.MsgBox(question, BoxButtons::YesNo, BoxIcon::Question) != BoxAnswer::Yes)
         return true;

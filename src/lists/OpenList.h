@@ -40,6 +40,22 @@ public:
     // such an entry is seen but not saved, a place to try out. Throws RuntimeError 6 after as many as fit.
     void AddToVisibleOnly(const QStringList &entries);
 
+    // Somebody asks or loads, so that another list may be open soon: what can wait waits.
+    class Hold {
+    public:
+        explicit Hold(OpenList &list) : list_(list) { ++list_.holds_; }
+        ~Hold() {
+            if (--list_.holds_ == 0)
+                Q_EMIT list_.Released();
+        }
+        Hold(const Hold &) = delete;
+        Hold &operator=(const Hold &) = delete;
+
+    private:
+        OpenList &list_;
+    };
+    bool IsHeld() const { return holds_ > 0; }
+
     // Opens the list `name`, after asking about unsaved changes of the list that is left. Reports failures as
     // "Main.cmbMList"; the boxes then hold what could be read. False when the operator wanted the old list
     // saved and that failed: nothing is loaded, its changes are still there.
@@ -65,6 +81,8 @@ public:
 
 Q_SIGNALS:
     void Saved(const QString &name);
+    // The last Hold has gone.
+    void Released();
     // The other box is the visible one now.
     void SortOrderChanged();
 
@@ -82,6 +100,7 @@ private:
     bool saved_ = true;
     bool loading_ = false;
     bool isLeaving_ = false; // Load asks about the list that is left, or loads the next one
+    int holds_ = 0;
     bool partlyLoaded_ = false; // the list's file holds more than the boxes
     QString keptAs_;            // its backup, as long as that is not told
 };
