@@ -81,6 +81,9 @@ void CurrentListFrame::ConnectControls() {
             [this] { Q_EMIT SortMenuWanted(cmdListSort->mapToGlobal(QPoint(0, cmdListSort->height()))); });
     connect(new QShortcut(QKeySequence::Save, this), &QShortcut::activated, cmdFileSave, &QPushButton::click);
     connect(new QShortcut(QKeySequence::Find, this), &QShortcut::activated, cmdListFind, &QPushButton::click);
+    for (const bool next : {true, false})
+        connect(new QShortcut(QKeySequence(next ? u"F3"_s : u"Shift+F3"_s), this), &QShortcut::activated,
+                this, [this, next] { editing_.ShowSelected(next); });
     for (EntryListView *view : {chronological_, alphabetical_}) {
         connect(view, &EntryListView::SelectionTouched, this,
                 [this] { editing_.ReportSelection(lists_.VisibleBox()); });

@@ -13,6 +13,14 @@
 
 namespace varlo {
 
+namespace {
+
+QString CountText(int count) {
+    return QString::number(count) + (count == 1 ? u" address"_s : u" addresses"_s);
+}
+
+} // namespace
+
 void ListEditing::EditSelected(int box) {
     Trapped(session_, u"Main.cmdListEdit"_s, [&] {
         // The boxes that ask let events run; persistent indexes follow their entries meanwhile.
@@ -39,14 +47,19 @@ bool ListEditing::EditOne(int box, const QPersistentModelIndex &index) {
 }
 
 void ListEditing::ReplaceAddress(int box, int row, const QString &address) {
+    const QString old = lists_.lstEmailList(box).Entry(row);
+    int newRow = row;
     if (box == kPending) {
         PendingRequest request = lists_.Pending.Request(row);
         request.Address = address;
         lists_.Pending.Replace(row, request);
-        return;
+    } else {
+        newRow = lists_.Open.Replace(box, row, address);
+        lists_.Selection(box).select(lists_.lstEmailList(box).index(newRow), QItemSelectionModel::Select);
     }
-    const int newRow = lists_.Open.Replace(box, row, address);
-    lists_.Selection(box).select(lists_.lstEmailList(box).index(newRow), QItemSelectionModel::Select);
+    MakeCurrent(box, newRow);
+    StatusMessage(session_,
+                  u"Changed ["_s + old + u"] to ["_s + lists_.lstEmailList(box).Entry(newRow) + u']');
 }
 
 void ListEditing::DeleteSelected(int box) {
@@ -64,9 +77,10 @@ void ListEditing::DeleteSelected(int box) {
 void ListEditing::Search() {
     const QString text = session_.Boxes.InputBox(
         u"Please enter the text you want to search for:\r\n(Can be a full or partial address)"_s,
-        u"Find e-mail address"_s);
+        u"Find e-mail address"_s, searched_);
     if (text.isEmpty())
         return;
+    searched_ = text;
     Trapped(session_, u"Main.cmdListFind"_s, [&] {
         StatusMessage(session_, u"Searching for ["_s + text + u"]..."_s);
         QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
@@ -78,9 +92,30 @@ void ListEditing::Search() {
             if (LowerCased(entries[i]).contains(lower))
                 matches.append(static_cast<int>(i));
         lists_.SelectRows(box, matches);
+        if (!matches.isEmpty())
+            MakeCurrent(box, matches.first());
         StatusMessage(session_, u"Search returned "_s + QString::number(matches.size()) +
                                     u" matches for ["_s + text + u"]"_s);
     });
+}
+
+// A view shows its current row.
+void ListEditing::MakeCurrent(int box, int row) {
+    lists_.Selection(box).setCurrentIndex(lists_.lstEmailList(box).index(row), QItemSelectionModel::NoUpdate);
+}
+
+void ListEditing::ShowSelected(bool next) {
+    const int box = lists_.VisibleBox();
+    const QList<int> rows = lists_.SelectedRows(box);
+    if (rows.isEmpty())
+        return;
+    const int current = lists_.Selection(box).currentIndex().row();
+    const auto behind = std::upper_bound(rows.begin(), rows.end(), current);
+    const auto at = std::lower_bound(rows.begin(), rows.end(), current);
+    if (next)
+        MakeCurrent(box, behind == rows.end() ? rows.first() : *behind);
+    else
+        MakeCurrent(box, at == rows.begin() ? rows.last() : *std::prev(at));
 }
 
 bool ListEditing::ChangeSortOrder(int order) {
@@ -110,8 +145,11 @@ bool ListEditing::ChangeSortOrder(int order) {
 }
 
 void ListEditing::SwapSigns() {
-    for (int row : lists_.SelectedRows(kPending))
+    const QList<int> rows = lists_.SelectedRows(kPending);
+    for (int row : rows)
         lists_.Pending.Replace(row, lists_.Pending.Request(row).Reversed());
+    Trapped(session_, u"Main.cmdListSwap"_s,
+            [&] { StatusMessage(session_, u"Reversed "_s + CountText(static_cast<int>(rows.size()))); });
 }
 
 void ListEditing::SelectAll(int box) {
@@ -129,21 +167,29 @@ void ListEditing::SelectNone(int box) {
 
 void ListEditing::ReportSelection(int box) {
     const int count = lists_.SelectedCount(box);
-    Trapped(session_, u"Main.lstEmailList"_s, [&] {
-        StatusMessage(session_, u"Selected "_s + QString::number(count) +
-                                    (count == 1 ? u" address"_s : u" addresses"_s));
-    });
+    Trapped(session_, u"Main.lstEmailList"_s,
+            [&] { StatusMessage(session_, u"Selected "_s + CountText(count)); });
+}
+
+void ListEditing::TellTransfer(Transfer transfer, int count, const QString &target) {
+    const QString done = transfer == Transfer::Move ? u"Moved "_s : u"Copied "_s;
+    Trapped(session_, u"Main.mnuLists"_s,
+            [&] { StatusMessage(session_, done + CountText(count) + u" to the "_s + target + u" list"_s); });
 }
 
 void ListEditing::CurrentToPending(Transfer transfer) {
+    const int count = lists_.SelectedCount(lists_.VisibleBox());
     const bool copied = Trapped(session_, u"Main.mnuListsCurrentCopy"_s, [&] {
         lists_.Pending.AddAll(RequestKind::Subscribe, lists_.SelectedEntries(lists_.VisibleBox()));
     });
     if (copied && transfer == Transfer::Move)
         DeleteSelected(lists_.VisibleBox());
+    if (copied)
+        TellTransfer(transfer, count, u"pending"_s);
 }
 
 void ListEditing::PendingToCurrent(Transfer transfer) {
+    const int count = lists_.SelectedCount(kPending);
     const bool copied = Trapped(session_, u"Main.mnuListsPendingCopy"_s, [&] {
         QStringList addresses;
         for (int row : lists_.SelectedRows(kPending))
@@ -153,6 +199,8 @@ void ListEditing::PendingToCurrent(Transfer transfer) {
     });
     if (copied && transfer == Transfer::Move)
         DeleteSelected(kPending);
+    if (copied)
+        TellTransfer(transfer, count, u"current"_s);
 }
 
 } // namespace varlo

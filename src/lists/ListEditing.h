@@ -22,7 +22,11 @@ public:
     void DeleteSelected(int box);
     // Asks for a text and selects the entries of the visible Current box that contain it. An empty or
     // cancelled box leaves the selection alone.
+    // The text of the last search is offered again; the first match becomes the current row, in view.
     void Search();
+    // Makes the next selected entry of the visible Current box the current row, or the previous one; round
+    // and round.
+    void ShowSelected(bool next);
     // Shows the other order (0 chronological, 1 alphabetical) and carries at most 500 selections over to it.
     // False when the operator kept the order because more would be lost.
     bool ChangeSortOrder(int order);
@@ -47,10 +51,13 @@ public:
 private:
     // False when the round is over.
     bool EditOne(int box, const QPersistentModelIndex &index);
+    void MakeCurrent(int box, int row);
+    void TellTransfer(Transfer transfer, int count, const QString &target);
     void ReplaceAddress(int box, int row, const QString &address);
 
     Session &session_;
     ListStore &lists_;
+    QString searched_;
 };
 
 } // namespace varlo

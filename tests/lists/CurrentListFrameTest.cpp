@@ -451,5 +451,17 @@ TEST_F(CurrentListFrameTest, TheRightButtonAsksForTheMenuOfTheVisibleBox) {
     EXPECT_EQ(wanted.count(), 2);
 }
 
+TEST_F(CurrentListFrameTest, F3ShowsTheNextMatchAndWithShiftThePreviousOne) {
+    OpenLists({{kNews, Words("aa@x.test bb@x.test")}});
+    QApplication::setActiveWindow(&host);
+    Input(u"@x"_s);
+    Click("cmdListFind");
+    EXPECT_EQ(View(kAlphabetical)->currentIndex().row(), 0);
+    QTest::keyClick(&host, Qt::Key_F3);
+    EXPECT_EQ(View(kAlphabetical)->currentIndex().row(), 1);
+    QTest::keyClick(&host, Qt::Key_F3, Qt::ShiftModifier);
+    EXPECT_EQ(View(kAlphabetical)->currentIndex().row(), 0);
+}
+
 } // namespace
 } // namespace varlo

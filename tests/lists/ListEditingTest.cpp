@@ -260,7 +260,7 @@ TEST_F(ListEditingTest, CopyToPendingQueuesSubscriptionsWithoutATest) {
     editing.CurrentToPending(Transfer::Copy);
     EXPECT_EQ(Pending(), Words("+aa@x.test + +aa@x.test +bb@x.test +nobody"));
     EXPECT_EQ(lists.lstEmailList(kChronological).Count(), 4);
-    EXPECT_EQ(TakeStatus(), QStringList());
+    EXPECT_EQ(TakeStatus(), QStringList(u"Copied 4 addresses to the pending list"_s));
     EXPECT_TRUE(lists.Open.IsSaved());
 }
 
@@ -271,7 +271,8 @@ TEST_F(ListEditingTest, MoveToPendingDeletesFromBothViews) {
     editing.CurrentToPending(Transfer::Move);
     EXPECT_EQ(Pending(), Words("+cc@x.test +aa@x.test"));
     ExpectBoth(Words("bb@x.test"), Words("bb@x.test"));
-    EXPECT_EQ(TakeStatus(), (QStringList{u"Deleted [cc@x.test]"_s, u"Deleted [aa@x.test]"_s}));
+    EXPECT_EQ(TakeStatus(), (QStringList{u"Deleted [cc@x.test]"_s, u"Deleted [aa@x.test]"_s,
+                                         u"Moved 2 addresses to the pending list"_s}));
     EXPECT_FALSE(lists.Open.IsSaved());
 }
 
@@ -309,7 +310,8 @@ TEST_F(ListEditingTest, MoveToCurrentDeletesThePendingEntriesAndLeavesTheListSav
     editing.PendingToCurrent(Transfer::Move);
     EXPECT_EQ(Current(), Words("mm@x.test aa@x.test"));
     EXPECT_EQ(Pending(), Words("+bb@x.test"));
-    EXPECT_EQ(TakeStatus(), QStringList(u"Deleted [-aa@x.test]"_s));
+    EXPECT_EQ(TakeStatus(),
+              (QStringList{u"Deleted [-aa@x.test]"_s, u"Moved 1 address to the current list"_s}));
     EXPECT_TRUE(lists.Open.IsSaved());
 }
 

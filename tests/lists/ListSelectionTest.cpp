@@ -242,5 +242,43 @@ TEST_F(ListSelectionTest, AClickTellsTheSelectionOfItsBox) {
     EXPECT_EQ(TakeStatus(), QStringList(u"Selected 1 address"_s));
 }
 
+TEST_F(ListSelectionTest, ASearchShowsItsFirstMatchAndIsOfferedAgain) {
+    Open(Words("aa@x.test bb@y.test cc@y.test"));
+    profile.Boxes.Inputs = {u"@y"_s, QString()};
+    editing.Search();
+    EXPECT_EQ(lists.Selection(kAlphabetical).currentIndex().row(), 1);
+    editing.Search();
+    EXPECT_EQ(profile.Boxes.Asked.back().Default, u"@y"_s);
+}
+
+TEST_F(ListSelectionTest, TheSelectedEntriesAreShownRoundAndRound) {
+    Open(Words("aa@x.test bb@y.test cc@x.test dd@y.test"));
+    editing.ShowSelected(true);
+    EXPECT_FALSE(lists.Selection(kAlphabetical).currentIndex().isValid());
+    lists.SelectRows(kAlphabetical, {1, 3});
+    QList<int> shown;
+    for (const bool next : {true, true, true, false, false}) {
+        editing.ShowSelected(next);
+        shown << lists.Selection(kAlphabetical).currentIndex().row();
+    }
+    EXPECT_EQ(shown, (QList<int>{1, 3, 1, 3, 1}));
+    EXPECT_EQ(lists.SelectedRows(kAlphabetical), (QList<int>{1, 3}));
+}
+
+TEST_F(ListSelectionTest, WhatHasNoLineOfItsOwnTellsWhatItDid) {
+    Open(Words("aa@x.test bb@x.test"));
+    editing.SelectAll(kAlphabetical);
+    editing.CurrentToPending(ListEditing::Transfer::Copy);
+    EXPECT_EQ(TakeStatus().last(), u"Copied 2 addresses to the pending list"_s);
+    lists.SelectRows(kPending, {0});
+    editing.SwapSigns();
+    EXPECT_EQ(TakeStatus().last(), u"Reversed 1 address"_s);
+    profile.Boxes.Inputs = {u"zz@x.test"_s};
+    editing.EditSelected(kPending);
+    EXPECT_EQ(TakeStatus().last(), u"Changed [-aa@x.test] to [-zz@x.test]"_s);
+    editing.PendingToCurrent(ListEditing::Transfer::Move);
+    EXPECT_EQ(TakeStatus().last(), u"Moved 1 address to the current list"_s);
+}
+
 } // namespace
 } // namespace varlo
