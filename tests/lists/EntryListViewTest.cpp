@@ -4,6 +4,7 @@
 #include "lists/ListsFixture.h"
 
 #include <QApplication>
+#include <QClipboard>
 #include <QContextMenuEvent>
 #include <QSignalSpy>
 #include <QTest>
@@ -127,6 +128,22 @@ TEST_F(EntryListViewTest, ShowsTheEndOfTheMostEntries) {
     view.scrollToBottom();
     const QModelIndex last = view.indexAt(QPoint(5, view.viewport()->height() - 25));
     EXPECT_GE(last.row(), EntryListModel::kMostEntries - 3);
+}
+
+TEST_F(EntryListViewTest, CopyTakesTheWholeSelectionOneALine) {
+    QGuiApplication::clipboard()->setText(u"before"_s);
+    QTest::keySequence(&view, QKeySequence::Copy);
+    EXPECT_EQ(QGuiApplication::clipboard()->text(), u"before"_s) << "nothing is selected";
+    lists.SelectRows(kPending, {0, 2});
+    QTest::keySequence(&view, QKeySequence::Copy);
+    EXPECT_EQ(QGuiApplication::clipboard()->text(), u"+aa@x.test\n+cc@x.test"_s);
+}
+
+TEST_F(EntryListViewTest, ARightClickBesideASelectionOfManyKeepsIt) {
+    lists.SelectRows(kPending, {0, 1});
+    const QPoint third = view.visualRect(view.model()->index(2, 0)).center();
+    QTest::mouseClick(view.viewport(), Qt::RightButton, {}, third);
+    EXPECT_EQ(lists.SelectedRows(kPending), (QList<int>{0, 1}));
 }
 
 } // namespace
