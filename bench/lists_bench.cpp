@@ -100,7 +100,7 @@ struct Program {
     QString file;
     ListStore lists{session};
     ListEditing editing{session, lists};
-    PendingProcessing processing{session, lists};
+    PendingProcessing processing{session, lists, nullptr}; // without notifications
 };
 
 // What the main window shows of the lists.

@@ -10,6 +10,7 @@
 #include "core/Literals.h"
 #include "core/Session.h"
 #include "core/TextFile.h"
+#include "smtp/BlockingMailer.h"
 
 #include <QAction>
 #include <QApplication>
@@ -87,13 +88,16 @@ int main(int argc, char **argv) {
     Session session(folder.path(), boxes);
     PrepareProfile(session, arguments[1].toInt(), count);
     OneList host;
-    auto *window = new frmCompose(session, host); // deletes itself when it is closed
+    auto *window = new frmCompose(session, host, [](const MailAccount &account) {
+        return std::make_unique<OSSMTP::BlockingMailer>(account);
+    }); // deletes itself when it is closed
     window->show();
     Compose(*window, arguments.size() > 3 ? arguments[3].toInt() : 1024);
     QCoreApplication::processEvents();
     QElapsedTimer clock;
     clock.start();
-    window->findChild<QAction *>(u"mnuMessageSend"_s)->trigger(); // returns after the summary
+    window->findChild<QAction *>(u"mnuMessageSend"_s)->trigger();
+    QApplication::exec(); // until the window has closed after the summary
     std::printf("%.0f\n", (count - host.Failed) * 1e9 / static_cast<double>(clock.nsecsElapsed()));
     return host.Failed == 0 ? 0 : 1;
 }

@@ -24,8 +24,9 @@
 
 namespace varlo {
 
-frmMain::frmMain(Session &session, QWidget *parent)
-    : QMainWindow(parent), session_(session), page_(new ListsPage(session, this)),
+frmMain::frmMain(Session &session, MakeMailer makeMailer, QWidget *parent)
+    : QMainWindow(parent), session_(session), makeMailer_(std::move(makeMailer)),
+      page_(new ListsPage(session, makeMailer_, this)),
       check_(session, MakePendingDoor(), [this] { mnuMainPreferences_Click(); }),
       console_(std::make_unique<frmConsole>(session)) {
     setObjectName(u"frmMain"_s);
@@ -185,7 +186,7 @@ void frmMain::mnuCompose_Click() {
              .Open.PromptSaveList()) // so that saved lists are composed to; a failed save has been reported
         return;
     if (!compose_)
-        compose_ = new frmCompose(session_, *this);
+        compose_ = new frmCompose(session_, *this, makeMailer_);
     compose_->show();
     compose_->raise();
     compose_->activateWindow();

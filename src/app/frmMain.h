@@ -2,6 +2,7 @@
 #pragma once
 
 #include "compose/ComposeHost.h"
+#include "core/Mailer.h"
 #include "core/Reporting.h"
 #include "core/Session.h"
 #include "pop3/Pop3Check.h"
@@ -22,7 +23,8 @@ class frmMain : public QMainWindow, private ComposeHost {
     Q_OBJECT
 
 public:
-    explicit frmMain(Session &session, QWidget *parent = nullptr);
+    // `makeMailer` makes what messages and notifications are sent with.
+    frmMain(Session &session, MakeMailer makeMailer, QWidget *parent = nullptr);
     ~frmMain() override;
 
     // Prepares the open profile, loads its settings, shows the window and opens the list last used. Each
@@ -60,6 +62,7 @@ private:
     void mnuMainOnTop_Click();
 
     Session &session_;
+    const MakeMailer makeMailer_;
     ListsPage *page_;
     Pop3Check check_;
 

@@ -8,6 +8,7 @@
 #include "core/Product.h"
 #include "core/Reporting.h"
 #include "core/WidgetDialogs.h"
+#include "smtp/BlockingMailer.h"
 
 #include <QApplication>
 
@@ -32,6 +33,10 @@ private:
     varlo::Session *session_ = nullptr;
 };
 
+std::unique_ptr<varlo::Mailer> MakeSmtpMailer(const varlo::MailAccount &account) {
+    return std::make_unique<OSSMTP::BlockingMailer>(account);
+}
+
 int Run(Application &application) {
     varlo::WidgetDialogs boxes;
     const QString executableFolder = QCoreApplication::applicationDirPath();
@@ -46,7 +51,7 @@ int Run(Application &application) {
     std::unique_ptr<varlo::frmMain> mainWindow;
     varlo::frmProfile profiles(session, QCoreApplication::arguments().mid(1));
     QObject::connect(&profiles, &varlo::frmProfile::ProfileOpened, &profiles, [&] {
-        mainWindow = std::make_unique<varlo::frmMain>(session);
+        mainWindow = std::make_unique<varlo::frmMain>(session, MakeSmtpMailer);
         mainWindow->Form_Load();
     });
     profiles.CheckAutoStart();

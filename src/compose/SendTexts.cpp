@@ -5,8 +5,8 @@
 
 namespace varlo {
 
-QString Mailbox(const QString &name, const QString &address) {
-    return u'"' + name + u"\" <"_s + address + u'>';
+QString SendingText(qsizetype index, qsizetype count) {
+    return u"Sending message "_s + QString::number(index + 1) + u'/' + QString::number(count);
 }
 
 // Wanted: the percentage counts against the last index, so that the last recipient is sent to at 100%, while

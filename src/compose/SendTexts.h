@@ -5,8 +5,8 @@
 
 namespace varlo {
 
-// A mailbox as the SMTP component takes it: the name in double quotes, then the address in angle brackets.
-QString Mailbox(const QString &name, const QString &address);
+// "Sending message 3/250": the recipient at `index` (from 0) has his turn.
+QString SendingText(qsizetype index, qsizetype count);
 
 // How much of `count` recipients is behind when the one at `index` (from 0) has its turn, in percent.
 int PercentComplete(qsizetype index, qsizetype count);

@@ -2,7 +2,6 @@
 
 #include "compose/AttachmentList.h"
 #include "compose/ComposeHost.h"
-#include "compose/ComposeMail.h"
 #include "compose/Draft.h"
 #include "compose/MessageEdit.h"
 #include "compose/PlainToolTip.h"
@@ -26,25 +25,14 @@
 
 namespace varlo {
 
-frmCompose::frmCompose(Session &session, ComposeHost &host, QWidget *parent)
-    : QMainWindow(parent), session_(session), host_(host), mail_(NewMail()), recipients_(session) {
+frmCompose::frmCompose(Session &session, ComposeHost &host, MakeMailer makeMailer, QWidget *parent)
+    : QMainWindow(parent), session_(session), host_(host),
+      engine_(session, std::move(makeMailer), [this](const QString &entry) { host_.AddPending(entry); }),
+      recipients_(session) {
     CreateControls();
     LayOut();
     ConnectControls();
     Form_Load();
-}
-
-frmCompose::~frmCompose() {
-    mail_->Engine.Cancel();
-}
-
-// An address that fails while the window is being destroyed has no Pending list to go to any more.
-std::shared_ptr<ComposeMail> frmCompose::NewMail() {
-    const QPointer<frmCompose> self(this);
-    return std::make_shared<ComposeMail>(session_, [self](const QString &entry) {
-        if (self)
-            self->host_.AddPending(entry);
-    });
 }
 
 // Each step is tried, whatever became of the one before.
@@ -144,8 +132,8 @@ void frmCompose::txtMessage_KeyDown(int key, bool *taken) {
 void frmCompose::mnuMessageSend_Click() {
     Trapped(session_, u"Compose.cmdSend"_s, [this] {
         const ComposedMessage message = Composed();
-        if (mail_->Engine.Validate(message))
-            Send(message);
+        if (engine_.Validate(message))
+            engine_.Send(message);
     });
 }
 
@@ -161,21 +149,6 @@ ComposedMessage frmCompose::Composed() const {
     return message;
 }
 
-// Events run while the engine sends: afterwards the window may be closed or even gone.
-void frmCompose::Send(const ComposedMessage &message) {
-    const std::shared_ptr<ComposeMail> mail = mail_;
-    const QPointer<frmCompose> self(this);
-    const bool isComplete = mail->Engine.Send(message);
-    if (!self)
-        return;
-    if (closed_)
-        deleteLater();
-    else if (isComplete)
-        close();
-    else
-        ShowIdleCaption();
-}
-
 void frmCompose::ShowIdleCaption() {
     setWindowTitle(u"Compose"_s);
 }
@@ -186,23 +159,16 @@ void frmCompose::SetSending(bool sending) {
         input->setEnabled(!sending);
     prgSending->setValue(0);
     prgSending->setVisible(sending);
+    if (!sending)
+        ShowIdleCaption();
 }
 
 void frmCompose::closeEvent(QCloseEvent *event) {
-    closed_ = true;
-    mail_->Engine.Cancel();
+    engine_.Cancel();
     for (QDialog *dialog : findChildren<QDialog *>(Qt::FindDirectChildrenOnly))
         dialog->reject();
     event->accept();
-    if (!mail_->Engine.IsSending())
-        deleteLater();
-}
-
-void frmCompose::keyPressEvent(QKeyEvent *event) {
-    if (event->key() == Qt::Key_Escape && mail_->Engine.IsSending())
-        close();
-    else
-        QMainWindow::keyPressEvent(event);
+    deleteLater();
 }
 
 bool frmCompose::eventFilter(QObject *watched, QEvent *event) {

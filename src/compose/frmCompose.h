@@ -8,8 +8,6 @@
 
 #include <QMainWindow>
 
-#include <memory>
-
 class QComboBox;
 class QLabel;
 class QLineEdit;
@@ -19,23 +17,20 @@ class QToolButton;
 namespace varlo {
 
 struct ComposeHost;
-struct ComposeMail;
 class MessageEdit;
 class StatusLabel;
 
-// Made with `new`; it deletes itself once it is closed. Closing (or Esc) during a send cancels the send: the
-// window hides at once and is deleted when the send has returned. Destroying it earlier is safe, too.
-// `session` must live until a send has returned, `host` as long as the window.
+// Made with `new`; it deletes itself once it is closed. Closing during a send cancels it. `session` and
+// `host` must live as long as the window.
 class frmCompose : public QMainWindow {
     Q_OBJECT
 
 public:
-    frmCompose(Session &session, ComposeHost &host, QWidget *parent = nullptr);
-    ~frmCompose() override;
+    // `makeMailer` makes what the messages are sent with.
+    frmCompose(Session &session, ComposeHost &host, MakeMailer makeMailer, QWidget *parent = nullptr);
 
 protected:
     void closeEvent(QCloseEvent *event) override;
-    void keyPressEvent(QKeyEvent *event) override;
     // Keeps the mouse wheel from cmbTo: turned in passing, it would send a message to other people.
     bool eventFilter(QObject *watched, QEvent *event) override;
 
@@ -67,7 +62,6 @@ private:
     void mnuEditSelectAll_Click();
     void mnuInsSignature_Click();
 
-    std::shared_ptr<ComposeMail> NewMail();
     void FillSources();
     void ReadCurrentList();
     QStringList PickLists();
@@ -75,19 +69,17 @@ private:
     void ShowUndoState();
     void ShowAttachments(const QString &sizeText);
     ComposedMessage Composed() const;
-    void Send(const ComposedMessage &message);
     void SetSending(bool sending);
     void ShowIdleCaption();
 
     Session &session_;
     ComposeHost &host_;
-    std::shared_ptr<ComposeMail> mail_; // shared with the send that runs
+    SendEngine engine_;
     UndoHistory history_;
     QString recordedText_; // the body as it was when it last changed
     QString signature_;
     Recipients recipients_;
     QStringList listNames_; // as cmbTo shows them
-    bool closed_ = false;
 
     QMenu *mnuMessage = nullptr;
     QMenu *mnuEdit = nullptr;

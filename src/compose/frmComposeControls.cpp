@@ -1,6 +1,5 @@
 // The controls of the compose window: what they are, where they stand, what they are joined to.
 
-#include "compose/ComposeMail.h"
 #include "compose/MessageEdit.h"
 #include "compose/frmCompose.h"
 #include "core/Icons.h"
@@ -192,11 +191,11 @@ void frmCompose::ConnectControls() {
     connect(&recipients_, &Recipients::StatusChanged, lblStatus, &StatusLabel::setText);
     connect(&recipients_, &Recipients::ToolTipChanged, this, &frmCompose::ShowSources);
     connect(&recipients_, &Recipients::CountChanged, lblStatusRecipients, &QLabel::setText);
-    const SendEngine *engine = &mail_->Engine;
-    connect(engine, &SendEngine::StatusChanged, lblStatus, &StatusLabel::setText);
-    connect(engine, &SendEngine::CaptionChanged, this, &frmCompose::setWindowTitle);
-    connect(engine, &SendEngine::ProgressChanged, prgSending, &QProgressBar::setValue);
-    connect(engine, &SendEngine::SendingChanged, this, &frmCompose::SetSending);
+    connect(&engine_, &SendEngine::StatusChanged, lblStatus, &StatusLabel::setText);
+    connect(&engine_, &SendEngine::CaptionChanged, this, &frmCompose::setWindowTitle);
+    connect(&engine_, &SendEngine::ProgressChanged, prgSending, &QProgressBar::setValue);
+    connect(&engine_, &SendEngine::SendingChanged, this, &frmCompose::SetSending);
+    connect(&engine_, &SendEngine::Completed, this, &frmCompose::close);
 }
 
 } // namespace varlo

@@ -10,9 +10,9 @@
 
 namespace varlo {
 
-ListsPage::ListsPage(Session &session, QWidget *parent)
+ListsPage::ListsPage(Session &session, MakeMailer makeMailer, QWidget *parent)
     : QWidget(parent), session_(session), lists_(session), editing_(session, lists_),
-      processing_(session, lists_), splitter_(new QSplitter(this)),
+      processing_(session, lists_, std::move(makeMailer)), splitter_(new QSplitter(this)),
       fraCurrent_(new CurrentListFrame(session, lists_, editing_, splitter_)),
       fraPending_(new PendingListFrame(session, lists_, editing_, processing_, splitter_)),
       mnuLists_(new ListsMenu(session, lists_, editing_, this)) {

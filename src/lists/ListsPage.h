@@ -22,7 +22,7 @@ class ListsPage : public QWidget {
     Q_OBJECT
 
 public:
-    explicit ListsPage(Session &session, QWidget *parent = nullptr);
+    ListsPage(Session &session, MakeMailer makeMailer, QWidget *parent = nullptr);
 
     ListStore &Lists() { return lists_; }
     const ListStore &Lists() const { return lists_; }

@@ -1,35 +1,39 @@
 // Applies the requests of the Pending list to the open list, with a log and notification mails.
 #pragma once
 
+#include "core/Mailer.h"
 #include "core/Session.h"
 
 #include <QObject>
+#include <QTimer>
 
+#include <functional>
 #include <memory>
-
-namespace OSSMTP {
-class SMTP;
-}
 
 namespace varlo {
 
 class ListStore;
+struct PendingRequest;
 
+// Without notifications a run is over when Run returns. With them it goes on from event to event: nothing
+// that happens in a window meanwhile holds it up, and it holds up nothing but the lists.
 class PendingProcessing : public QObject {
     Q_OBJECT
 
 public:
-    PendingProcessing(Session &session, ListStore &lists, QObject *parent = nullptr);
+    // `makeMailer` makes what the notifications of one run are sent with.
+    PendingProcessing(Session &session, ListStore &lists, MakeMailer makeMailer, QObject *parent = nullptr);
     ~PendingProcessing() override;
 
     // Processes every entry that is pending now, in order, and takes them off the Pending list. A failure is
     // reported as "Main.cmdCapturesAdd" and leaves all of them pending, so that no request is lost: those
-    // applied already change nothing when they are processed again. Does nothing while a run is under way (a
-    // notification is being sent and the window is alive) or a list is being loaded.
+    // applied already change nothing when they are processed again. Does nothing while a run is under way or
+    // a list is being loaded.
     void Run();
 
-    bool IsRunning() const { return running_; }
-    // Ends a wait for the mail server, because the program is closing.
+    bool IsRunning() const { return pass_ != nullptr; }
+    // Ends the run at once, because the program is closing: the notification that is being sent is dropped,
+    // its request is logged, and all of them stay pending. Nothing when none is under way.
     void Abort();
 
 Q_SIGNALS:
@@ -37,27 +41,30 @@ Q_SIGNALS:
     void RunningChanged(bool running);
 
 private:
-    struct Notification {
-        const QString &Subject;
-        const QString &Body;
-    };
+    struct Pass;
 
     bool HasOpenList();
-    void ConnectMailer();
-    void ProcessAll();
-    void ProcessEntry(const QString &entry, const QString &progress);
+    void Begin();
+    void Proceed(const std::function<void()> &step);
+    void ProcessEntries();
+    bool Apply(const PendingRequest &request);
     bool Subscribe(const QString &address);
     bool Unsubscribe(const QString &address);
-    void Notify(const QString &address, const Notification &mail, const QString &progress);
-    void OnMailError(int number, const QString &description);
+    void AnnounceNotification();
+    void SendNotification();
+    void SMTP_Finished(const Outcome &outcome);
+    void SMTP_ErrorSMTP(int Number, const QString &Description);
+    void LogEntry();
+    void Complete();
+    void End();
+    const QString &Entry() const;
+    QString Progress() const;
 
     Session &session_;
     ListStore &lists_;
-    std::unique_ptr<OSSMTP::SMTP>
-        SMTP_; // only while notifications are on; its settings stay for the whole run
-    qint16 added_ = 0;
-    qint16 removed_ = 0;
-    bool running_ = false;
+    const MakeMailer makeMailer_;
+    std::unique_ptr<Pass> pass_; // the run that is under way
+    QTimer yield_{this};         // windows have their events, then the notification is sent
 };
 
 } // namespace varlo

@@ -1,6 +1,7 @@
 // Which controls of the main window are enabled when, row by row, on the real window.
 #include "app/frmMain.h"
 #include "core/Literals.h"
+#include "support/FakeMailer.h"
 #include "support/TestProfile.h"
 
 #include <QAction>
@@ -76,7 +77,8 @@ protected:
     }
 
     TestProfile profile;
-    frmMain window{profile.session};
+    FakeMailers mailers;
+    frmMain window{profile.session, mailers.Maker()};
 };
 
 TEST_F(ControlsTableTest, WithoutListsNothingIsEnabled) {

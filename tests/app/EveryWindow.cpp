@@ -55,7 +55,7 @@ std::unique_ptr<QWidget> OpenWindow::Make(const std::string &name) {
 }
 
 std::unique_ptr<QWidget> OpenWindow::MakeMain() {
-    auto window = std::make_unique<frmMain>(profile_.session);
+    auto window = std::make_unique<frmMain>(profile_.session, mailers_.Maker());
     window->Form_Load();
     auto *typed = window->findChild<QLineEdit *>(u"txtAddEmail"_s);
     typed->setText(u"new@example.org"_s);
@@ -76,7 +76,7 @@ std::unique_ptr<QWidget> OpenWindow::MakeOptions(int page) {
 }
 
 std::unique_ptr<QWidget> OpenWindow::MakeCompose() {
-    auto window = std::make_unique<frmCompose>(profile_.session, host_);
+    auto window = std::make_unique<frmCompose>(profile_.session, host_, mailers_.Maker());
     window->findChild<QWidget *>(u"picAttachments"_s)->show();
     window->findChild<QWidget *>(u"prgSending"_s)->show();
     return window;

@@ -3,6 +3,7 @@
 
 #include "compose/ComposeHost.h"
 #include "core/Literals.h"
+#include "support/FakeMailer.h"
 #include "support/TestProfile.h"
 
 #include <QWidget>
@@ -48,6 +49,7 @@ private:
     std::unique_ptr<QWidget> MakeAttach();
 
     TestProfile profile_;
+    FakeMailers mailers_;
     Host host_;
     std::unique_ptr<QWidget> window_;
 };

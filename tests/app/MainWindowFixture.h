@@ -3,6 +3,7 @@
 
 #include "app/frmMain.h"
 #include "core/Literals.h"
+#include "support/FakeMailer.h"
 #include "support/TestProfile.h"
 
 #include <QListView>
@@ -18,7 +19,7 @@ protected:
     ~frmMainTest() override { Discard(); }
 
     frmMain &Load() {
-        window_ = std::make_unique<frmMain>(profile.session);
+        window_ = std::make_unique<frmMain>(profile.session, mailers.Maker());
         window_->Form_Load();
         return *window_;
     }
@@ -55,6 +56,7 @@ protected:
     }
 
     TestProfile profile;
+    FakeMailers mailers;
     std::unique_ptr<frmMain> window_;
 };
 

@@ -3,6 +3,7 @@
 #include "app/MainWindowFixture.h"
 #include "core/Literals.h"
 #include "core/Product.h"
+#include "support/WaitUntil.h"
 
 #include <QAction>
 #include <QApplication>
@@ -15,6 +16,22 @@
 
 namespace varlo::test {
 namespace {
+
+// Tells when a window is hidden.
+class WhenHidden : public QObject {
+public:
+    WhenHidden(QWidget *window, std::function<void()> tell) : tell_(std::move(tell)) {
+        window->installEventFilter(this);
+    }
+    bool eventFilter(QObject *, QEvent *event) override {
+        if (event->type() == QEvent::Hide)
+            tell_();
+        return false;
+    }
+
+private:
+    const std::function<void()> tell_;
+};
 
 class frmMainJoinsTest : public frmMainTest {
 protected:
@@ -84,6 +101,46 @@ TEST_F(frmMainJoinsTest, ThereIsOneComposeWindow) {
     EXPECT_EQ(Window("frmCompose"), first);
     EXPECT_TRUE(window_->close());
     EXPECT_EQ(Window("frmCompose"), nullptr) << "it goes with the main window";
+}
+
+// What is true at the moment when a window goes.
+struct Unloading {
+    bool exiting = false;
+    bool consoleStands = false;
+    bool footersWritten = false;
+    bool operator==(const Unloading &) const = default;
+};
+
+TEST_F(frmMainJoinsTest, TheWindowsGoOneAfterTheOtherBeforeTheFooters) {
+    Find<QAction>("mnuCompose")->trigger();
+    Find<QAction>("mnuMainConsole")->trigger();
+    QWidget *console = Window("frmConsole");
+    ASSERT_NE(console, nullptr);
+    const auto now = [&] {
+        return Unloading{profile.session.AppExiting, console->isVisible(),
+                         profile.Log(u"ErrorLog.txt"_s).join(u' ').contains(u"SESSION ENDED"_s)};
+    };
+    std::vector<Unloading> seen;
+    QObject::connect(Window("frmCompose"), &QObject::destroyed, [&] { seen.push_back(now()); });
+    WhenHidden watch(console, [&] { seen.push_back(now()); });
+    EXPECT_TRUE(window_->close());
+    EXPECT_EQ(seen, (std::vector<Unloading>{{true, true, false}, {true, false, false}}));
+    EXPECT_TRUE(now().footersWritten);
+}
+
+TEST_F(frmMainJoinsTest, ARequestThatWaitsForItsMailIsLoggedBeforeTheFooter) {
+    profile.session.Prefs.Notify = 1;
+    mailers.OnSend = [] { return std::nullopt; };
+    TypeAddress(u"new@x.test"_s);
+    Click("cmdCapturesAdd");
+    ASSERT_TRUE(WaitUntil([this] { return mailers.IsBusy(); }));
+    profile.Boxes.Answers = {BoxAnswer::No, BoxAnswer::Yes};
+    EXPECT_TRUE(window_->close());
+    const QStringList log = profile.Log(u"PendingLog.txt"_s).mid(2); // behind the header
+    ASSERT_EQ(log.size(), 3);
+    EXPECT_EQ(log[0], u"+new@x.test"_s);
+    EXPECT_TRUE(log[1].endsWith(u" SESSION ENDED"_s));
+    EXPECT_EQ(mailers.Alive, 0);
 }
 
 TEST_F(frmMainJoinsTest, AMailCheckWithoutAnAccountOpensThePreferences) {

@@ -7,7 +7,7 @@
 #include "compose/frmCompose.h"
 #include "core/Literals.h"
 #include "core/StatusLabel.h"
-#include "support/FakeSmtp.h"
+#include "support/FakeMailer.h"
 #include "support/TestProfile.h"
 
 #include <QAction>
@@ -43,7 +43,7 @@ protected:
     void Ini(const QByteArray &text) { profile.Write(u"prefs.ini"_s, text); }
 
     void Open() {
-        window = new frmCompose(profile.session, host);
+        window = new frmCompose(profile.session, host, mailers.Maker());
         window->show();
         ASSERT_TRUE(QTest::qWaitForWindowActive(window));
     }
@@ -83,6 +83,7 @@ protected:
     }
 
     TestProfile profile;
+    FakeMailers mailers;
     FakeHost host;
     QPointer<frmCompose> window;
 };

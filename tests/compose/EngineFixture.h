@@ -1,11 +1,11 @@
-// One engine on a profile of its own, with the component that is linked and everything it says kept in order.
+// One engine on a profile of its own, with everything it says kept in order.
 #pragma once
 
 #include "compose/SendEngine.h"
 #include "core/Literals.h"
-#include "smtp/SMTP.h"
 #include "support/Printers.h"
 #include "support/TestProfile.h"
+#include "support/WaitUntil.h"
 
 #include <QTimer>
 #include <gtest/gtest.h>
@@ -31,6 +31,7 @@ protected:
                          [this](int percent) { progress.push_back(percent); });
         QObject::connect(engine.get(), &SendEngine::SendingChanged, &keeper,
                          [this](bool on) { sendings.push_back(on); });
+        QObject::connect(engine.get(), &SendEngine::Completed, &keeper, [this] { completed = true; });
     }
 
     // a1@example.org, a2@example.org and so on.
@@ -39,6 +40,18 @@ protected:
         for (int i = 1; i <= count; ++i)
             addresses << u'a' + QString::number(i) + u"@example.org"_s;
         return addresses;
+    }
+
+    // Returns when the send is over, or at once when another one runs: whether every recipient had his turn.
+    bool Send() {
+        if (engine->IsSending()) {
+            engine->Send(message);
+            return false;
+        }
+        completed = false;
+        engine->Send(message);
+        EXPECT_TRUE(WaitUntil([this] { return !engine || !engine->IsSending(); }));
+        return completed;
     }
 
     QTimer *Timer() const { return engine->findChild<QTimer *>(u"tmrTimeRemaining"_s); }
@@ -54,10 +67,11 @@ protected:
 
     TestProfile profile;
     Session &session = profile.session;
-    OSSMTP::SMTP smtp;
+    MakeMailer makeMailer;
     QStringList pending;
-    std::unique_ptr<SendEngine> engine =
-        std::make_unique<SendEngine>(session, smtp, [this](const QString &entry) { addPending(entry); });
+    std::unique_ptr<SendEngine> engine = std::make_unique<SendEngine>(
+        session, [this](const MailAccount &account) { return makeMailer(account); },
+        [this](const QString &entry) { addPending(entry); });
     std::function<void(const QString &)> addPending = [this](const QString &entry) { pending << entry; };
     ComposedMessage message;
     QObject keeper; // ends the connections before what they write to
@@ -65,6 +79,7 @@ protected:
     QStringList captions;
     std::vector<int> progress;
     std::vector<bool> sendings;
+    bool completed = false;
 };
 
 } // namespace varlo::test

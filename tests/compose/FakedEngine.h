@@ -1,8 +1,8 @@
-// The engine on a component without a wire, ready to send three messages.
+// The engine with mailers without a wire, ready to send three messages.
 #pragma once
 
 #include "compose/EngineFixture.h"
-#include "support/FakeSmtp.h"
+#include "support/FakeMailer.h"
 
 #include <QDir>
 #include <QFile>
@@ -16,9 +16,11 @@ inline QString Text(const char *text) {
 
 class FakedEngine : public EngineFixture {
 protected:
-    FakeSmtp &fake = FakeSmtp::Of(smtp);
-
-    bool Send() { return engine->Send(message); }
+    FakedEngine() { makeMailer = fake.Maker(); }
+    ~FakedEngine() override {
+        engine.reset();
+        EXPECT_EQ(fake.Alive, 0) << "a mailer outlived its send";
+    }
 
     QStringList SentFiles() const {
         return QDir(profile.Path(Text("sent"))).entryList(QDir::Files | QDir::Hidden);
@@ -41,12 +43,14 @@ protected:
     void ExpectNothingSent(const char *error) const {
         EXPECT_EQ(Errors(), QStringList(Text(error)));
         EXPECT_EQ(profile.Boxes.Shown.size(), 1U);
-        EXPECT_EQ(fake.Sent, std::vector<FakeSmtp::Message>());
+        EXPECT_EQ(fake.Sent, std::vector<SentMail>());
         EXPECT_EQ(SentFiles(), QStringList());
         EXPECT_EQ(sendings, std::vector<bool>());
         EXPECT_EQ(captions, QStringList());
         EXPECT_FALSE(engine->IsSending());
     }
+
+    FakeMailers fake;
 };
 
 } // namespace varlo::test

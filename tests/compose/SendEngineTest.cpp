@@ -8,7 +8,8 @@
 namespace varlo {
 namespace {
 
-using test::FakeSmtp;
+using test::Failure;
+using test::SentMail;
 using test::ShownBox;
 using test::Text;
 
@@ -89,18 +90,18 @@ TEST_F(SendEngineTest, OfSeveralLacksTheFirstIsNamed) {
 
 TEST_F(SendEngineTest, EveryRecipientGetsHisOwnCopy) {
     EXPECT_TRUE(Send());
-    const FakeSmtp::Message first{Text("mail.example.org"),
-                                  2525,
-                                  Text("\"Ann Editor\" <ann@example.org>"),
-                                  Text("News"),
-                                  Text("Hello."),
-                                  Text("\"Mailing List\" <a1@example.org>"),
-                                  {}};
-    FakeSmtp::Message second = first;
-    FakeSmtp::Message third = first;
+    const SentMail first{Text("mail.example.org"),
+                         2525,
+                         Text("\"Ann Editor\" <ann@example.org>"),
+                         Text("News"),
+                         Text("Hello."),
+                         Text("\"Mailing List\" <a1@example.org>"),
+                         {}};
+    SentMail second = first;
+    SentMail third = first;
     second.Recipient = Text("\"Mailing List\" <a2@example.org>");
     third.Recipient = Text("\"Mailing List\" <a3@example.org>");
-    EXPECT_EQ(fake.Sent, (std::vector<FakeSmtp::Message>{first, second, third}));
+    EXPECT_EQ(fake.Sent, (std::vector<SentMail>{first, second, third}));
 }
 
 TEST_F(SendEngineTest, TheWindowIsToldEveryStep) {
@@ -110,6 +111,19 @@ TEST_F(SendEngineTest, TheWindowIsToldEveryStep) {
     EXPECT_EQ(captions, (QStringList{Text("Sending: 0% Complete"), Text("Send Complete")}));
     EXPECT_EQ(progress, (std::vector<int>{0, 100}));
     EXPECT_EQ(sendings, (std::vector<bool>{true, false}));
+}
+
+TEST_F(SendEngineTest, TheLastStatusComesBeforeTheLastCaption) {
+    QStringList told;
+    QObject::connect(engine.get(), &SendEngine::StatusChanged, &keeper,
+                     [&](const QString &text) { told << text; });
+    QObject::connect(engine.get(), &SendEngine::CaptionChanged, &keeper,
+                     [&](const QString &text) { told << text; });
+    profile.Boxes.OnBox = [&](const QString &) { told << Text("summary"); };
+    message.Recipients = Addresses(1);
+    EXPECT_TRUE(Send());
+    EXPECT_EQ(told, (QStringList{Text("Sending: 0% Complete"), Text("Sending message 1/1"),
+                                 Text("E-mail sending complete"), Text("Send Complete"), Text("summary")}));
 }
 
 TEST_F(SendEngineTest, StatusTextsGoToTheConsoleAndTheLogButNotToTheStatusBar) {
@@ -133,7 +147,7 @@ TEST_F(SendEngineTest, WithoutStatusLoggingOnlyTheConsoleHasTheTexts) {
 TEST_F(SendEngineTest, TheSummaryIsAnInformation) {
     fake.OnSend = [this] {
         profile.Clock = profile.Clock.addSecs(31);
-        return true;
+        return Outcome();
     };
     EXPECT_TRUE(Send());
     EXPECT_EQ(profile.Boxes.Shown,
@@ -142,6 +156,17 @@ TEST_F(SendEngineTest, TheSummaryIsAnInformation) {
                    Text("Message sending complete.\r\n\r\n- The sending process lasted 1 mins, 33 "
                         "secs\r\n- The message was sent to 3 recipients"),
                    BoxButtons::Ok, BoxIcon::Information}}));
+}
+
+TEST_F(SendEngineTest, OfTheDurationOnlyWholeSecondsCount) {
+    profile.Clock = profile.Clock.addMSecs(900);
+    fake.OnSend = [this] {
+        profile.Clock = profile.Clock.addMSecs(1999); // two turns of the clock's hand
+        return Outcome();
+    };
+    message.Recipients = Addresses(1);
+    EXPECT_TRUE(Send());
+    EXPECT_TRUE(profile.Boxes.Texts().value(0).contains(Text("lasted 1 secs\r\n")));
 }
 
 TEST_F(SendEngineTest, TheTextIsWrappedAndTheKeptCopyIsNot) {
@@ -171,7 +196,7 @@ TEST_F(SendEngineTest, TheCopyIsThereBeforeTheFirstMessageGoesOut) {
     QStringList files;
     fake.OnSend = [&] {
         files = SentFiles();
-        return true;
+        return Outcome();
     };
     message.Recipients = Addresses(1);
     EXPECT_TRUE(Send());
@@ -240,7 +265,7 @@ TEST_F(SendEngineTest, OfNothingButDuplicatesOneIsSent) {
 
 TEST_F(SendEngineTest, ADuplicateOfAFailedRecipientIsNotTriedAgain) {
     message.Recipients = {Text("a@b.org"), Text("A@b.org")};
-    fake.OnSend = [this] { return fake.Fail(550, Text("no")); };
+    fake.OnSend = [] { return Failure(550, Text("no")); };
     EXPECT_TRUE(Send());
     EXPECT_EQ(fake.Sent.size(), 1U);
     EXPECT_TRUE(profile.Boxes.Texts().value(0).contains(Text("sent to 0 recipients\r\n- 1 duplicate")));
@@ -249,7 +274,9 @@ TEST_F(SendEngineTest, ADuplicateOfAFailedRecipientIsNotTriedAgain) {
 // ---- Failures that the component reports
 
 TEST_F(SendEngineTest, AFailedRecipientIsMarkedForRemovalAndTheNextIsSent) {
-    fake.OnSend = [this] { return fake.Sent.size() != 2 || fake.Fail(550, Text("no such\r\nuser")); };
+    fake.OnSend = [this] {
+        return fake.Sent.size() != 2 ? Outcome() : Failure(550, Text("no such\r\nuser"));
+    };
     EXPECT_TRUE(Send());
     EXPECT_EQ(fake.Sent.size(), 3U);
     EXPECT_EQ(pending, QStringList(Text("-a2@example.org")));
@@ -264,7 +291,7 @@ TEST_F(SendEngineTest, AFailedRecipientIsMarkedForRemovalAndTheNextIsSent) {
 }
 
 TEST_F(SendEngineTest, ATimeOutIsLoggedAndNeverCounts) {
-    fake.OnSend = [this] { return fake.Fail(12002, Text("timed out")); };
+    fake.OnSend = [] { return Failure(12002, Text("timed out")); };
     EXPECT_TRUE(Send());
     EXPECT_EQ(fake.Sent.size(), 3U);
     EXPECT_EQ(pending, QStringList());
@@ -273,7 +300,7 @@ TEST_F(SendEngineTest, ATimeOutIsLoggedAndNeverCounts) {
 }
 
 TEST_F(SendEngineTest, EveryOtherConnectionErrorCounts) {
-    fake.OnSend = [this] { return fake.Fail(12029, Text("refused")); };
+    fake.OnSend = [] { return Failure(12029, Text("refused")); };
     EXPECT_TRUE(Send());
     EXPECT_EQ(pending,
               (QStringList{Text("-a1@example.org"), Text("-a2@example.org"), Text("-a3@example.org")}));
@@ -281,8 +308,8 @@ TEST_F(SendEngineTest, EveryOtherConnectionErrorCounts) {
 
 TEST_F(SendEngineTest, TwoEventsForOneRecipientCountOnce) {
     fake.OnSend = [this] {
-        fake.Fail(550, Text("first"));
-        return fake.Fail(451, Text("second"));
+        Q_EMIT fake.Newest->Finished(Failure(550, Text("first")));
+        return Failure(451, Text("second"));
     };
     message.Recipients = Addresses(1);
     EXPECT_TRUE(Send());
@@ -291,9 +318,10 @@ TEST_F(SendEngineTest, TwoEventsForOneRecipientCountOnce) {
 }
 
 TEST_F(SendEngineTest, AnEventWithoutASendIsNobodysFailure) {
-    fake.Fail(550, Text("no"));
+    QTimer::singleShot(0, &keeper, [this] { Q_EMIT fake.Newest->Finished(Failure(550, Text("no"))); });
+    EXPECT_TRUE(Send());
     EXPECT_EQ(pending, QStringList());
-    EXPECT_EQ(statuses, QStringList());
+    EXPECT_EQ(statuses.filter(Text("SMTP error")), QStringList());
 }
 
 // ---- While it runs
@@ -302,7 +330,7 @@ TEST_F(SendEngineTest, ASecondSendWhileOneRunsDoesNothing) {
     bool second = true;
     fake.OnSend = [&] {
         second = Send();
-        return true;
+        return Outcome();
     };
     EXPECT_TRUE(Send());
     EXPECT_FALSE(second);
@@ -320,7 +348,7 @@ TEST_F(SendEngineTest, KnowsWhetherItSends) {
     std::vector<bool> during;
     fake.OnSend = [&] {
         during.push_back(engine->IsSending());
-        return true;
+        return Outcome();
     };
     profile.Boxes.OnBox = [&](const QString &) { during.push_back(engine->IsSending()); };
     EXPECT_FALSE(engine->IsSending());
@@ -333,7 +361,7 @@ TEST_F(SendEngineTest, TheTimerTicksEveryThreeSecondsWhileMessagesGoOut) {
     std::vector<bool> active;
     fake.OnSend = [&] {
         active.push_back(Timer()->isActive());
-        return true;
+        return Outcome();
     };
     profile.Boxes.OnBox = [&](const QString &) { active.push_back(Timer()->isActive()); };
     EXPECT_EQ(Timer()->interval(), 3000);
@@ -347,7 +375,7 @@ TEST_F(SendEngineTest, ATickShowsThePercentageAndTheEstimate) {
     fake.OnSend = [this] {
         profile.Clock = profile.Clock.addSecs(10);
         Tick();
-        return true;
+        return Outcome();
     };
     EXPECT_TRUE(Send());
     EXPECT_EQ(captions,
@@ -369,7 +397,7 @@ TEST_F(SendEngineTest, AClockThatIsSetBackMakesNoNegativeTime) {
     fake.OnSend = [this] {
         profile.Clock = profile.Clock.addSecs(-3607);
         Tick();
-        return true;
+        return Outcome();
     };
     EXPECT_TRUE(Send());
     EXPECT_EQ(captions.value(1), Text("Sending: 50% Complete (1 second remaining)"));

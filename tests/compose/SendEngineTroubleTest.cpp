@@ -2,12 +2,17 @@
 #include "compose/SendEngine.h"
 #include "core/RuntimeError.h"
 
+#include <QPointer>
 #include <gtest/gtest.h>
+
+#include <utility>
 
 namespace varlo {
 namespace {
 
-using test::FakeSmtp;
+using test::Failure;
+using test::OwnFailure;
+using test::SentMail;
 using test::Text;
 
 class SendEngineTroubleTest : public test::FakedEngine {};
@@ -20,7 +25,7 @@ TEST_F(SendEngineTroubleTest, EveryMessageGetsEveryAttachment) {
     message.Attachments = {profile.Path(Text("b.txt")), profile.Path(Text("a.txt"))};
     EXPECT_TRUE(Send());
     ASSERT_EQ(fake.Sent.size(), 3U);
-    for (const FakeSmtp::Message &sent : fake.Sent)
+    for (const SentMail &sent : fake.Sent)
         EXPECT_EQ(sent.Attachments, message.Attachments);
 }
 
@@ -49,9 +54,8 @@ TEST_F(SendEngineTroubleTest, AFolderIsNoAttachment) {
 TEST_F(SendEngineTroubleTest, AnAttachmentThatVanishesInTheMiddleEndsTheSend) {
     profile.Write(Text("a.txt"), "a");
     message.Attachments = {profile.Path(Text("a.txt"))};
-    fake.OnAddAttachment = [this](const QString &) {
-        if (fake.Sent.size() == 2)
-            throw RuntimeError(FileNotFound);
+    fake.OnSend = [this] {
+        return fake.Sent.size() < 3 ? Outcome() : OwnFailure(FileNotFound, Text("File not found"));
     };
     EXPECT_FALSE(Send());
     EXPECT_EQ(fake.Sent.size(), 2U);
@@ -64,9 +68,9 @@ TEST_F(SendEngineTroubleTest, AfterAnAttachmentThatVanishedTheNextSendHasOnlyIts
     profile.Write(Text("a.txt"), "a");
     profile.Write(Text("b.txt"), "b");
     message.Attachments = {profile.Path(Text("a.txt")), profile.Path(Text("b.txt"))};
-    fake.OnAddAttachment = [](const QString &path) {
-        if (path.endsWith(Text("b.txt")))
-            throw RuntimeError(FileNotFound);
+    fake.OnSend = [this] {
+        return fake.Sent.back().Attachments.size() < 2 ? Outcome()
+                                                       : OwnFailure(FileNotFound, Text("File not found"));
     };
     EXPECT_FALSE(Send());
     message.Attachments = {profile.Path(Text("a.txt"))};
@@ -75,17 +79,13 @@ TEST_F(SendEngineTroubleTest, AfterAnAttachmentThatVanishedTheNextSendHasOnlyIts
 }
 
 TEST_F(SendEngineTroubleTest, AnAttachmentThatTheComponentCannotReadEndsTheSend) {
-    fake.OnSend = [this]() -> bool {
-        if (fake.Sent.size() == 1)
-            return true;
-        throw RuntimeError(DeviceIoError);
+    fake.OnSend = [this] {
+        return fake.Sent.size() == 1 ? Outcome() : OwnFailure(DeviceIoError, Text("Device I/O error"));
     };
     EXPECT_FALSE(Send());
     EXPECT_EQ(Errors(), QStringList(Text("57 in Compose.cmdSend - Device I/O error")));
     EXPECT_EQ(pending, QStringList());
     EXPECT_EQ(statuses.last(), Text("Sending stopped after 1/3 messages"));
-    fake.Fail(550, Text("nobody's"));
-    EXPECT_EQ(pending, QStringList());
 }
 
 // ---- Run-time failures
@@ -113,7 +113,7 @@ TEST_F(SendEngineTroubleTest, ALogThatCannotBeWrittenEndsTheSendWithOneError) {
     fake.OnSend = [this] {
         if (fake.Sent.size() == 2)
             SpoilLog(Text("StatusLog.txt"));
-        return true;
+        return Outcome();
     };
     EXPECT_FALSE(Send());
     EXPECT_EQ(fake.Recipients(), (QStringList{Text("\"Mailing List\" <a1@example.org>"),
@@ -128,7 +128,7 @@ TEST_F(SendEngineTroubleTest, ALogThatCannotBeWrittenEndsTheSendWithOneError) {
 TEST_F(SendEngineTroubleTest, AFailureIsCountedThoughItCannotBeLogged) {
     fake.OnSend = [this] {
         SpoilLog(Text("StatusLog.txt"));
-        return fake.Fail(550, Text("no"));
+        return Failure(550, Text("no"));
     };
     EXPECT_FALSE(Send());
     EXPECT_EQ(fake.Sent.size(), 1U);
@@ -139,7 +139,7 @@ TEST_F(SendEngineTroubleTest, AFailureIsCountedThoughItCannotBeLogged) {
 
 TEST_F(SendEngineTroubleTest, APendingListThatIsFullEndsTheSend) {
     addPending = [](const QString &) { throw RuntimeError(Overflow); };
-    fake.OnSend = [this] { return fake.Sent.size() < 2 || fake.Fail(550, Text("no")); };
+    fake.OnSend = [this] { return fake.Sent.size() < 2 ? Outcome() : Failure(550, Text("no")); };
     EXPECT_FALSE(Send());
     EXPECT_EQ(Errors(), QStringList(Text("6 in Compose.cmdSend - Overflow")));
     EXPECT_EQ(statuses.last(), Text("Sending stopped after 2/3 messages"));
@@ -149,7 +149,7 @@ TEST_F(SendEngineTroubleTest, AFailureAtTheEndTellsThatAllWereSent) {
     fake.OnSend = [this] {
         if (fake.Sent.size() == 3)
             SpoilLog(Text("StatusLog.txt"));
-        return true;
+        return Outcome();
     };
     EXPECT_FALSE(Send());
     EXPECT_EQ(statuses.last(), Text("Sending stopped after 3/3 messages"));
@@ -164,10 +164,10 @@ TEST_F(SendEngineTroubleTest, AfterAFailedSendAnotherCanBegin) {
 }
 
 TEST_F(SendEngineTroubleTest, ASecondSendKnowsNothingOfTheFailuresOfTheFirst) {
-    fake.OnSend = [this] { return fake.Fail(550, Text("no")); };
+    fake.OnSend = [] { return Failure(550, Text("no")); };
     addPending = [](const QString &) { throw RuntimeError(Overflow); };
     EXPECT_FALSE(Send());
-    fake.OnSend = [] { return true; };
+    fake.OnSend = [] { return Outcome(); };
     EXPECT_TRUE(Send());
     EXPECT_TRUE(profile.Boxes.Texts().last().endsWith(Text("- The message was sent to 3 recipients")));
 }
@@ -177,14 +177,13 @@ TEST_F(SendEngineTroubleTest, ASecondSendKnowsNothingOfTheFailuresOfTheFirst) {
 TEST_F(SendEngineTroubleTest, ACancelledSendStopsBeforeTheNextRecipientWithoutASummary) {
     fake.OnSend = [this] {
         engine->Cancel();
-        return fake.Fail(550, Text("too late to count"));
+        return Failure(550, Text("too late to count"));
     };
     EXPECT_FALSE(Send());
     EXPECT_EQ(fake.Sent.size(), 1U);
-    EXPECT_EQ(fake.Aborts, 1);
+    EXPECT_EQ(fake.Alive, 0) << "the mail under way is dropped";
     EXPECT_EQ(pending, QStringList());
-    EXPECT_EQ(statuses,
-              (QStringList{Text("Sending message 1/3"), Text("SMTP error 550 - too late to count")}));
+    EXPECT_EQ(statuses, QStringList(Text("Sending message 1/3")));
     EXPECT_EQ(profile.Boxes.Texts(), QStringList());
     EXPECT_EQ(sendings, (std::vector<bool>{true, false}));
     EXPECT_FALSE(Timer()->isActive());
@@ -201,7 +200,7 @@ TEST_F(SendEngineTroubleTest, EventsRunInTheTurnOfADuplicateToo) {
     message.Recipients = QStringList(1000, Text("a@b.org"));
     fake.OnSend = [this] {
         QTimer::singleShot(0, &keeper, [this] { engine->Cancel(); });
-        return true;
+        return Outcome();
     };
     EXPECT_FALSE(Send());
     EXPECT_EQ(statuses,
@@ -210,7 +209,6 @@ TEST_F(SendEngineTroubleTest, EventsRunInTheTurnOfADuplicateToo) {
 
 TEST_F(SendEngineTroubleTest, ACancelBeforeASendDoesNotStopIt) {
     engine->Cancel();
-    EXPECT_EQ(fake.Aborts, 0);
     EXPECT_TRUE(Send());
     EXPECT_EQ(fake.Sent.size(), 3U);
 }
@@ -223,11 +221,11 @@ TEST_F(SendEngineTroubleTest, ACancelUnderTheSummaryChangesNothing) {
 TEST_F(SendEngineTroubleTest, AnEngineDestroyedInTheMiddleEndsItsSend) {
     fake.OnSend = [this] {
         engine.reset();
-        return true;
+        return Outcome();
     };
     EXPECT_FALSE(Send());
     EXPECT_EQ(fake.Sent.size(), 1U);
-    EXPECT_EQ(fake.Aborts, 1);
+    EXPECT_EQ(fake.Alive, 0);
     EXPECT_EQ(statuses, QStringList(Text("Sending message 1/3")));
     EXPECT_EQ(sendings, std::vector<bool>{true});
     EXPECT_EQ(profile.Boxes.Texts(), QStringList());
@@ -241,7 +239,93 @@ TEST_F(SendEngineTroubleTest, AnEngineDestroyedByItsOwnStatusEndsItsSend) {
 
 TEST_F(SendEngineTroubleTest, AnEngineDestroyedUnderTheSummaryHasSent) {
     profile.Boxes.OnBox = [this](const QString &) { engine.reset(); };
+    Send();
+    EXPECT_EQ(fake.Sent.size(), 3U);
+    EXPECT_EQ(profile.Boxes.Shown.size(), 1U);
+    EXPECT_FALSE(completed) << "there is nobody left to tell";
+}
+
+TEST_F(SendEngineTroubleTest, AnEngineDestroyedUnderTheBoxOfAFailureSaysNothingMore) {
+    profile.Boxes.OnBox = [this](const QString &) { engine.reset(); };
+    fake.OnSend = [] { return OwnFailure(FileNotFound, Text("File not found")); };
+    Send();
+    EXPECT_EQ(statuses, QStringList(Text("Sending message 1/3")));
+    EXPECT_EQ(sendings, std::vector<bool>{true});
+}
+
+// ---- Beside others
+
+TEST_F(SendEngineTroubleTest, SendReturnsBeforeTheFirstMessageIsGivenAway) {
+    engine->Send(message);
+    EXPECT_TRUE(engine->IsSending());
+    EXPECT_EQ(statuses, QStringList(Text("Sending message 1/3")));
+    EXPECT_EQ(sendings, std::vector<bool>{true});
+    EXPECT_EQ(fake.Sent.size(), 0U);
+}
+
+TEST_F(SendEngineTroubleTest, ABoxThatIsOpenHoldsNothingUp) {
+    bool underTheBox = false;
+    profile.Boxes.OnBox = [&](const QString &text) {
+        if (text == Text("open"))
+            underTheBox = test::WaitUntil([this] { return !engine->IsSending(); });
+    };
+    engine->Send(message);
+    session.Boxes.MsgBox(Text("open"));
+    EXPECT_TRUE(underTheBox);
+    EXPECT_TRUE(completed);
+    EXPECT_EQ(fake.Sent.size(), 3U);
+}
+
+// Meets every mail's fate in the event that the first of them began.
+class RestlessMailer : public Mailer {
+public:
+    explicit RestlessMailer(std::function<void()> onSubmit) : onSubmit_(std::move(onSubmit)) {}
+    void Submit(const Mail &) override {
+        onSubmit_();
+        if (!std::exchange(submitted_, true) && !running_)
+            QMetaObject::invokeMethod(this, &RestlessMailer::Run, Qt::QueuedConnection);
+    }
+
+private:
+    void Run() {
+        const QPointer<RestlessMailer> self(this);
+        running_ = true;
+        while (self && std::exchange(submitted_, false))
+            Q_EMIT Finished({});
+        if (self)
+            running_ = false;
+    }
+
+    const std::function<void()> onSubmit_;
+    bool submitted_ = false;
+    bool running_ = false;
+};
+
+TEST_F(SendEngineTroubleTest, WindowsHaveTheirEventsThoughTheMailerNeverRests) {
+    int sent = 0;
+    const auto press = [&] { // in the middle, a button that ends it
+        if (++sent == 1)
+            QTimer::singleShot(1, engine.get(), &SendEngine::Cancel);
+    };
+    makeMailer = [&](const MailAccount &) { return std::make_unique<RestlessMailer>(press); };
+    session.Prefs.LogStatus = 0;
+    message.Recipients = Addresses(100'000);
+    EXPECT_FALSE(Send());
+    EXPECT_GT(sent, 0);
+    EXPECT_LT(sent, 50'000) << "100,000 take longer than a slice, whatever the machine";
+}
+
+TEST_F(SendEngineTroubleTest, UnderTheSummaryOfOneSendAnotherGoesOn) {
+    SendEngine other(session, fake.Maker(), addPending);
+    profile.Boxes.OnBox = [&](const QString &) {
+        profile.Boxes.OnBox = nullptr;
+        EXPECT_TRUE(test::WaitUntil([&] { return !other.IsSending(); }));
+    };
+    ComposedMessage longer = message;
+    longer.Recipients = Addresses(20);
+    other.Send(longer);
     EXPECT_TRUE(Send());
+    EXPECT_EQ(fake.Sent.size(), 23U);
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 // The engine with the real component, against a server on loopback that follows a script.
 
 #include "compose/EngineFixture.h"
+#include "smtp/BlockingMailer.h"
 #include "support/FakeSmtpServer.h"
 
 #include <QFile>
@@ -27,13 +28,14 @@ protected:
     void Start(SmtpScript script) {
         server = std::make_unique<FakeSmtpServer>(std::move(script));
         session.Prefs.SMTPServer = Text("127.0.0.1");
-        // A free port of the system is above what the 16-bit setting can hold: it is set behind the engine's
-        // back.
-        QObject::connect(engine.get(), &SendEngine::SendingChanged, &keeper,
-                         [this, port = server->Port()] { smtp.SetPort(port); });
+        // A free port of the system may be above what the 16-bit setting can hold.
+        makeMailer = [this, port = server->Port()](MailAccount account) {
+            account.Port = port;
+            auto mailer = std::make_unique<OSSMTP::BlockingMailer>(account);
+            mailer->SetTimeout(timeout);
+            return mailer;
+        };
     }
-
-    bool Send() { return engine->Send(message); }
 
     // Who got a message, in the order of the server; each message of a run has one recipient. The server
     // notes a message after its answer: the last ones are waited for.
@@ -62,6 +64,7 @@ protected:
     QString Summary() const { return profile.Boxes.Texts().value(0); }
 
     std::unique_ptr<FakeSmtpServer> server;
+    int timeout = 60000;
     QTimer poll;
 };
 
@@ -168,7 +171,7 @@ TEST_F(SendOverWireTest, AServerThatGoesAwayOnceIsAskedAgain) {
 }
 
 TEST_F(SendOverWireTest, ASilenceIsLoggedAndCountsAsSent) {
-    smtp.SetTimeout(200);
+    timeout = 200;
     Start(Script({At(SmtpStep::Rcpt, SmtpFault::Silence, {}, "<a2@")}));
     EXPECT_TRUE(Send());
     EXPECT_EQ(Received(2), (QStringList{Text("a1@example.org"), Text("a3@example.org")}));

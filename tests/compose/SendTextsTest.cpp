@@ -8,11 +8,6 @@
 namespace varlo {
 namespace {
 
-TEST(SendTextsTest, AMailboxIsAQuotedNameAndAnAddressInBrackets) {
-    EXPECT_EQ(Mailbox(u"Mailing List"_s, u"a@b.org"_s), u"\"Mailing List\" <a@b.org>"_s);
-    EXPECT_EQ(Mailbox(QString(), QString()), u"\"\" <>"_s);
-}
-
 TEST(SendTextsTest, ThePercentageCountsAgainstTheLastIndex) {
     EXPECT_EQ(PercentComplete(1, 250), 0);
     EXPECT_EQ(PercentComplete(3, 250), 1);

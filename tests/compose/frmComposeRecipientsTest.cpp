@@ -167,6 +167,25 @@ TEST_F(frmComposeRecipientsTest, AListThatIsGoneIsReportedAndTheOnesBeforeItStay
     EXPECT_EQ(Label("lblStatus"), "Recipients loaded");
 }
 
+TEST_F(frmComposeRecipientsTest, ListsMadeOrDeletedMeanwhileMoveNoRow) {
+    TwoLists();
+    Open();
+    host.Names.clear();
+    List("0new", "new@x.test\r\n");
+    List("b", "two@x.test\r\n");
+    ASSERT_TRUE(QFile::remove(profile.Path("lists/a.vlo")));
+    ChooseTo(1);
+    EXPECT_EQ(To()->toolTip(), "b");
+    EXPECT_EQ(Recipients(), "1 Recipients");
+    EXPECT_EQ(profile.Log("ErrorLog.txt"), QStringList());
+    ChooseTo("All Mailing Lists");
+    EXPECT_EQ(To()->toolTip(), "a, b");
+    EXPECT_EQ(Recipients(), "1 Recipients");
+    EXPECT_EQ(profile.Log("ErrorLog.txt").size(), 1) << "a is gone";
+    SelectLists({1});
+    EXPECT_EQ(To()->toolTip(), "b");
+}
+
 TEST_F(frmComposeRecipientsTest, TheArrowKeysChooseAndTheWheelDoesNot) {
     TwoLists();
     host.Current = "a";

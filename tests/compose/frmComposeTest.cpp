@@ -122,6 +122,14 @@ TEST_F(frmComposeTest, UndoAndRedoStepThroughTheEdits) {
     EXPECT_EQ(Body()->Text(), "abc");
 }
 
+TEST_F(frmComposeTest, TheSignatureOfTheStartIsNoEditToGoBackTo) {
+    Ini("[Signature]\r\nText=Jo\r\n");
+    Open();
+    Type("ab");
+    UndoAll();
+    EXPECT_EQ(Body()->Text(), "a\r\nJo");
+}
+
 TEST_F(frmComposeTest, OneHundredFiftyEditsUndoNinetyNineSteps) {
     Open();
     Type(QString(150, u'x'));

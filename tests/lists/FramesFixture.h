@@ -18,7 +18,7 @@
 namespace varlo::test {
 
 struct ShownPage {
-    explicit ShownPage(Session &session) : page(session, &host) {}
+    ShownPage(Session &session, FakeMailers &mailers) : page(session, mailers.Maker(), &host) {}
     ListStore &Lists() { return page.Lists(); }
     ListEditing &Editing() { return page.Editing(); }
 

@@ -4,6 +4,7 @@
 #include "core/Literals.h"
 #include "lists/ListEditing.h"
 #include "lists/ListStore.h"
+#include "support/FakeMailer.h"
 #include "support/TestProfile.h"
 
 #include <gtest/gtest.h>
@@ -35,7 +36,7 @@ QByteArray FileBytes(const QStringList &lines);
 
 // The lists and what works on them, without a window.
 struct PlainLists {
-    explicit PlainLists(Session &session) : lists(session), editing(session, lists) {}
+    PlainLists(Session &session, FakeMailers &) : lists(session), editing(session, lists) {}
     ListStore &Lists() { return lists; }
     ListEditing &Editing() { return editing; }
 
@@ -78,7 +79,8 @@ protected:
 
     TestProfile profile;
     Session &session = profile.session;
-    Owner owner{session};
+    FakeMailers mailers;
+    Owner owner{session, mailers};
     ListStore &lists = owner.Lists();
     ListEditing &editing = owner.Editing();
 };

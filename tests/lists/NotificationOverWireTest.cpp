@@ -3,10 +3,10 @@
 #include "core/RuntimeError.h"
 #include "lists/ListsFixture.h"
 #include "lists/PendingProcessing.h"
+#include "smtp/BlockingMailer.h"
 #include "support/FakeSmtpServer.h"
 #include "support/WaitUntil.h"
 
-#include <QElapsedTimer>
 #include <QTimer>
 #include <gtest/gtest.h>
 
@@ -43,6 +43,7 @@ protected:
     void Process(const QStringList &entries) {
         AddPending(entries);
         processing.Run();
+        EXPECT_TRUE(test::WaitUntil([this] { return !processing.IsRunning(); }));
     }
     // Who got a mail, in order.
     QStringList Received(qsizetype expected) {
@@ -54,7 +55,9 @@ protected:
     }
 
     std::unique_ptr<FakeSmtpServer> server;
-    PendingProcessing processing{session, lists};
+    PendingProcessing processing{session, lists, [](const MailAccount &account) {
+                                     return std::make_unique<OSSMTP::BlockingMailer>(account);
+                                 }};
 };
 
 TEST_F(NotificationOverWireTest, EachChangeIsToldOverOneConnection) {
@@ -99,14 +102,11 @@ TEST_F(NotificationOverWireTest, WhileTheServerIsSilentRequestsArriveAndStayPend
         late = true;
         lists.Pending.Offer(PendingRequest::FromEntry(u"+late@x.test"_s, RequestOrigin::FailedDelivery));
         processing.Run();
-        processing.Abort();
+        server.reset();
     });
     watch.start(5);
-    QElapsedTimer passed;
-    passed.start();
     Process(Words("+aa@x.test"));
     EXPECT_TRUE(late);
-    EXPECT_LT(passed.elapsed(), 30000) << "the wait for the server was not ended";
     EXPECT_EQ(Pending(), Words("+late@x.test"));
     EXPECT_EQ(TakeStatus().last(), u"Pending list processing complete (+1)"_s);
 }

@@ -2,7 +2,8 @@
 #include "core/Literals.h"
 #include "lists/ListsFixture.h"
 #include "lists/PendingProcessing.h"
-#include "support/FakeSmtp.h"
+#include "support/FakeMailer.h"
+#include "support/WaitUntil.h"
 
 #include <QTimer>
 #include <gtest/gtest.h>
@@ -10,7 +11,10 @@
 namespace varlo {
 namespace {
 
-using test::FakeSmtp;
+using test::Failure;
+using test::OwnFailure;
+using test::SentMail;
+using test::WaitUntil;
 using test::Words;
 
 class NotificationTest : public test::ListsFixture {
@@ -26,32 +30,18 @@ protected:
         session.Prefs.SubBody = u"You are on the list."_s;
         session.Prefs.UnsubSubject = u"Goodbye"_s;
         session.Prefs.UnsubBody = u"You are off the list."_s;
-        FakeSmtp::OnCreated = [this](FakeSmtp &fake) {
-            ++created;
-            fake.OnSend = [this, &fake] {
-                sent.push_back(fake.Sent.back());
-                aborts = &fake.Aborts;
-                return onSend(fake);
-            };
-        };
         OpenList(u"news"_s, Words("bb@x.test"));
     }
-    ~NotificationTest() override {
-        FakeSmtp::OnCreated = nullptr;
-        EXPECT_EQ(FakeSmtp::Alive(), 0) << "a mailer outlived its run";
-    }
+    ~NotificationTest() override { EXPECT_EQ(mailers.Alive, 0) << "a mailer outlived its run"; }
 
+    // Returns when the run is over.
     void Process(const QStringList &entries) {
         AddPending(entries);
         processing.Run();
+        EXPECT_TRUE(WaitUntil([this] { return !processing.IsRunning(); }));
     }
-    QStringList Recipients() const {
-        QStringList recipients;
-        for (const FakeSmtp::Message &message : sent)
-            recipients << message.Recipient;
-        return recipients;
-    }
-    FakeSmtp::Message Mail(const char *recipient, const QString &subject, const QString &text) const {
+    QStringList Recipients() const { return mailers.Recipients(); }
+    SentMail Mail(const char *recipient, const QString &subject, const QString &text) const {
         return {session.Prefs.SMTPServer,
                 session.Prefs.SMTPPort,
                 u"\"Ann Editor\" <ann@x.test>"_s,
@@ -61,19 +51,15 @@ protected:
                 {}};
     }
 
-    int created = 0;
-    const int *aborts = nullptr; // of the mailer that is sending
-    std::vector<FakeSmtp::Message> sent;
-    std::function<bool(FakeSmtp &)> onSend = [](FakeSmtp &) { return true; };
-    PendingProcessing processing{session, lists};
+    PendingProcessing processing{session, lists, mailers.Maker()};
 };
 
 TEST_F(NotificationTest, EachChangeIsToldToItsAddress) {
     Process(Words("+aa@x.test -BB@x.test"));
-    EXPECT_EQ(sent,
-              (std::vector<FakeSmtp::Message>{Mail("aa@x.test", u"Welcome"_s, u"You are on the list."_s),
-                                              Mail("BB@x.test", u"Goodbye"_s, u"You are off the list."_s)}));
-    EXPECT_EQ(created, 1);
+    EXPECT_EQ(mailers.Sent,
+              (std::vector<SentMail>{Mail("aa@x.test", u"Welcome"_s, u"You are on the list."_s),
+                                     Mail("BB@x.test", u"Goodbye"_s, u"You are off the list."_s)}));
+    EXPECT_EQ(mailers.Made, 1);
     EXPECT_EQ(TakeStatus(), (QStringList{u"Processing pending list"_s, u"Processing pending list (1/2)"_s,
                                          u"Processing pending list (1/2 - sending notification)"_s,
                                          u"Processing pending list (2/2)"_s,
@@ -98,7 +84,7 @@ TEST_F(NotificationTest, AnyOtherValueThanOneMakesNoMailer) {
         session.Prefs.Notify = notify;
         Process({u"+n%1@x.test"_s.arg(notify)});
     }
-    EXPECT_EQ(created, 0);
+    EXPECT_EQ(mailers.Made, 0);
     EXPECT_EQ(Recipients(), QStringList());
     EXPECT_EQ(TakeStatus().filter(u"notification"_s), QStringList());
 }
@@ -107,8 +93,8 @@ TEST_F(NotificationTest, BackslashNIsALineBreakAndLinesAreWrapped) {
     session.Prefs.SubBody = u"aaaa bbbb cccc\\n\\ndd"_s;
     session.Prefs.SMTPWrap = 10;
     Process(Words("+aa@x.test"));
-    ASSERT_EQ(sent.size(), 1U);
-    EXPECT_EQ(sent[0].Text, u"aaaa bbbb\r\ncccc\r\n\r\ndd"_s);
+    ASSERT_EQ(mailers.Sent.size(), 1U);
+    EXPECT_EQ(mailers.Sent[0].Text, u"aaaa bbbb\r\ncccc\r\n\r\ndd"_s);
 }
 
 TEST_F(NotificationTest, AWidthThatCannotBeIsReportedAndTheRequestsAreProcessed) {
@@ -119,8 +105,9 @@ TEST_F(NotificationTest, AWidthThatCannotBeIsReportedAndTheRequestsAreProcessed)
 }
 
 TEST_F(NotificationTest, AMailThatFailsIsToldAndTheNextIsSent) {
-    onSend = [](FakeSmtp &fake) {
-        return fake.Current.Recipient != u"aa@x.test"_s || fake.Fail(550, u"<b>no such user"_s);
+    mailers.OnSend = [this] {
+        return mailers.Sent.back().Recipient != u"aa@x.test"_s ? Outcome()
+                                                               : Failure(550, u"<b>no such user"_s);
     };
     Process(Words("+aa@x.test +cc@x.test"));
     EXPECT_EQ(Recipients(), Words("aa@x.test cc@x.test"));
@@ -132,11 +119,12 @@ TEST_F(NotificationTest, AMailThatFailsIsToldAndTheNextIsSent) {
 }
 
 TEST_F(NotificationTest, AFailureThatFindsNoStatusLogIsReportedAndTheRunGoesOn) {
-    onSend = [this](FakeSmtp &fake) {
+    mailers.OnSend = [this] {
         BlockLog(u"StatusLog.txt"_s);
-        fake.Fail(12002, u"timed out"_s);
+        return Failure(12002, u"timed out"_s);
+    };
+    profile.Boxes.OnBox = [this](const QString &) {
         QDir(profile.Path(u"logs"_s)).rmdir(u"StatusLog.txt"_s);
-        return false;
     };
     Process(Words("+aa@x.test +cc@x.test"));
     EXPECT_EQ(Recipients(), Words("aa@x.test cc@x.test"));
@@ -146,20 +134,20 @@ TEST_F(NotificationTest, AFailureThatFindsNoStatusLogIsReportedAndTheRunGoesOn) 
 }
 
 TEST_F(NotificationTest, TheChangeIsMadeBeforeItIsToldAndLoggedAfterwards) {
-    onSend = [this](FakeSmtp &) {
+    mailers.OnSend = [this] {
         EXPECT_EQ(Current(), Words("bb@x.test aa@x.test"));
         EXPECT_EQ(profile.Log(u"PendingLog.txt"_s), QStringList());
         EXPECT_EQ(Pending(), Words("+aa@x.test"));
-        return true;
+        return Outcome();
     };
     Process(Words("+aa@x.test"));
     EXPECT_EQ(profile.Log(u"PendingLog.txt"_s), Words("+aa@x.test"));
 }
 
 TEST_F(NotificationTest, RequestsThatArriveWhileAMailIsSentStayPending) {
-    onSend = [this](FakeSmtp &) {
+    mailers.OnSend = [this] {
         lists.Pending.Offer(PendingRequest::FromEntry(u"+late@x.test"_s, RequestOrigin::FailedDelivery));
-        return true;
+        return Outcome();
     };
     Process(Words("+aa@x.test -bb@x.test"));
     EXPECT_EQ(Pending(), Words("+late@x.test +late@x.test"));
@@ -176,24 +164,24 @@ TEST_F(NotificationTest, RequestsThatArriveAtTheYieldStayPending) {
 }
 
 TEST_F(NotificationTest, ASecondRunDuringARunDoesNothing) {
-    onSend = [this](FakeSmtp &) {
+    mailers.OnSend = [this] {
         EXPECT_TRUE(processing.IsRunning());
         processing.Run();
-        return true;
+        return Outcome();
     };
     QTimer::singleShot(0, &processing, &PendingProcessing::Run);
     Process(Words("+aa@x.test +cc@x.test"));
-    EXPECT_EQ(created, 1);
+    EXPECT_EQ(mailers.Made, 1);
     EXPECT_EQ(Recipients(), Words("aa@x.test cc@x.test"));
     EXPECT_EQ(profile.Log(u"PendingLog.txt"_s), Words("+aa@x.test +cc@x.test"));
     EXPECT_EQ(TakeStatus().filter(u"complete"_s).size(), 1);
 }
 
 TEST_F(NotificationTest, AbortReachesTheMailerThatIsSending) {
-    onSend = [this](FakeSmtp &) {
+    mailers.OnSend = [this] {
         processing.Abort();
-        EXPECT_EQ(*aborts, 1);
-        return false;
+        EXPECT_EQ(mailers.Alive, 0);
+        return Outcome();
     };
     Process(Words("+aa@x.test"));
     processing.Abort(); // nobody is sending any more
@@ -201,9 +189,9 @@ TEST_F(NotificationTest, AbortReachesTheMailerThatIsSending) {
 }
 
 TEST_F(NotificationTest, WhenTheProgramClosesTheRunEndsAndAllRequestsStay) {
-    onSend = [this](FakeSmtp &) {
+    mailers.OnSend = [this] {
         session.AppExiting = true;
-        return false;
+        return Failure(12030, u"closing"_s);
     };
     Process(Words("+aa@x.test +cc@x.test"));
     EXPECT_EQ(Recipients(), Words("aa@x.test"));
@@ -217,12 +205,80 @@ TEST_F(NotificationTest, WhenTheProgramClosesAtTheYieldNoMailIsSent) {
     EXPECT_EQ(Recipients(), QStringList());
 }
 
+// ---- What happens meanwhile
+
+TEST_F(NotificationTest, TheRunGoesOnFromEventToEvent) {
+    AddPending(Words("+aa@x.test"));
+    processing.Run();
+    EXPECT_TRUE(processing.IsRunning());
+    EXPECT_EQ(Recipients(), QStringList()) << "the windows have their events first";
+    EXPECT_EQ(Current(), Words("bb@x.test aa@x.test"));
+    EXPECT_TRUE(WaitUntil([this] { return !processing.IsRunning(); }));
+    EXPECT_EQ(Recipients(), Words("aa@x.test"));
+}
+
+TEST_F(NotificationTest, ABoxThatIsOpenHoldsNothingUp) {
+    bool endedUnderTheBox = false;
+    profile.Boxes.OnBox = [&](const QString &) {
+        endedUnderTheBox = WaitUntil([this] { return !processing.IsRunning(); });
+    };
+    AddPending(Words("+aa@x.test -bb@x.test +cc@x.test"));
+    processing.Run();
+    session.Boxes.MsgBox(u"open"_s);
+    EXPECT_TRUE(endedUnderTheBox);
+    EXPECT_EQ(Recipients(), Words("aa@x.test bb@x.test cc@x.test"));
+    EXPECT_EQ(Pending(), QStringList());
+}
+
+TEST_F(NotificationTest, AFaultOfThisMachineEndsTheRunAndAllRequestsStay) {
+    mailers.OnSend = [] { return OwnFailure(53, u"File not found"_s); };
+    Process(Words("+aa@x.test +cc@x.test"));
+    EXPECT_EQ(Errors(), QStringList(u"53 in Main.cmdCapturesAdd - File not found"_s));
+    EXPECT_EQ(Pending(), Words("+aa@x.test +cc@x.test"));
+    EXPECT_EQ(profile.Log(u"PendingLog.txt"_s), QStringList());
+}
+
+TEST_F(NotificationTest, ARequestThatWaitsForItsMailIsLoggedWhenTheRunIsEnded) {
+    mailers.OnSend = [] { return std::nullopt; };
+    AddPending(Words("+aa@x.test +cc@x.test"));
+    processing.Run();
+    ASSERT_TRUE(WaitUntil([this] { return mailers.IsBusy(); }));
+    EXPECT_EQ(profile.Log(u"PendingLog.txt"_s), QStringList());
+    processing.Abort();
+    EXPECT_EQ(profile.Log(u"PendingLog.txt"_s), Words("+aa@x.test"));
+    EXPECT_FALSE(processing.IsRunning());
+    EXPECT_EQ(mailers.Alive, 0);
+    EXPECT_EQ(Pending(), Words("+aa@x.test +cc@x.test"));
+}
+
+TEST_F(NotificationTest, ARunThatIsEndedAtTheYieldSendsAndDoesNothingMore) {
+    AddPending(Words("+aa@x.test +cc@x.test"));
+    processing.Run();
+    processing.Abort();
+    EXPECT_EQ(profile.Log(u"PendingLog.txt"_s), Words("+aa@x.test"));
+    TakeStatus();
+    QCoreApplication::processEvents();
+    EXPECT_EQ(Recipients() + TakeStatus(), QStringList());
+}
+
+TEST_F(NotificationTest, ARunThatEndsUnderTheBoxOfItsOwnErrorIsOver) {
+    mailers.OnSend = [this] {
+        BlockLog(u"StatusLog.txt"_s);
+        return Failure(550, u"no"_s);
+    };
+    profile.Boxes.OnBox = [this](const QString &) { processing.Abort(); };
+    Process(Words("+aa@x.test +cc@x.test"));
+    EXPECT_EQ(Errors(), QStringList(u"70 in Main.SMTP_ErrorSMTP - Permission denied"_s));
+    EXPECT_EQ(profile.Log(u"PendingLog.txt"_s), Words("+aa@x.test"));
+    EXPECT_EQ(Pending(), Words("+aa@x.test +cc@x.test"));
+}
+
 TEST_F(NotificationTest, EachRunTakesTheSettingsOfItsTime) {
     Process(Words("+aa@x.test"));
     session.Prefs.SMTPServer = u"other.x.test"_s;
     Process(Words("+cc@x.test"));
-    EXPECT_EQ(created, 2);
-    EXPECT_EQ(sent.back().Server, u"other.x.test"_s);
+    EXPECT_EQ(mailers.Made, 2);
+    EXPECT_EQ(mailers.Sent.back().Server, u"other.x.test"_s);
 }
 
 } // namespace

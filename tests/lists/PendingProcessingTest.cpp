@@ -29,7 +29,7 @@ protected:
         EXPECT_EQ(Sorted(), alphabetical);
     }
 
-    PendingProcessing processing{session, lists};
+    PendingProcessing processing{session, lists, mailers.Maker()};
 };
 
 TEST_F(PendingProcessingTest, AppliesTheRequestsInOrderAndClearsThePendingList) {

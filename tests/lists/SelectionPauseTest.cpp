@@ -72,7 +72,7 @@ TEST_F(SelectionPauseTest, ProcessingKeepsAScatteredSelection) {
     QStringList expected = lists.SelectedEntries(kAlphabetical);
     const QString leaving = expected.takeFirst();
     AddPending({u'-' + leaving, u"+new@x.test"_s});
-    PendingProcessing processing(session, lists);
+    PendingProcessing processing(session, lists, mailers.Maker());
     processing.Run();
     EXPECT_EQ(lists.SelectedEntries(kAlphabetical), expected);
 }

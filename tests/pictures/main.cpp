@@ -13,6 +13,7 @@
 #include "pictures/SampleProfile.h"
 #include "pictures/Snapshot.h"
 #include "prefs/frmOptions.h"
+#include "support/FakeMailer.h"
 
 #include <QAction>
 #include <QApplication>
@@ -85,7 +86,7 @@ private:
     }
 
     void TakeMain() {
-        main_ = std::make_unique<frmMain>(sample_.session);
+        main_ = std::make_unique<frmMain>(sample_.session, mailers_.Maker());
         main_->Form_Load();
         AddRequests();
         auto *list = Find<QListView>(*main_, "lstEmailList_1");
@@ -173,7 +174,7 @@ private:
     void TakeEmptyStates() {
         SampleProfile fresh;
         fresh.RemoveLists();
-        frmMain empty(fresh.session);
+        frmMain empty(fresh.session, mailers_.Maker());
         empty.Form_Load();
         Take(empty, "main-empty");
         frmAttach attach(fresh.session);
@@ -185,6 +186,7 @@ private:
     const QString folder_;
     const bool all_;
     SampleProfile sample_;
+    FakeMailers mailers_;
     std::unique_ptr<frmMain> main_;
 };
 
