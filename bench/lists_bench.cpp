@@ -76,15 +76,15 @@ struct Program {
             QDir().mkpath(session.ProfileFile(QString::fromLatin1(sub)));
         file = session.ProfileFile(u"lists"_s, kName + u".vlo"_s);
         WriteFile(file, Bytes());
-        lists.Load(kName);
+        lists.Open.Load(kName);
     }
 
     QByteArray Bytes() const { return (entries.join(u"\r\n"_s) + u"\r\n"_s).toUtf8(); }
     QString Log(const char *name) const { return session.ProfileFile(u"logs"_s, QString::fromLatin1(name)); }
     void Reload() {
-        lists.ListSaved = true;
-        lists.Load(kName);
-        lists.lstEmailList(kPending).SetEntries({});
+        lists.Open.DropChanges();
+        lists.Open.Load(kName);
+        lists.Box(kPending).Model().SetEntries({});
         session.Prefs.ListSortBy = kAlphabetical;
         QFile::remove(Log("StatusLog.txt"));
         QFile::remove(Log("PendingLog.txt"));
@@ -119,7 +119,7 @@ struct Window {
 void Load(benchmark::State &state) {
     Program program(state.range(0));
     for (auto _ : state)
-        program.lists.Load(kName);
+        program.lists.Open.Load(kName);
 }
 
 void ReadAndSplit(benchmark::State &state) {
@@ -131,7 +131,7 @@ void ReadAndSplit(benchmark::State &state) {
 void Save(benchmark::State &state) {
     Program program(state.range(0));
     for (auto _ : state)
-        program.lists.WriteList(kName);
+        program.lists.Open.WriteList(kName);
 }
 
 void WriteWhole(benchmark::State &state) {
@@ -146,7 +146,7 @@ void ProcessRequests(benchmark::State &state, Program &program, bool afterSearch
     for (auto _ : state) {
         state.PauseTiming();
         program.Reload();
-        program.lists.lstEmailList(kPending).AddAll(requests);
+        program.lists.Box(kPending).Model().AddAll(requests);
         program.answers.Input = u"e@mail"_s;
         if (afterSearch)
             program.editing.Search();
@@ -217,7 +217,7 @@ void CopyToPending(benchmark::State &state) {
     Window window(program);
     program.editing.SelectAll(kAlphabetical);
     for (auto _ : state) {
-        program.lists.lstEmailList(kPending).SetEntries({});
+        program.lists.Box(kPending).Model().SetEntries({});
         program.editing.CurrentToPending(ListEditing::Transfer::Copy);
     }
 }

@@ -2,6 +2,7 @@
 
 #include "core/Literals.h"
 #include "core/Product.h"
+#include "core/ProfileLayout.h"
 #include "core/modPublic.h"
 
 #include <QDir>
@@ -64,10 +65,10 @@ QStringList FindDocumentFolders(const QString &executableFolder) {
 }
 
 void PrepareProfile(Session &session, ErrorTrap &trap) {
-    session.INI.SetFile(session.ProfileFile(u"prefs.ini"_s));
+    session.INI.SetFile(ProfileLayout::Settings(session));
     trap([&] { CreateFolder(session.ProfilePath); });
-    for (const char *folder : {"lists", "sent", "logs"})
-        trap([&] { CreateFolder(session.ProfileFile(QString::fromLatin1(folder))); });
+    for (const QString &folder : ProfileLayout::Folders(session))
+        trap([&] { CreateFolder(folder); });
 }
 
 void WriteSessionMarkers(Session &session, const QString &words, ErrorTrap &trap) {

@@ -5,22 +5,16 @@
 #include "core/Mailer.h"
 #include "core/Reporting.h"
 #include "core/Session.h"
-#include "lists/ListEditing.h"
-#include "lists/ListStore.h"
-#include "lists/PendingProcessing.h"
 #include "pop3/Pop3Check.h"
 
 #include <QMainWindow>
 #include <QPointer>
 
 class QLabel;
-class QSplitter;
 
 namespace varlo {
 
-class CurrentListFrame;
-class ListsMenu;
-class PendingListFrame;
+class ListsPage;
 class StatusLabel;
 class frmCompose;
 class frmConsole;
@@ -50,7 +44,7 @@ private:
     void CreateStatusBar();
     void LayOutControls();
     void ConnectControls();
-    void ConnectFrames();
+    void ConnectPage();
 
     // What the compose window asks for.
     QStringList ListNames() const override;
@@ -63,11 +57,7 @@ private:
     void OpenLastList(ErrorTrap &trap);
     void RestoreLayout();
 
-    bool Form_QueryUnload();
     void Form_Unload();
-    void UpdateControls();
-    void SetLocked(bool locked);
-    void ShowSortOrder();
 
     void mnuCompose_Click();
     void mnuMainPreferences_Click();
@@ -76,27 +66,20 @@ private:
 
     Session &session_;
     const MakeMailer makeMailer_;
-    ListStore lists_;
-    ListEditing editing_;
-    PendingProcessing processing_;
+    ListsPage *page_;
     Pop3Check check_;
 
-    QSplitter *splitter_ = nullptr;
-    CurrentListFrame *fraCurrent = nullptr;
-    PendingListFrame *Frame3 = nullptr;
     QAction *mnuCompose = nullptr;
     QAction *mnuMainPreferences = nullptr;
     QAction *mnuMainConsole = nullptr;
     QAction *mnuMainOnTop = nullptr;
     QAction *mnuMainExit = nullptr;
-    ListsMenu *mnuLists = nullptr;
     StatusLabel *lblStatus = nullptr;
     QLabel *lblStatusCurrent = nullptr;
     QLabel *lblStatusPending = nullptr;
     bool endsUnasked_ = false;
     std::unique_ptr<frmConsole> console_;
     QPointer<frmCompose> compose_; // deletes itself once it is closed
-    QPointer<QWidget> focusBeforeLock_;
 };
 
 } // namespace varlo

@@ -2,6 +2,7 @@
 
 #include "compose/LineEnds.h"
 #include "core/Literals.h"
+#include "core/ProfileLayout.h"
 #include "core/TextFile.h"
 #include "core/modPublic.h"
 
@@ -11,20 +12,17 @@ namespace {
 
 const QString kCrLf = u"\r\n"_s;
 
-QString DraftPath(const Session &session) {
-    return session.ProfileFile(u"draft.txt"_s);
-}
-
 } // namespace
 
 void SaveDraft(const Session &session, const Draft &draft) {
-    WriteFile(DraftPath(session), EncodeText(OnOneLine(draft.Subject) + kCrLf + draft.Body + kCrLf));
+    WriteFile(ProfileLayout::Draft(session),
+              EncodeText(OnOneLine(draft.Subject) + kCrLf + draft.Body + kCrLf));
 }
 
 std::optional<Draft> OpenDraft(const Session &session) {
-    if (!PathExists(DraftPath(session)))
+    if (!PathExists(ProfileLayout::Draft(session)))
         return std::nullopt;
-    QString text = DecodeText(ReadFile(DraftPath(session)));
+    QString text = DecodeText(ReadFile(ProfileLayout::Draft(session)));
     if (!text.contains(kCrLf))
         text.replace(u'\n', kCrLf);
     QStringList lines = SplitLines(text);

@@ -1,6 +1,7 @@
 #include "compose/Recipients.h"
 
 #include "core/Literals.h"
+#include "core/ProfileLayout.h"
 #include "core/Reporting.h"
 #include "core/TextFile.h"
 
@@ -85,7 +86,7 @@ QStringList Recipients::ListsOf(const RecipientChoice &choice, RecipientSource s
 }
 
 void Recipients::ReadList(const QString &name) {
-    addresses_ += ReadLines(session_.ProfileFile(u"lists"_s, name + u".vlo"_s));
+    addresses_ += ReadLines(ProfileLayout::ListFile(session_, name));
 }
 
 void Recipients::Status(const QString &text) {

@@ -2,6 +2,7 @@
 
 #include "core/Literals.h"
 #include "core/Preferences.h"
+#include "core/ProfileLayout.h"
 #include "core/TextFile.h"
 #include "core/modPublic.h"
 
@@ -45,7 +46,7 @@ QString SentCopyText(const Session &session, const QString &toName, const QStrin
 
 void WriteSentCopy(const Session &session, const QString &toName, const QString &subject,
                    const QString &text) {
-    WriteFile(session.ProfileFile(u"sent"_s, SentCopyName(subject, session.Now())),
+    WriteFile(ProfileLayout::SentCopy(session, SentCopyName(subject, session.Now())),
               EncodeText(SentCopyText(session, toName, subject, text)));
 }
 

@@ -47,4 +47,16 @@ public:
     virtual void SetHourglass(bool on) = 0;
 };
 
+// The hourglass as long as it lives.
+class Hourglass {
+public:
+    explicit Hourglass(Dialogs &boxes) : boxes_(boxes) { boxes_.SetHourglass(true); }
+    ~Hourglass() { boxes_.SetHourglass(false); }
+    Hourglass(const Hourglass &) = delete;
+    Hourglass &operator=(const Hourglass &) = delete;
+
+private:
+    Dialogs &boxes_;
+};
+
 } // namespace varlo

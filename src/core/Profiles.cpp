@@ -8,8 +8,6 @@
 #include <QDir>
 #include <QFileInfo>
 
-#include <algorithm>
-
 namespace varlo::Profiles {
 
 namespace {
@@ -25,11 +23,7 @@ bool IsOwnEntry(const QString &name) {
 QStringList Names(const QString &profilesFolder) {
     QStringList names =
         QDir(profilesFolder).entryList(QDir::Dirs | QDir::NoDotAndDotDot | QDir::Hidden, QDir::Unsorted);
-    // A profile is remembered by its position: names that differ in letter case only need an order, too.
-    std::sort(names.begin(), names.end(), [](const QString &a, const QString &b) {
-        const int order = a.compare(b, Qt::CaseInsensitive);
-        return order == 0 ? a < b : order < 0;
-    });
+    SortNames(names);
     return names;
 }
 

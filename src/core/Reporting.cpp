@@ -3,6 +3,7 @@
 #include "core/Literals.h"
 #include "core/Preferences.h"
 #include "core/Product.h"
+#include "core/ProfileLayout.h"
 #include "core/TextFile.h"
 #include "core/modPublic.h"
 
@@ -48,7 +49,7 @@ namespace {
 void Append(const Session &session, const QString &file, const QString &line) {
     if (!session.ProfilePath.isEmpty()) {
         try {
-            return AppendLine(session.ProfileFile(u"logs"_s, file), line);
+            return AppendLine(ProfileLayout::Log(session, file), line);
         } catch (const RuntimeError &) {
             if (PathExists(session.ProfilePath))
                 throw;

@@ -25,6 +25,13 @@ QString StripChars(QString text, const QString &chars) {
     return text;
 }
 
+void SortNames(QStringList &names) {
+    std::sort(names.begin(), names.end(), [](const QString &a, const QString &b) {
+        const int order = a.compare(b, Qt::CaseInsensitive);
+        return order == 0 ? a < b : order < 0;
+    });
+}
+
 QString DurationText(qint64 seconds) {
     const qint64 hours = seconds / 3600;
     const qint64 minutes = seconds % 3600 / 60;

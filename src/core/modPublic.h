@@ -3,7 +3,7 @@
 
 #include "core/Literals.h"
 
-#include <QString>
+#include <QStringList>
 
 namespace varlo {
 
@@ -19,6 +19,10 @@ QString LowerCased(const QString &text);
 
 // `text` with every character of `chars` replaced by one blank.
 QString StripChars(QString text, const QString &chars);
+
+// Sorts names that are remembered by their position: without regard to letter case, names that differ in
+// nothing else by their characters.
+void SortNames(QStringList &names);
 
 // "1 hrs, 2 mins, 3 secs"; hours and minutes appear only when above 0.
 QString DurationText(qint64 seconds);

@@ -27,28 +27,17 @@ void ClipboardCapture::End() {
 }
 
 QString ClipboardCapture::Tick() {
-    QString caption;
-    Trapped(session_, u"Main.tmrCaptureEmail"_s, [&] {
-        if (TakeText())
-            caption = Caption(lists_.lstEmailList(kPending).Count());
-    });
-    return caption;
+    const int before = lists_.Pending.Count();
+    Trapped(session_, u"Main.tmrCaptureEmail"_s, [this] { TakeText(); });
+    const int after = lists_.Pending.Count(); // it may have been taken, though that could not be logged
+    return after == before ? QString() : Caption(after);
 }
 
-bool ClipboardCapture::TakeText() {
+void ClipboardCapture::TakeText() {
     const QString text = clipboard_.Text();
     clipboard_.Clear(); // so that each copied text is looked at once
-    if (text.isEmpty())
-        return false;
-    const QString address = CleanTypedAddress(text);
-    const bool isNew = IsNewAddress(session_, address, lists_.lstEmailList(kPending));
-    const bool isValid = IsValidAddress(session_, address, true);
-    if (!isNew || !isValid)
-        return false;
-    lists_.AddPending(u'+' + address);
-    StatusMessage(session_, u"Added ["_s + address + u"] to the pending list"_s);
-    lists_.UpdateControls();
-    return true;
+    if (!text.isEmpty())
+        lists_.Pending.Offer({RequestKind::Subscribe, CleanTypedAddress(text), RequestOrigin::Clipboard});
 }
 
 } // namespace varlo

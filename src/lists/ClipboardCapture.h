@@ -31,7 +31,7 @@ public:
     static QString Caption(int count);
 
 private:
-    bool TakeText();
+    void TakeText();
 
     Session &session_;
     ListStore &lists_;

@@ -5,7 +5,7 @@
 #include "core/Reporting.h"
 #include "lists/EntryListView.h"
 #include "lists/ListEditing.h"
-#include "lists/ListFile.h"
+#include "lists/ListLibrary.h"
 #include "lists/ListManagement.h"
 #include "lists/ListStore.h"
 
@@ -15,7 +15,6 @@
 #include <QPushButton>
 #include <QShortcut>
 #include <QSignalBlocker>
-#include <QTimer>
 
 namespace varlo {
 
@@ -68,13 +67,8 @@ void CurrentListFrame::LayOutControls() {
 }
 
 void CurrentListFrame::ConnectControls() {
-    connect(cmbMList, &QComboBox::currentIndexChanged, this, &CurrentListFrame::OnChosen);
-    connect(cmbMList, &QComboBox::activated, this, [this] {
-        // Choosing the open list again loads it again; a choice that changed the index has been loaded
-        // already.
-        if (!loadedByChange_)
-            cmbMList_Click();
-    });
+    // Also when the open list is chosen again, which loads it again.
+    connect(cmbMList, &QComboBox::activated, this, &CurrentListFrame::cmbMList_Click);
     connect(cmdFileNew, &QPushButton::clicked, this, &CurrentListFrame::cmdFileNew_Click);
     connect(cmdFileRename, &QPushButton::clicked, this, &CurrentListFrame::cmdFileRename_Click);
     connect(cmdFileDelete, &QPushButton::clicked, this, &CurrentListFrame::cmdFileDelete_Click);
@@ -87,6 +81,9 @@ void CurrentListFrame::ConnectControls() {
             [this] { Q_EMIT SortMenuWanted(cmdListSort->mapToGlobal(QPoint(0, cmdListSort->height()))); });
     connect(new QShortcut(QKeySequence::Save, this), &QShortcut::activated, cmdFileSave, &QPushButton::click);
     connect(new QShortcut(QKeySequence::Find, this), &QShortcut::activated, cmdListFind, &QPushButton::click);
+    for (const bool next : {true, false})
+        connect(new QShortcut(QKeySequence(next ? u"F3"_s : u"Shift+F3"_s), this), &QShortcut::activated,
+                this, [this, next] { editing_.ShowSelected(next); });
     for (EntryListView *view : {chronological_, alphabetical_}) {
         connect(view, &EntryListView::SelectionTouched, this,
                 [this] { editing_.ReportSelection(lists_.VisibleBox()); });
@@ -99,15 +96,13 @@ void CurrentListFrame::ConnectControls() {
 void CurrentListFrame::RefreshListNames() {
     const QSignalBlocker quiet(cmbMList);
     cmbMList->clear();
-    cmbMList->addItems(ListFile::Names(session_));
+    cmbMList->addItems(ListLibrary::Names(session_));
     cmbMList->setCurrentIndex(-1);
 }
 
 void CurrentListFrame::ChooseList(int index) {
-    if (index == cmbMList->currentIndex())
-        cmbMList_Click();
-    else
-        cmbMList->setCurrentIndex(index);
+    cmbMList->setCurrentIndex(index);
+    cmbMList_Click();
 }
 
 int CurrentListFrame::ChosenIndex() const {
@@ -137,48 +132,26 @@ void CurrentListFrame::ChooseName(const QString &name) {
 void CurrentListFrame::ShowOpenList() {
     const QSignalBlocker quiet(cmbMList);
     cmbMList->setCurrentIndex(
-        cmbMList->findText(lists_.CurrentListName, Qt::MatchExactly | Qt::MatchCaseSensitive));
-    lists_.UpdateControls();
-}
-
-void CurrentListFrame::OnChosen(int index) {
-    if (index < 0)
-        return;
-    cmbMList_Click();
-    loadedByChange_ = true;
-    QTimer::singleShot(0, this, [this] { loadedByChange_ = false; });
+        cmbMList->findText(lists_.Open.Name(), Qt::MatchExactly | Qt::MatchCaseSensitive));
 }
 
 void CurrentListFrame::cmbMList_Click() {
-    if (!lists_.Load(cmbMList->currentText()))
+    if (!lists_.Open.Load(cmbMList->currentText()))
         ShowOpenList();
-}
-
-// Says so when there is no list to work on.
-bool CurrentListFrame::HasList(const QString &name) {
-    if (name.isEmpty())
-        session_.Boxes.MsgBox(u"Please create or choose a mailing list first."_s, BoxButtons::Ok,
-                              BoxIcon::Exclamation);
-    return !name.isEmpty();
 }
 
 bool CurrentListFrame::Save() {
     // The chooser names no list when the file of the open one has vanished; its entries are still here.
-    const QString name = ChosenName().isEmpty() ? lists_.CurrentListName : ChosenName();
-    if (!HasList(name) || !lists_.WriteList(name))
-        return false;
-    lists_.ListSaved = true;
-    Trapped(session_, u"Main.cmdFileSave"_s, [&] { StatusMessage(session_, u"Saved ["_s + name + u"]"_s); });
-    lists_.UpdateControls();
-    return true;
+    const QString name = ChosenName().isEmpty() ? lists_.Open.Name() : ChosenName();
+    return HasList(session_, name) && lists_.Open.Save(name, u"Main.cmdFileSave"_s);
 }
 
 void CurrentListFrame::cmdFileNew_Click() {
+    const OpenList::Hold hold(lists_.Open);
     const auto name = CreateList(session_);
     if (!name)
         return;
     RefreshListNames();
-    lists_.UpdateControls();
     ChooseName(*name);
     if (!ListNames().contains(*name))
         return; // it could not be created, which has been reported
@@ -187,29 +160,26 @@ void CurrentListFrame::cmdFileNew_Click() {
 }
 
 void CurrentListFrame::cmdFileRename_Click() {
-    const auto name = RenameList(session_, lists_, ChosenName());
+    const OpenList::Hold hold(lists_.Open);
+    const auto name = RenameList(session_, lists_.Open, ChosenName());
     if (!name)
         return;
     RefreshListNames();
-    ChooseName(*name);
-    lists_.ListSaved = true;
+    ChooseName(*name); // saved then, unless the operator wanted the changes saved and that failed
 }
 
 void CurrentListFrame::cmdFileDelete_Click() {
+    const OpenList::Hold hold(lists_.Open);
     const QString name = ChosenName();
-    if (!HasList(name) || !DeleteList(session_, name))
+    if (!HasList(session_, name) || !DeleteList(session_, name))
         return;
-    lists_.ListSaved = true; // before another list is loaded, which would ask about the changes that are gone
+    lists_.Open
+        .DropChanges(); // before another list is loaded, which would ask about the changes that are gone
     RefreshListNames();
-    lists_.UpdateControls();
-    if (cmbMList->count() > 0) {
+    if (cmbMList->count() > 0)
         ChooseList(0);
-    } else {
-        // Wanted: the alphabetical box keeps the entries of the last list, a last look at what was deleted.
-        lists_.lstEmailList(kChronological).SetEntries({});
-        lists_.CurrentListName.clear();
-        lists_.UpdateControls();
-    }
+    else
+        lists_.Open.Close();
     Trapped(session_, u"Main.cmdFileDelete"_s,
             [&] { StatusMessage(session_, u"Deleted mailing list ["_s + name + u"]"_s); });
 }
@@ -220,14 +190,17 @@ void CurrentListFrame::ShowSortOrder() {
     alphabetical_->setVisible(alphabetical);
 }
 
-void CurrentListFrame::Apply(const ControlStates &states) {
-    cmbMList->setEnabled(states.cmbMList);
-    cmdFileRename->setEnabled(states.OpenList);
+void CurrentListFrame::UpdateControls() {
+    const int visible = lists_.VisibleBox();
+    const bool hasEntries = lists_.lstEmailList(kChronological).Count() > 0;
+    const bool hasSelection = lists_.SelectedCount(visible) > 0;
+    cmbMList->setEnabled(cmbMList->count() > 0);
+    cmdFileRename->setEnabled(!ChosenName().isEmpty());
     for (QWidget *control :
          std::initializer_list<QWidget *>{cmdListFind, cmdListSort, chronological_, alphabetical_})
-        control->setEnabled(states.Current);
-    cmdListEdit->setEnabled(states.CurrentSelection);
-    cmdListDelete->setEnabled(states.CurrentSelection);
+        control->setEnabled(hasEntries);
+    cmdListEdit->setEnabled(hasSelection);
+    cmdListDelete->setEnabled(hasSelection);
 }
 
 } // namespace varlo

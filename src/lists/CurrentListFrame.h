@@ -2,7 +2,6 @@
 #pragma once
 
 #include "core/Session.h"
-#include "lists/ControlStates.h"
 
 #include <QGroupBox>
 
@@ -35,7 +34,7 @@ public:
 
     // Shows the list box of the order in force and hides the other.
     void ShowSortOrder();
-    void Apply(const ControlStates &states);
+    void UpdateControls();
 
 Q_SIGNALS:
     // The sort menu is to pop up at `position` (of the screen).
@@ -48,10 +47,8 @@ private:
     void ConnectControls();
 
     void cmbMList_Click();
-    void OnChosen(int index);
     void ChooseName(const QString &name);
     void ShowOpenList();
-    bool HasList(const QString &name);
     void cmdFileNew_Click();
     void cmdFileRename_Click();
     void cmdFileDelete_Click();
@@ -71,7 +68,6 @@ private:
     QPushButton *cmdListDelete = nullptr;
     QPushButton *cmdListFind = nullptr;
     QPushButton *cmdListSort = nullptr;
-    bool loadedByChange_ = false;
 };
 
 } // namespace varlo

@@ -202,6 +202,21 @@ int EntryListModel::FindExact(const QString &entry) const {
     return -1;
 }
 
+QList<int> EntryListModel::RowsOf(const QStringList &entries) const {
+    QHash<QString, int> wanted;
+    for (const QString &entry : entries)
+        ++wanted[entry];
+    QList<int> rows;
+    int at = 0;
+    Rows().ForEach([&](const Row &row) {
+        const auto found = wanted.find(row.Text);
+        if (found != wanted.end() && (*found)-- > 0)
+            rows.append(at);
+        ++at;
+    });
+    return rows;
+}
+
 int EntryListModel::RowOfSerial(quint32 serial) const {
     return rows_.LowerBound([&](const Row &r) { return r.Serial < serial; });
 }

@@ -53,6 +53,8 @@ public:
     int FindFirst(const QString &entry) const;
     // The row of the first entry that is `entry` to the letter, or -1.
     int FindExact(const QString &entry) const;
+    // The rows, from the top, of these entries to the letter, each as often as it is given.
+    QList<int> RowsOf(const QStringList &entries) const;
 
 private:
     struct Row {

@@ -3,16 +3,18 @@
 #include "core/Literals.h"
 #include "lists/ListStore.h"
 
+#include <QClipboard>
 #include <QContextMenuEvent>
+#include <QGuiApplication>
 #include <QKeyEvent>
 
 namespace varlo {
 
 EntryListView::EntryListView(ListStore &lists, int box, const QString &accessibleName, QWidget *parent)
-    : QListView(parent) {
+    : QListView(parent), box_(lists.Box(box)) {
     setObjectName(u"lstEmailList_"_s + QString::number(box));
     setAccessibleName(accessibleName);
-    setModel(&lists.lstEmailList(box));
+    setModel(&lists.Box(box).Model());
     QItemSelectionModel *ownSelection = selectionModel();
     setSelectionModel(&lists.Selection(box));
     delete ownSelection;
@@ -24,7 +26,9 @@ EntryListView::EntryListView(ListStore &lists, int box, const QString &accessibl
 }
 
 void EntryListView::keyPressEvent(QKeyEvent *event) {
-    if (event->matches(QKeySequence::Delete)) {
+    if (event->matches(QKeySequence::Copy)) {
+        CopySelection();
+    } else if (event->matches(QKeySequence::Delete)) {
         Q_EMIT DeleteWanted();
     } else if (event->key() == Qt::Key_F2 && event->modifiers() == Qt::NoModifier) {
         Q_EMIT EditWanted();
@@ -34,6 +38,22 @@ void EntryListView::keyPressEvent(QKeyEvent *event) {
         if (selectionModel()->selection() != before)
             Q_EMIT SelectionTouched();
     }
+}
+
+void EntryListView::CopySelection() const {
+    const QStringList entries = box_.SelectedEntries();
+    if (!entries.isEmpty())
+        QGuiApplication::clipboard()->setText(entries.join(u'\n'));
+}
+
+// The right button asks for the menu of what is selected; beside a selection it does not drop it.
+QItemSelectionModel::SelectionFlags EntryListView::selectionCommand(const QModelIndex &index,
+                                                                    const QEvent *event) const {
+    const bool isRightPress = event != nullptr && event->type() == QEvent::MouseButtonPress &&
+                              static_cast<const QMouseEvent *>(event)->button() == Qt::RightButton;
+    if (isRightPress && box_.SelectedCount() > 1)
+        return QItemSelectionModel::NoUpdate;
+    return QListView::selectionCommand(index, event);
 }
 
 void EntryListView::mouseReleaseEvent(QMouseEvent *event) {

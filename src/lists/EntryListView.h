@@ -5,6 +5,7 @@
 
 namespace varlo {
 
+class ListBox;
 class ListStore;
 
 class EntryListView : public QListView {
@@ -26,6 +27,14 @@ protected:
     void keyPressEvent(QKeyEvent *event) override;
     void mouseReleaseEvent(QMouseEvent *event) override;
     void contextMenuEvent(QContextMenuEvent *event) override;
+    QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex &index,
+                                                         const QEvent *event) const override;
+
+private:
+    // Copies the selected entries, one a line.
+    void CopySelection() const;
+
+    const ListBox &box_;
 };
 
 } // namespace varlo

@@ -16,28 +16,8 @@ namespace varlo {
 
 namespace {
 
-int OtherCurrentBox(int box) {
-    return box == kChronological ? kAlphabetical : kChronological;
-}
-
-QHash<QString, int> CountTexts(const QStringList &entries) {
-    QHash<QString, int> counts;
-    for (const QString &entry : entries)
-        ++counts[entry];
-    return counts;
-}
-
-// The rows of `model`, from the top, that match `entries` to the letter, each entry as often as it is given.
-QList<int> MatchingRows(const EntryListModel &model, const QStringList &entries) {
-    QHash<QString, int> wanted = CountTexts(entries);
-    const QStringList all = model.Entries();
-    QList<int> rows;
-    for (qsizetype i = 0; i < all.size(); ++i) {
-        const auto found = wanted.find(all[i]);
-        if (found != wanted.end() && (*found)-- > 0)
-            rows.append(static_cast<int>(i));
-    }
-    return rows;
+QString CountText(int count) {
+    return QString::number(count) + (count == 1 ? u" address"_s : u" addresses"_s);
 }
 
 } // namespace
@@ -52,60 +32,56 @@ void ListEditing::EditSelected(int box) {
             if (index.isValid() && !EditOne(box, index))
                 break;
     });
-    lists_.UpdateControls();
 }
 
 bool ListEditing::EditOne(int box, const QPersistentModelIndex &index) {
     const EntryListModel &model = lists_.lstEmailList(box);
-    const QString old = model.Entry(index.row());
-    const QString sign = box == kPending ? old.left(1) : QString();
-    const QString answer = session_.Boxes.InputBox(u"Please enter the amended e-mail address:"_s,
-                                                   u"Edit e-mail address"_s, old.mid(sign.size()));
+    const QString old =
+        box == kPending ? lists_.Pending.Request(index.row()).Address : model.Entry(index.row());
+    const QString answer =
+        session_.Boxes.InputBox(u"Please enter the amended e-mail address:"_s, u"Edit e-mail address"_s, old);
     if (answer.isEmpty())
         return false;
     if (IsNewAddress(session_, answer, model) && IsValidAddress(session_, answer, false) && index.isValid())
-        ReplaceEntry(box, index.row(), sign + answer);
+        ReplaceAddress(box, index.row(), answer);
     return true;
 }
 
-void ListEditing::ReplaceEntry(int box, int row, const QString &entry) {
-    EntryListModel &model = lists_.lstEmailList(box);
-    const QString old = model.Entry(row);
-    const int newRow = model.Replace(row, entry);
-    lists_.Selection(box).select(model.index(newRow), QItemSelectionModel::Select);
-    if (box == kPending)
-        return;
-    EntryListModel &other = lists_.lstEmailList(OtherCurrentBox(box));
-    if (const int otherRow = other.FindExact(old); otherRow >= 0)
-        other.Replace(otherRow, entry);
-    lists_.MarkUnsaved();
+void ListEditing::ReplaceAddress(int box, int row, const QString &address) {
+    const QString old = lists_.lstEmailList(box).Entry(row);
+    int newRow = row;
+    if (box == kPending) {
+        PendingRequest request = lists_.Pending.Request(row);
+        request.Address = address;
+        lists_.Pending.Replace(row, request);
+    } else {
+        newRow = lists_.Open.Replace(box, row, address);
+        lists_.Selection(box).select(lists_.lstEmailList(box).index(newRow), QItemSelectionModel::Select);
+    }
+    MakeCurrent(box, newRow);
+    StatusMessage(session_,
+                  u"Changed ["_s + old + u"] to ["_s + lists_.lstEmailList(box).Entry(newRow) + u']');
 }
 
 void ListEditing::DeleteSelected(int box) {
     Trapped(session_, u"Main.cmdListDelete"_s, [&] {
         const QStringList entries = lists_.SelectedEntries(box);
-        lists_.lstEmailList(box).RemoveRows(lists_.SelectedRows(box));
-        if (box != kPending && !entries.isEmpty()) {
-            RemoveFromOtherBox(box, entries);
-            lists_.MarkUnsaved();
-        }
+        if (box == kPending)
+            lists_.Pending.RemoveRows(lists_.SelectedRows(box));
+        else
+            lists_.Open.RemoveRows(box, lists_.SelectedRows(box));
         for (const QString &entry : entries)
             StatusMessage(session_, u"Deleted ["_s + entry + u"]"_s);
     });
-    lists_.UpdateControls();
-}
-
-void ListEditing::RemoveFromOtherBox(int box, const QStringList &entries) {
-    EntryListModel &other = lists_.lstEmailList(OtherCurrentBox(box));
-    other.RemoveRows(MatchingRows(other, entries));
 }
 
 void ListEditing::Search() {
     const QString text = session_.Boxes.InputBox(
         u"Please enter the text you want to search for:\r\n(Can be a full or partial address)"_s,
-        u"Find e-mail address"_s);
+        u"Find e-mail address"_s, searched_);
     if (text.isEmpty())
         return;
+    searched_ = text;
     Trapped(session_, u"Main.cmdListFind"_s, [&] {
         StatusMessage(session_, u"Searching for ["_s + text + u"]..."_s);
         QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
@@ -117,10 +93,30 @@ void ListEditing::Search() {
             if (LowerCased(entries[i]).contains(lower))
                 matches.append(static_cast<int>(i));
         lists_.SelectRows(box, matches);
+        if (!matches.isEmpty())
+            MakeCurrent(box, matches.first());
         StatusMessage(session_, u"Search returned "_s + QString::number(matches.size()) +
                                     u" matches for ["_s + text + u"]"_s);
     });
-    lists_.UpdateControls();
+}
+
+// A view shows its current row.
+void ListEditing::MakeCurrent(int box, int row) {
+    lists_.Selection(box).setCurrentIndex(lists_.lstEmailList(box).index(row), QItemSelectionModel::NoUpdate);
+}
+
+void ListEditing::ShowSelected(bool next) {
+    const int box = lists_.VisibleBox();
+    const QList<int> rows = lists_.SelectedRows(box);
+    if (rows.isEmpty())
+        return;
+    const int current = lists_.Selection(box).currentIndex().row();
+    const auto behind = std::upper_bound(rows.begin(), rows.end(), current);
+    const auto at = std::lower_bound(rows.begin(), rows.end(), current);
+    if (next)
+        MakeCurrent(box, behind == rows.end() ? rows.first() : *behind);
+    else
+        MakeCurrent(box, at == rows.begin() ? rows.last() : *std::prev(at));
 }
 
 bool ListEditing::ChangeSortOrder(int order) {
@@ -133,34 +129,28 @@ bool ListEditing::ChangeSortOrder(int order) {
     if (tooMany && session_.Boxes.MsgBox(question, BoxButtons::OkCancel, BoxIcon::Question, u"Confirm"_s) !=
                        BoxAnswer::Ok)
         return false;
-    session_.Boxes.SetHourglass(true);
+    const Hourglass hourglass(session_.Boxes);
     Trapped(session_, u"Main.mnuSortOrder"_s, [&] {
         StatusMessage(session_, u"Sorting list..."_s);
         QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
         const QStringList carried = tooMany ? QStringList() : lists_.SelectedEntries(from);
         if (from != to || tooMany) {
             lists_.Selection(from).clearSelection();
-            lists_.SelectRows(to, MatchingRows(lists_.lstEmailList(to), carried));
+            lists_.SelectRows(to, lists_.lstEmailList(to).RowsOf(carried));
         }
-        session_.Prefs.ListSortBy = order;
+        lists_.Open.SetSortOrder(order);
         StatusMessage(session_, order == 1 ? u"E-mail addresses sorted by alphabetical order"_s
                                            : u"E-mail addresses sorted by chronological order"_s);
     });
-    session_.Boxes.SetHourglass(false);
-    lists_.UpdateControls();
     return true;
 }
 
 void ListEditing::SwapSigns() {
-    EntryListModel &pending = lists_.lstEmailList(kPending);
-    for (int row : lists_.SelectedRows(kPending)) {
-        const QString entry = pending.Entry(row);
-        if (entry.startsWith(u'+'))
-            pending.Replace(row, u'-' + entry.mid(1));
-        else if (entry.startsWith(u'-'))
-            pending.Replace(row, u'+' + entry.mid(1));
-    }
-    lists_.UpdateControls();
+    const QList<int> rows = lists_.SelectedRows(kPending);
+    for (int row : rows)
+        lists_.Pending.Replace(row, lists_.Pending.Request(row).Reversed());
+    Trapped(session_, u"Main.cmdListSwap"_s,
+            [&] { StatusMessage(session_, u"Reversed "_s + CountText(static_cast<int>(rows.size()))); });
 }
 
 void ListEditing::SelectAll(int box) {
@@ -174,41 +164,44 @@ void ListEditing::SelectNone(int box) {
     lists_.Selection(box).clearSelection();
     Trapped(session_, u"Main.mnuListsDeSelAll"_s,
             [&] { StatusMessage(session_, u"Cleared address selections"_s); });
-    lists_.UpdateControls();
 }
 
 void ListEditing::ReportSelection(int box) {
     const int count = lists_.SelectedCount(box);
-    Trapped(session_, u"Main.lstEmailList"_s, [&] {
-        StatusMessage(session_, u"Selected "_s + QString::number(count) +
-                                    (count == 1 ? u" address"_s : u" addresses"_s));
-    });
-    lists_.UpdateControls();
+    Trapped(session_, u"Main.lstEmailList"_s,
+            [&] { StatusMessage(session_, u"Selected "_s + CountText(count)); });
+}
+
+void ListEditing::TellTransfer(Transfer transfer, int count, const QString &target) {
+    const QString done = transfer == Transfer::Move ? u"Moved "_s : u"Copied "_s;
+    Trapped(session_, u"Main.mnuLists"_s,
+            [&] { StatusMessage(session_, done + CountText(count) + u" to the "_s + target + u" list"_s); });
 }
 
 void ListEditing::CurrentToPending(Transfer transfer) {
+    const int count = lists_.SelectedCount(lists_.VisibleBox());
     const bool copied = Trapped(session_, u"Main.mnuListsCurrentCopy"_s, [&] {
-        QStringList entries = lists_.SelectedEntries(lists_.VisibleBox());
-        for (QString &entry : entries)
-            entry.prepend(u'+');
-        lists_.lstEmailList(kPending).AddAll(entries);
+        lists_.Pending.AddAll(RequestKind::Subscribe, lists_.SelectedEntries(lists_.VisibleBox()));
     });
     if (copied && transfer == Transfer::Move)
         DeleteSelected(lists_.VisibleBox());
-    lists_.UpdateControls();
+    if (copied)
+        TellTransfer(transfer, count, u"pending"_s);
 }
 
 void ListEditing::PendingToCurrent(Transfer transfer) {
+    const int count = lists_.SelectedCount(kPending);
     const bool copied = Trapped(session_, u"Main.mnuListsPendingCopy"_s, [&] {
-        QStringList entries = lists_.SelectedEntries(kPending);
-        for (QString &entry : entries)
-            entry.remove(0, 1);
+        QStringList addresses;
+        for (int row : lists_.SelectedRows(kPending))
+            addresses.append(lists_.Pending.Request(row).Address);
         const SelectionPause pause(lists_, lists_.VisibleBox());
-        lists_.lstEmailList(lists_.VisibleBox()).AddAll(entries);
+        lists_.Open.AddToVisibleOnly(addresses);
     });
     if (copied && transfer == Transfer::Move)
         DeleteSelected(kPending);
-    lists_.UpdateControls();
+    if (copied)
+        TellTransfer(transfer, count, u"current"_s);
 }
 
 } // namespace varlo

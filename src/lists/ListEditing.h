@@ -10,8 +10,7 @@ namespace varlo {
 
 class ListStore;
 
-// Every routine works on the selected entries of one list, reports on the status line and lets the controls
-// follow. `box` is the visible Current box or the Pending box. Failures are reported under the label of the
+// Every routine works on the selected entries of one list, and reports on the status line. `box` is the visible Current box or the Pending box. Failures are reported under the label of the
 // routine's control.
 class ListEditing {
 public:
@@ -23,7 +22,11 @@ public:
     void DeleteSelected(int box);
     // Asks for a text and selects the entries of the visible Current box that contain it. An empty or
     // cancelled box leaves the selection alone.
+    // The text of the last search is offered again; the first match becomes the current row, in view.
     void Search();
+    // Makes the next selected entry of the visible Current box the current row, or the previous one; round
+    // and round.
+    void ShowSelected(bool next);
     // Shows the other order (0 chronological, 1 alphabetical) and carries at most 500 selections over to it.
     // False when the operator kept the order because more would be lost.
     bool ChangeSortOrder(int order);
@@ -48,11 +51,13 @@ public:
 private:
     // False when the round is over.
     bool EditOne(int box, const QPersistentModelIndex &index);
-    void ReplaceEntry(int box, int row, const QString &entry);
-    void RemoveFromOtherBox(int box, const QStringList &entries);
+    void MakeCurrent(int box, int row);
+    void TellTransfer(Transfer transfer, int count, const QString &target);
+    void ReplaceAddress(int box, int row, const QString &address);
 
     Session &session_;
     ListStore &lists_;
+    QString searched_;
 };
 
 } // namespace varlo

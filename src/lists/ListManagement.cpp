@@ -2,13 +2,19 @@
 
 #include "core/Literals.h"
 #include "core/Reporting.h"
-#include "core/TextFile.h"
 #include "core/modPublic.h"
-#include "lists/ListFile.h"
-#include "lists/ListStore.h"
+#include "lists/ListLibrary.h"
+#include "lists/OpenList.h"
 #include "lists/UnsavedList.h"
 
 namespace varlo {
+
+bool HasList(Session &session, const QString &name) {
+    if (name.isEmpty())
+        session.Boxes.MsgBox(u"Please create or choose a mailing list first."_s, BoxButtons::Ok,
+                             BoxIcon::Exclamation);
+    return !name.isEmpty();
+}
 
 std::optional<QString> CreateList(Session &session) {
     const QString name = StripChars(
@@ -16,11 +22,11 @@ std::optional<QString> CreateList(Session &session) {
         kForbiddenInNames);
     if (name.isEmpty())
         return std::nullopt;
-    Trapped(session, u"Main.cmdFileNew"_s, [&] { ListFile::Write(session, name, {}); });
+    Trapped(session, u"Main.cmdFileNew"_s, [&] { ListLibrary::Create(session, name); });
     return name;
 }
 
-std::optional<QString> RenameList(Session &session, ListStore &lists, const QString &current) {
+std::optional<QString> RenameList(Session &session, OpenList &lists, const QString &current) {
     if (!lists.PromptSaveList())
         return std::nullopt;
     const QString name =
@@ -30,12 +36,12 @@ std::optional<QString> RenameList(Session &session, ListStore &lists, const QStr
     if (name.isEmpty() || name == current)
         return std::nullopt;
     const bool renamed = Trapped(session, u"Main.cmdFileRename"_s, [&] {
-        RenamePath(ListFile::Path(session, current), ListFile::Path(session, name));
+        ListLibrary::Rename(session, current, name);
         UnsavedList::Rename(session, current, name);
     });
     if (!renamed)
         return std::nullopt;
-    lists.CurrentListName = name; // changes that are still unsaved belong to the file under its new name
+    lists.Rename(name);
     return name;
 }
 
@@ -44,7 +50,7 @@ bool DeleteList(Session &session, const QString &name) {
     if (session.Boxes.AskToDestroy(question, BoxIcon::Question, u"Confirm Delete"_s) != BoxAnswer::Yes)
         return false;
     return Trapped(session, u"Main.cmdFileDelete"_s, [&] {
-        DeleteFile(ListFile::Path(session, name));
+        ListLibrary::Delete(session, name);
         UnsavedList::Discard(session, name);
     });
 }

@@ -63,7 +63,6 @@ void ListsMenu::ConnectEntries() {
         connect(mnuSortOrder[i], &QAction::triggered, this, [this, i] {
             editing_.ChangeSortOrder(i);
             ShowSortOrder(); // also when the operator kept the old order: the click has moved the check mark
-            Q_EMIT SortOrderChanged();
         });
     }
     connect(mnuListsCurrentSelAll, &QAction::triggered, this,
@@ -78,14 +77,17 @@ void ListsMenu::ShowSortOrder() {
     mnuSortOrder[lists_.VisibleBox() == kAlphabetical ? 1 : 0]->setChecked(true);
 }
 
-void ListsMenu::Apply(const ControlStates &states) {
-    mnuListsCurrent->setEnabled(states.Current);
-    mnuSort->setEnabled(states.Current);
+void ListsMenu::UpdateControls() {
+    const bool hasCurrent = lists_.lstEmailList(kChronological).Count() > 0;
+    const bool hasCurrentSelection = lists_.SelectedCount(lists_.VisibleBox()) > 0;
+    const bool hasPendingSelection = lists_.SelectedCount(kPending) > 0;
+    mnuListsCurrent->setEnabled(hasCurrent);
+    mnuSort->setEnabled(hasCurrent);
     for (QAction *entry : {mnuListsCurrentCopy[0], mnuListsCurrentCopy[1], mnuListsCurrentDeSelAll})
-        entry->setEnabled(states.CurrentSelection);
-    mnuListsPending->setEnabled(states.Pending);
+        entry->setEnabled(hasCurrentSelection);
+    mnuListsPending->setEnabled(lists_.Pending.Count() > 0);
     for (QAction *entry : {mnuListsPendingCopy[0], mnuListsPendingCopy[1], mnuListsPendingDeSelAll})
-        entry->setEnabled(states.PendingSelection);
+        entry->setEnabled(hasPendingSelection);
 }
 
 } // namespace varlo

@@ -2,7 +2,6 @@
 #pragma once
 
 #include "core/Session.h"
-#include "lists/ControlStates.h"
 
 #include <QMenu>
 
@@ -23,10 +22,7 @@ public:
 
     // Checks the entry of the sort order in force.
     void ShowSortOrder();
-    void Apply(const ControlStates &states);
-
-Q_SIGNALS:
-    void SortOrderChanged();
+    void UpdateControls();
 
 private:
     void CreateCurrentMenu();

@@ -1,26 +1,16 @@
 #include "lists/ManualAdd.h"
 
 #include "core/Literals.h"
-#include "core/Reporting.h"
 #include "lists/AddressRules.h"
 #include "lists/ListStore.h"
 
 namespace varlo {
 
-bool AddTypedAddress(Session &session, ListStore &lists, const QString &text, Request request,
+bool AddTypedAddress(ListStore &lists, const QString &text, RequestKind kind,
                      const std::function<void()> &process) {
-    ErrorTrap trap(session, u"Main.cmdEmailAdd"_s);
-    if (!IsValidAddress(session, text, false)) {
-        trap([&] { StatusMessage(session, u"The e-mail address ["_s + text + u"] is invalid"_s); });
+    const auto answer = lists.Pending.Offer({kind, text, RequestOrigin::Typed});
+    if (answer == PendingList::Answer::Invalid)
         return false;
-    }
-    bool isNew = true;
-    trap([&] { isNew = IsNewAddress(session, text, lists.lstEmailList(kPending)); });
-    if (isNew) {
-        const QString sign = request == Request::Subscribe ? u"+"_s : u"-"_s;
-        trap([&] { lists.AddPending(sign + text); });
-        trap([&] { StatusMessage(session, u"Added ["_s + text + u"] to the pending list"_s); });
-    }
     if (process)
         process();
     return true;

@@ -129,10 +129,6 @@ void PendingListFrame::ConnectControls() {
     connect(pending_, &EntryListView::MenuWanted, this, &PendingListFrame::ContextMenuWanted);
 }
 
-bool PendingListFrame::HasTypedAddress() const {
-    return !txtAddEmail->text().isEmpty();
-}
-
 bool PendingListFrame::Bypass() const {
     return chkInstantAdd->isChecked();
 }
@@ -151,10 +147,9 @@ void PendingListFrame::ProcessPendingList() {
 
 void PendingListFrame::cmdEmailAdd_Click(int index) {
     const auto process = Bypass() ? std::function<void()>([this] { ProcessPendingList(); }) : nullptr;
-    const Request request = index == 0 ? Request::Subscribe : Request::Unsubscribe;
-    if (AddTypedAddress(session_, lists_, txtAddEmail->text(), request, process))
+    const RequestKind kind = index == 0 ? RequestKind::Subscribe : RequestKind::Unsubscribe;
+    if (AddTypedAddress(lists_, txtAddEmail->text(), kind, process))
         txtAddEmail->clear();
-    lists_.UpdateControls();
 }
 
 void PendingListFrame::txtAddEmail_Change() {
@@ -162,7 +157,7 @@ void PendingListFrame::txtAddEmail_Change() {
     if (clean != txtAddEmail->text())
         txtAddEmail->setText(clean); // a change of its own, which comes here again
     else
-        lists_.UpdateControls();
+        UpdateTypedAddress();
 }
 
 void PendingListFrame::cmdCapture_Click() {
@@ -173,12 +168,16 @@ void PendingListFrame::cmdCapture_Click() {
         tmrCaptureEmail->start();
         return;
     }
+    EndCapture();
+    if (Bypass())
+        ProcessPendingList();
+}
+
+void PendingListFrame::EndCapture() {
     cmdCapture->setText(u"Cli&pboard"_s);
     Q_EMIT CaptionWanted(QString());
     capture_.End();
     tmrCaptureEmail->stop();
-    if (Bypass())
-        ProcessPendingList();
 }
 
 void PendingListFrame::tmrCaptureEmail_Timer() {
@@ -187,16 +186,24 @@ void PendingListFrame::tmrCaptureEmail_Timer() {
         Q_EMIT CaptionWanted(caption);
 }
 
-void PendingListFrame::Apply(const ControlStates &states) {
+void PendingListFrame::UpdateTypedAddress() {
+    for (QPushButton *button : {cmdEmailAdd[0], cmdEmailAdd[1], cmdEmailValidate})
+        button->setEnabled(!txtAddEmail->text().isEmpty());
+}
+
+void PendingListFrame::UpdateControls(bool hasOpenList) {
+    const bool hasEntries = lists_.Pending.Count() > 0;
+    const bool hasSelection = lists_.SelectedCount(kPending) > 0;
+    if (!hasOpenList && IsCapturing())
+        EndCapture(); // its button cannot be pressed any more
     for (QWidget *control :
          std::initializer_list<QWidget *>{txtAddEmail, cmdAutoAdd, cmdCapture, chkInstantAdd})
-        control->setEnabled(states.OpenList);
-    for (QPushButton *button : {cmdEmailAdd[0], cmdEmailAdd[1], cmdEmailValidate})
-        button->setEnabled(states.TypedAddress);
-    pending_->setEnabled(states.Pending);
-    cmdCapturesAdd->setEnabled(states.Pending);
+        control->setEnabled(hasOpenList);
+    UpdateTypedAddress();
+    pending_->setEnabled(hasEntries);
+    cmdCapturesAdd->setEnabled(hasEntries);
     for (QPushButton *button : {cmdListEdit, cmdListDelete, cmdListSwap})
-        button->setEnabled(states.PendingSelection);
+        button->setEnabled(hasSelection);
 }
 
 } // namespace varlo

@@ -3,7 +3,6 @@
 
 #include "core/Session.h"
 #include "lists/ClipboardCapture.h"
-#include "lists/ControlStates.h"
 
 #include <QGroupBox>
 
@@ -26,8 +25,7 @@ public:
     PendingListFrame(Session &session, ListStore &lists, ListEditing &editing, PendingProcessing &processing,
                      QWidget *parent = nullptr);
 
-    void Apply(const ControlStates &states);
-    bool HasTypedAddress() const;
+    void UpdateControls(bool hasOpenList);
     bool Bypass() const; // chkInstantAdd
     void SetBypass(bool on);
     bool IsCapturing() const;
@@ -48,8 +46,10 @@ private:
     void ConnectControls();
 
     void cmdEmailAdd_Click(int index);
+    void UpdateTypedAddress();
     void txtAddEmail_Change();
     void cmdCapture_Click();
+    void EndCapture();
     void tmrCaptureEmail_Timer();
 
     Session &session_;

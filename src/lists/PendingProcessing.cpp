@@ -1,16 +1,16 @@
 #include "lists/PendingProcessing.h"
 
 #include "core/Literals.h"
+#include "core/PendingRequest.h"
 #include "core/Preferences.h"
 #include "core/Reporting.h"
 #include "core/SendingAccount.h"
 #include "core/ValueText.h"
 #include "core/WordWrap.h"
 #include "lists/AddressRules.h"
+#include "lists/ListManagement.h"
 #include "lists/ListStore.h"
 #include "lists/SelectionPause.h"
-
-#include <numeric>
 
 namespace varlo {
 
@@ -43,7 +43,7 @@ PendingProcessing::~PendingProcessing() = default;
 // ---- The run as a whole
 
 void PendingProcessing::Run() {
-    if (IsRunning() || lists_.IsLoading() || !HasOpenList() || !HasSoundAccount())
+    if (IsRunning() || lists_.Open.IsLoading() || !HasOpenList() || !HasSoundAccount())
         return;
     pass_ = std::make_unique<Pass>(lists_, lists_.lstEmailList(kPending).Entries());
     Q_EMIT RunningChanged(true);
@@ -52,11 +52,7 @@ void PendingProcessing::Run() {
 
 // Without a list the requests would be applied to nothing and be gone.
 bool PendingProcessing::HasOpenList() {
-    if (!lists_.CurrentListName.isEmpty())
-        return true;
-    session_.Boxes.MsgBox(u"Please create or choose a mailing list first."_s, BoxButtons::Ok,
-                          BoxIcon::Exclamation);
-    return false;
+    return HasList(session_, lists_.Open.Name());
 }
 
 // Otherwise everybody would be added or removed without his mail.
@@ -88,7 +84,7 @@ void PendingProcessing::ProcessEntries() {
         if (session_.AppExiting)
             return End();
         StatusMessage(session_, Progress() + u')');
-        if (Apply(Entry()) && pass_->SMTP)
+        if (Apply(PendingRequest::FromEntry(Entry())) && pass_->SMTP)
             return AnnounceNotification();
         LogEntry();
     }
@@ -103,10 +99,9 @@ void PendingProcessing::LogEntry() {
 }
 
 void PendingProcessing::Complete() {
-    StatusMessage(session_, u"Pending list processing complete ("_s + Summary() + u')');
-    QList<int> processed(pass_->Entries.size());
-    std::iota(processed.begin(), processed.end(), 0);
-    lists_.lstEmailList(kPending).RemoveRows(processed);
+    StatusMessage(session_, u"Pending list processing complete ("_s +
+                                ActivityText(pass_->Added, pass_->Removed) + u')');
+    lists_.Pending.RemoveFirst(pass_->Entries.size());
     End();
 }
 
@@ -122,44 +117,29 @@ void PendingProcessing::End() {
     yield_.stop();
     pass_.reset();
     Q_EMIT RunningChanged(false);
-    lists_.UpdateControls();
 }
 
 // ---- One request
 
 // Whether the request changed anything.
-bool PendingProcessing::Apply(const QString &entry) {
-    const QString address = entry.mid(1);
-    return (entry.startsWith(u'+') && Subscribe(address)) || (entry.startsWith(u'-') && Unsubscribe(address));
+bool PendingProcessing::Apply(const PendingRequest &request) {
+    return (request.Kind == RequestKind::Subscribe && Subscribe(request.Address)) ||
+           (request.Kind == RequestKind::Unsubscribe && Unsubscribe(request.Address));
 }
 
 bool PendingProcessing::Subscribe(const QString &address) {
     if (!IsNewAddress(session_, address, lists_.lstEmailList(kChronological)))
         return false;
-    // Both boxes or none: a full alphabetical box must not leave the two with different entries.
-    if (lists_.lstEmailList(kAlphabetical).Count() >= EntryListModel::kMostEntries)
-        throw RuntimeError(Overflow);
-    lists_.lstEmailList(kChronological).Add(address);
-    lists_.lstEmailList(kAlphabetical).Add(address);
+    lists_.Open.Add(address);
     pass_->Added = To16Bit(pass_->Added + 1);
-    lists_.MarkUnsaved();
     return true;
 }
 
 bool PendingProcessing::Unsubscribe(const QString &address) {
-    const auto removeFirst = [&](int box) {
-        const int row = lists_.lstEmailList(box).FindFirst(address);
-        if (row >= 0)
-            lists_.lstEmailList(box).Remove(row);
-        return row >= 0;
-    };
-    const bool found = removeFirst(kChronological);
-    if (found) {
-        pass_->Removed = To16Bit(pass_->Removed + 1);
-        lists_.MarkUnsaved();
-    }
-    removeFirst(kAlphabetical); // whether or not it was found above: the two may differ
-    return found;
+    if (!lists_.Open.Remove(address))
+        return false;
+    pass_->Removed = To16Bit(pass_->Removed + 1);
+    return true;
 }
 
 // ---- Its notification
@@ -174,13 +154,14 @@ void PendingProcessing::SendNotification() {
     if (session_.AppExiting)
         return Abort();
     const Preferences &prefs = session_.Prefs;
-    const bool isNew = Entry().startsWith(u'+');
+    const PendingRequest request = PendingRequest::FromEntry(Entry());
+    const bool isNew = request.Kind == RequestKind::Subscribe;
     const QString text =
         WordWrap(session_, FromOneLine(isNew ? prefs.SubBody : prefs.UnsubBody), prefs.SMTPWrap);
     if (!IsRunning()) // ended under the box that told of a width that cannot be
         return;
     const MailMessage message{isNew ? prefs.SubSubject : prefs.UnsubSubject, text, {}};
-    pass_->SMTP->Submit({std::make_shared<const MailMessage>(message), Entry().mid(1)});
+    pass_->SMTP->Submit({std::make_shared<const MailMessage>(message), request.Address});
 }
 
 void PendingProcessing::SMTP_Finished(const Outcome &outcome) {
@@ -211,15 +192,6 @@ const QString &PendingProcessing::Entry() const {
 QString PendingProcessing::Progress() const {
     return u"Processing pending list ("_s + QString::number(pass_->Index + 1) + u'/' +
            QString::number(pass_->Entries.size());
-}
-
-QString PendingProcessing::Summary() const {
-    QStringList parts;
-    if (pass_->Added > 0)
-        parts << u'+' + QString::number(pass_->Added);
-    if (pass_->Removed > 0)
-        parts << u'-' + QString::number(pass_->Removed);
-    return parts.isEmpty() ? u"no activity"_s : parts.join(u", "_s);
 }
 
 } // namespace varlo

@@ -13,6 +13,7 @@
 namespace varlo {
 
 class ListStore;
+struct PendingRequest;
 
 // Without notifications a run is over when Run returns. With them it goes on from event to event: nothing
 // that happens in a window meanwhile holds it up, and it holds up nothing but the lists.
@@ -47,7 +48,7 @@ private:
     void Begin();
     void Proceed(const std::function<void()> &step);
     void ProcessEntries();
-    bool Apply(const QString &entry);
+    bool Apply(const PendingRequest &request);
     bool Subscribe(const QString &address);
     bool Unsubscribe(const QString &address);
     void AnnounceNotification();
@@ -59,7 +60,6 @@ private:
     void End();
     const QString &Entry() const;
     QString Progress() const;
-    QString Summary() const;
 
     Session &session_;
     ListStore &lists_;

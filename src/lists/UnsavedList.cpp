@@ -4,23 +4,23 @@
 #include "core/Reporting.h"
 #include "core/TextFile.h"
 #include "core/modPublic.h"
-#include "lists/ListFile.h"
-#include "lists/ListStore.h"
+#include "lists/ListLibrary.h"
+#include "lists/OpenList.h"
 
 namespace varlo::UnsavedList {
 
 QString Path(const Session &session, const QString &name) {
-    return ListFile::Path(session, name) + u".unsaved"_s;
+    return ListLibrary::Path(session, name) + u".unsaved"_s;
 }
 
-bool Keep(const Session &session, const ListStore &lists) {
-    if (lists.ListSaved || lists.CurrentListName.isEmpty())
+bool Keep(const Session &session, const OpenList &list) {
+    if (list.IsSaved() || list.Name().isEmpty())
         return false;
     try {
         QString text;
-        for (const QString &entry : lists.lstEmailList(kChronological).Entries())
+        for (const QString &entry : list.Box(kChronological).Model().Entries())
             text += entry + u"\r\n"_s;
-        WriteFile(Path(session, lists.CurrentListName), EncodeText(text));
+        WriteFile(Path(session, list.Name()), EncodeText(text));
         return true;
     } catch (const RuntimeError &error) {
         LogError(session, u"Main.KeepUnsaved"_s, error);
@@ -28,13 +28,10 @@ bool Keep(const Session &session, const ListStore &lists) {
     return false;
 }
 
-void Restore(const Session &session, ListStore &lists) {
-    const QString path = Path(session, lists.CurrentListName);
+void Restore(const Session &session, OpenList &list) {
+    const QString path = Path(session, list.Name());
     const QStringList entries = ReadLines(path).mid(0, EntryListModel::kMostEntries);
-    lists.lstEmailList(kChronological).SetEntries(entries);
-    lists.lstEmailList(kAlphabetical).SetEntries(entries);
-    lists.MarkUnsaved();
-    lists.UpdateControls();
+    list.ReplaceAll(entries);
     DeleteFile(path);
 }
 

@@ -5,7 +5,7 @@
 
 namespace varlo {
 
-class ListStore;
+class OpenList;
 
 namespace UnsavedList {
 
@@ -14,11 +14,11 @@ QString Path(const Session &session, const QString &name);
 
 // Writes the unsaved entries of the open list, whole or not at all. False when there is nothing unsaved or the
 // disk does not take it; nobody is asked, the failure goes to "ErrorLog.txt".
-bool Keep(const Session &session, const ListStore &lists);
+bool Keep(const Session &session, const OpenList &list);
 
 // Puts what was kept of the open list in its place, as changes that are not saved yet, and removes the kept
 // file. Throws RuntimeError; the list then stays as it was.
-void Restore(const Session &session, ListStore &lists);
+void Restore(const Session &session, OpenList &list);
 
 // The kept file goes with its list under a new name. Throws RuntimeError.
 void Rename(const Session &session, const QString &name, const QString &newName);

@@ -3,25 +3,29 @@
 #include "core/Literals.h"
 #include "core/Reporting.h"
 #include "core/modPublic.h"
-#include "lists/ListStore.h"
+#include "lists/OpenList.h"
 #include "lists/UnsavedList.h"
 
 #include <QPushButton>
 
 namespace varlo {
 
-UnsavedOffer::UnsavedOffer(Session &session, ListStore &lists, QWidget *parent)
-    : NoticeBar("barUnsaved", parent), session_(session), lists_(lists) {
+UnsavedOffer::UnsavedOffer(Session &session, OpenList &list, QWidget *parent)
+    : NoticeBar("barUnsaved", parent), session_(session), list_(list) {
     const QPushButton *restore =
         AddButton("cmdUnsavedRestore", u"Bring Bac&k"_s, u"Put the kept changes into the list"_s);
     const QPushButton *discard = AddButton("cmdUnsavedDiscard", u"&Forget"_s, u"Delete the kept changes"_s);
     connect(restore, &QPushButton::clicked, this, &UnsavedOffer::cmdUnsavedRestore_Click);
     connect(discard, &QPushButton::clicked, this, &UnsavedOffer::cmdUnsavedDiscard_Click);
-    connect(&lists_, &ListStore::ControlsOutdated, this, &UnsavedOffer::Refresh);
+    connect(&list_, &OpenList::Changed, this, &UnsavedOffer::Refresh);
+    connect(&list_, &OpenList::Loaded, this, [this] {
+        shownFor_.clear(); // the same list anew, too
+        Refresh();
+    });
 }
 
 void UnsavedOffer::Refresh() {
-    const QString &name = lists_.CurrentListName;
+    const QString &name = list_.Name();
     if (name == shownFor_)
         return;
     shownFor_ = name;
@@ -34,16 +38,16 @@ void UnsavedOffer::Refresh() {
 void UnsavedOffer::cmdUnsavedRestore_Click() {
     Trapped(session_, u"Main.cmdUnsavedRestore"_s, [this] {
         hide();
-        UnsavedList::Restore(session_, lists_);
-        StatusMessage(session_, u"Restored unsaved changes of ["_s + lists_.CurrentListName + u"]"_s);
+        UnsavedList::Restore(session_, list_);
+        StatusMessage(session_, u"Restored unsaved changes of ["_s + list_.Name() + u"]"_s);
     });
 }
 
 void UnsavedOffer::cmdUnsavedDiscard_Click() {
     Trapped(session_, u"Main.cmdUnsavedDiscard"_s, [this] {
         hide();
-        UnsavedList::Discard(session_, lists_.CurrentListName);
-        StatusMessage(session_, u"Discarded unsaved changes of ["_s + lists_.CurrentListName + u"]"_s);
+        UnsavedList::Discard(session_, list_.Name());
+        StatusMessage(session_, u"Discarded unsaved changes of ["_s + list_.Name() + u"]"_s);
     });
 }
 

@@ -6,7 +6,7 @@
 
 namespace varlo {
 
-class ListStore;
+class OpenList;
 
 // The bar "barUnsaved". It looks for a kept file whenever another list has been opened; it is shown until the
 // offer is taken up, refused or closed. Closed, it is there again at the next load of that list.
@@ -14,7 +14,7 @@ class UnsavedOffer : public NoticeBar {
     Q_OBJECT
 
 public:
-    UnsavedOffer(Session &session, ListStore &lists, QWidget *parent = nullptr);
+    UnsavedOffer(Session &session, OpenList &list, QWidget *parent = nullptr);
 
 private:
     void Refresh();
@@ -22,7 +22,7 @@ private:
     void cmdUnsavedDiscard_Click();
 
     Session &session_;
-    ListStore &lists_;
+    OpenList &list_;
     QString shownFor_; // the list that the bar has last looked at
 };
 

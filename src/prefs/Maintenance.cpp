@@ -1,6 +1,7 @@
 #include "prefs/Maintenance.h"
 
 #include "core/Literals.h"
+#include "core/ProfileLayout.h"
 #include "core/Reporting.h"
 #include "core/modPublic.h"
 
@@ -15,19 +16,19 @@ namespace {
 
 struct Function {
     QString Item;
-    QString Folder;
+    QString (*Folder)(const Session &);
     QString Question; // empty: the folder is opened, not emptied
     QString Closing;
 };
 
 const std::array<Function, 4> &Functions() {
     static const std::array<Function, 4> functions{{
-        {u"Open log files folder"_s, u"logs"_s, {}, {}},
-        {u"Open sent messages folder"_s, u"sent"_s, {}, {}},
-        {u"Delete log files"_s, u"logs"_s, u"Are you sure you want to delete all log files?"_s,
-         u"Log files deleted"_s},
-        {u"Delete sent messages"_s, u"sent"_s, u"Are you sure you want to delete all sent messages?"_s,
-         u"Sent messages deleted"_s},
+        {u"Open log files folder"_s, ProfileLayout::LogsFolder, {}, {}},
+        {u"Open sent messages folder"_s, ProfileLayout::SentFolder, {}, {}},
+        {u"Delete log files"_s, ProfileLayout::LogsFolder,
+         u"Are you sure you want to delete all log files?"_s, u"Log files deleted"_s},
+        {u"Delete sent messages"_s, ProfileLayout::SentFolder,
+         u"Are you sure you want to delete all sent messages?"_s, u"Sent messages deleted"_s},
     }};
     return functions;
 }
@@ -49,7 +50,7 @@ void EmptyFolder(Session &session, const QString &folder, const Function &functi
 }
 
 void Run(Session &session, const Function &function) {
-    const QString folder = session.ProfileFile(function.Folder);
+    const QString folder = function.Folder(session);
     try {
         if (function.Question.isEmpty())
             OpenFolder(session, folder);

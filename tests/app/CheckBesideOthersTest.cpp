@@ -2,7 +2,6 @@
 
 #include "core/Literals.h"
 #include "core/Settings.h"
-#include "lists/AddressRules.h"
 #include "lists/ListStore.h"
 #include "lists/PendingProcessing.h"
 #include "pop3/Pop3Check.h"
@@ -25,19 +24,16 @@ protected:
         session.AllSettings.Store(session.Prefs);
         session.Prefs.Notify = 1;
         profile.Write(u"lists/news.vlo"_s, "b@x.test\r\n");
-        lists.Load(u"news"_s);
+        lists.Open.Load(u"news"_s);
         mailers.OnSend = [] { return std::nullopt; };
     }
 
     PendingDoor Door() {
-        return {.IsValid = [this](const QString &address) { return IsValidAddress(session, address, true); },
-                .IsNew =
-                    [this](const QString &entry) {
-                        return IsNewAddress(session, entry, lists.lstEmailList(kPending));
+        return {.Offer =
+                    [this](const PendingRequest &request) {
+                        return lists.Pending.Offer(request) == PendingList::Answer::Added;
                     },
-                .AddPending = [this](const QString &entry) { lists.lstEmailList(kPending).Add(entry); },
                 .SelectLast = [] {},
-                .UpdateControls = [] {},
                 .Bypass = [] { return true; },
                 .ProcessPending = [this] { processing.Run(); }};
     }

@@ -49,20 +49,32 @@ protected:
             return entry->isEnabled();
         return Find<QWidget>(name)->isEnabled();
     }
-    void Click(const char *button) const { QTest::mouseClick(Find<QPushButton>(button), Qt::LeftButton); }
-    void Choose(const char *entry) const { Find<QAction>(entry)->trigger(); }
+    // The event turn in which the controls follow the lists.
+    static void Turn() { QCoreApplication::sendPostedEvents(); }
+    void Click(const char *button) const {
+        Turn();
+        QTest::mouseClick(Find<QPushButton>(button), Qt::LeftButton);
+    }
+    void Choose(const char *entry) const {
+        Turn();
+        Find<QAction>(entry)->trigger();
+    }
     void TypeAndAdd(const char *address) const {
         QTest::keyClicks(Find<QLineEdit>("txtAddEmail"), QString::fromLatin1(address));
         Click("cmdEmailAdd_0");
     }
     void ExpectRows(const std::set<Row> &holding) const {
+        Turn();
         for (const auto &[row, controls] : kTable)
             for (const char *control : controls)
                 EXPECT_EQ(IsEnabled(control), holding.contains(row)) << control;
         for (const char *always : {"cmdFileNew", "cmdFileDelete", "cmdFileSave"})
             EXPECT_TRUE(IsEnabled(always)) << always;
     }
-    QString Text(const char *label) const { return Find<QLabel>(label)->text(); }
+    QString Text(const char *label) const {
+        Turn();
+        return Find<QLabel>(label)->text();
+    }
 
     TestProfile profile;
     FakeMailers mailers;

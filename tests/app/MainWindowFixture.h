@@ -41,7 +41,12 @@ protected:
             rows << model->index(row, 0).data().toString();
         return rows;
     }
-    void Click(const char *button) const { Find<QPushButton>(button)->click(); }
+    // A click, once the controls have followed the lists.
+    void Click(const char *button) const {
+        QCoreApplication::sendPostedEvents();
+        Find<QPushButton>(button)->click();
+        QCoreApplication::sendPostedEvents();
+    }
     void TypeAddress(const QString &address) const {
         Find<QLineEdit>("txtAddEmail")->setText(address);
         Click("cmdEmailAdd_0");

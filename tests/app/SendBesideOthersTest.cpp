@@ -50,7 +50,11 @@ protected:
         EXPECT_NE(control, nullptr) << name;
         return control;
     }
-    void Click(const char *button) const { Find<QPushButton>(&window, button)->click(); }
+    // A click, once the controls have followed the lists.
+    void Click(const char *button) const {
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::MetaCall);
+        Find<QPushButton>(&window, button)->click();
+    }
     void Choose(const char *entry) const { Find<QAction>(&window, entry)->trigger(); }
     void Type(const QString &address) const { Find<QLineEdit>(&window, "txtAddEmail")->setText(address); }
 

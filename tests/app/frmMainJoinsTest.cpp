@@ -55,6 +55,11 @@ protected:
     }
 };
 
+class frmMainFirstListTest : public frmMainTest {
+protected:
+    void ExpectOneOrder(int order);
+};
+
 TEST_F(frmMainJoinsTest, EveryMenuEntryLeadsSomewhere) {
     for (const char *name : {"mnuCompose", "mnuMainPreferences", "mnuMainConsole", "mnuMainOnTop",
                              "mnuMainExit", "mnuHelpContents", "mnuHelpReadMe", "mnuHelpUpdate",
@@ -222,7 +227,7 @@ TEST_F(frmMainJoinsTest, AMailCheckWithoutAnAccountOpensThePreferences) {
         if (preferences)
             preferences->close();
     });
-    Click("cmdAutoAdd");
+    Find<QPushButton>("cmdAutoAdd")->click();
     EXPECT_TRUE(shown);
     ASSERT_EQ(profile.Boxes.Shown.size(), 1U);
     EXPECT_EQ(profile.Boxes.Shown[0].Icon, BoxIcon::Exclamation);
@@ -270,6 +275,34 @@ TEST_F(frmMainJoinsTest, TheRightButtonOpensTheListsMenu) {
     QApplication::sendEvent(list->viewport(), &press);
     EXPECT_TRUE(menu->isVisible());
     menu->close();
+}
+
+// The box that is seen is the one that every operation works on.
+void frmMainFirstListTest::ExpectOneOrder(int order) {
+    profile.Write(u"prefs.ini"_s, "[Main]\r\nBypassPending=1\r\nListSortBy=" + QByteArray::number(order));
+    Load();
+    profile.Boxes.Inputs = {u"news"_s};
+    Click("cmdFileNew");
+    TypeAddress(u"bb@x.test"_s);
+    TypeAddress(u"aa@x.test"_s);
+    const char *const views[] = {"lstEmailList_0", "lstEmailList_1"};
+    EXPECT_TRUE(Find<QListView>(views[order])->isVisible());
+    EXPECT_FALSE(Find<QListView>(views[1 - order])->isVisible());
+    EXPECT_TRUE(Find<QAction>(order == 1 ? "mnuSortOrder_1" : "mnuSortOrder_0")->isChecked());
+    auto *seen = Find<QListView>(views[order]);
+    const QString first = Rows(views[order]).first();
+    seen->setCurrentIndex(seen->model()->index(0, 0));
+    Click("cmdListDelete_0");
+    EXPECT_EQ(profile.StatusTexts.last(), u"Deleted ["_s + first + u"]"_s);
+    EXPECT_FALSE(Rows("lstEmailList_0").contains(first));
+}
+
+TEST_F(frmMainFirstListTest, TheChronologicalOrderIsShownFromTheFirstListOn) {
+    ExpectOneOrder(0);
+}
+
+TEST_F(frmMainFirstListTest, TheAlphabeticalOrderIsShownFromTheFirstListOn) {
+    ExpectOneOrder(1);
 }
 
 } // namespace

@@ -22,6 +22,12 @@ TEST(LowerCased, SharesATextThatIsLowerCaseAlready) {
     EXPECT_EQ(LowerCased(QString()), QString());
 }
 
+TEST(SortNames, LetterCaseOrdersOnlyWhatIsElseEqual) {
+    QStringList names{u"beta"_s, u"Alpha"_s, u"alpha"_s, u"Beta 2"_s};
+    SortNames(names);
+    EXPECT_EQ(names, (QStringList{u"Alpha"_s, u"alpha"_s, u"beta"_s, u"Beta 2"_s}));
+}
+
 TEST(PathExists, FindsFilesAndFolders) {
     const QTemporaryDir folder;
     const QString file = folder.filePath(u"file"_s);

@@ -147,14 +147,14 @@ TEST_F(AddressRulesTest, AValidAddressShowsNothing) {
 }
 
 TEST_F(AddressRulesTest, ADuplicateIsNamedAsItWasGiven) {
-    lists.lstEmailList(kChronological).SetEntries(test::Words("a@x.test B@X.test"));
+    lists.Box(kChronological).Model().SetEntries(test::Words("a@x.test B@X.test"));
     EXPECT_FALSE(IsNewAddress(session, u"b@x.TEST"_s, lists.lstEmailList(kChronological)));
     EXPECT_EQ(TakeStatus(), QStringList(u"Duplicate address [b@x.TEST] ignored"_s));
     EXPECT_EQ(profile.Boxes.Texts(), QStringList());
 }
 
 TEST_F(AddressRulesTest, ANewAddressSaysNothing) {
-    lists.lstEmailList(kChronological).SetEntries(test::Words("a@x.test"));
+    lists.Box(kChronological).Model().SetEntries(test::Words("a@x.test"));
     EXPECT_TRUE(IsNewAddress(session, u"a@x.tes"_s, lists.lstEmailList(kChronological)));
     EXPECT_EQ(TakeStatus(), QStringList());
 }

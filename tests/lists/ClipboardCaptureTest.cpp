@@ -3,6 +3,8 @@
 #include "core/Literals.h"
 #include "lists/ListsFixture.h"
 
+#include <QCoreApplication>
+#include <QSignalSpy>
 #include <gtest/gtest.h>
 
 namespace varlo {
@@ -123,7 +125,10 @@ TEST_F(ClipboardCaptureTest, AFullPendingListIsReported) {
 
 TEST_F(ClipboardCaptureTest, AStatusLogThatCannotBeWrittenLosesNoAddress) {
     BlockLog(u"StatusLog.txt"_s);
-    Copy(u"ab@x.test"_s);
+    const QSignalSpy changes(&lists.Pending, &PendingList::Changed);
+    EXPECT_EQ(Copy(u"ab@x.test"_s), ClipboardCapture::Caption(1));
+    QCoreApplication::sendPostedEvents();
+    EXPECT_EQ(changes.count(), 1) << "counts and buttons would be those of before";
     EXPECT_EQ(Pending(), Words("+ab@x.test"));
     EXPECT_EQ(Errors(), QStringList(u"70 in Main.tmrCaptureEmail - Permission denied"_s));
 }

@@ -27,7 +27,7 @@ protected:
         OpenLists({{kNews, Words("aa@x.test bb@x.test")}, {kOther, Words("oo@x.test")}});
         lists.SelectRows(lists.VisibleBox(), {0});
         Click("cmdListDelete_0");
-        ASSERT_FALSE(lists.ListSaved);
+        ASSERT_FALSE(lists.Open.IsSaved());
         TakeStatus();
     }
     void RemoveListsFolder() { ASSERT_TRUE(QDir(session.ProfileFile(u"lists"_s)).removeRecursively()); }
@@ -35,7 +35,7 @@ protected:
     void Input(const QString &text) { profile.Boxes.Inputs.push_back(text); }
     // The open list, its chooser and its entries.
     void ExpectOpen(const QString &name, const QStringList &entries) {
-        EXPECT_EQ(lists.CurrentListName, name);
+        EXPECT_EQ(lists.Open.Name(), name);
         EXPECT_EQ(Chosen(), name);
         EXPECT_EQ(Current(), entries);
     }
@@ -131,7 +131,7 @@ TEST_F(CurrentListFrameTest, AWantedSaveThatFailsKeepsTheOldListChosen) {
         Choose(kOther);
     }
     ExpectOpen(kNews, Words("bb@x.test"));
-    EXPECT_FALSE(lists.ListSaved);
+    EXPECT_FALSE(lists.Open.IsSaved());
     QCoreApplication::processEvents();
     Click("cmdFileSave");
     EXPECT_EQ(ReadListFile(kNews), FileBytes(Words("bb@x.test")));
@@ -143,7 +143,7 @@ TEST_F(CurrentListFrameTest, SaveWritesTheListAndTellsIt) {
     OpenUnsaved();
     Click("cmdFileSave");
     EXPECT_EQ(ReadListFile(kNews), FileBytes(Words("bb@x.test")));
-    EXPECT_TRUE(lists.ListSaved);
+    EXPECT_TRUE(lists.Open.IsSaved());
     EXPECT_EQ(TakeStatus(), QStringList(u"Saved [news]"_s));
 }
 
@@ -159,7 +159,7 @@ TEST_F(CurrentListFrameTest, ASaveThatFailsAtEveryByteStaysUnsaved) {
         ASSERT_EQ(ReadListFile(kNews), FileBytes(Words("aa@x.test bb@x.test")))
             << "after " << bytes << " bytes";
     }
-    EXPECT_FALSE(lists.ListSaved);
+    EXPECT_FALSE(lists.Open.IsSaved());
     EXPECT_EQ(TakeStatus(), QStringList());
     EXPECT_EQ(ListFolder(), Words("news.vlo other.vlo"));
 }
@@ -169,7 +169,7 @@ TEST_F(CurrentListFrameTest, SaveIntoAVanishedFolderIsReported) {
     RemoveListsFolder();
     Click("cmdFileSave");
     EXPECT_EQ(Errors(), QStringList(u"76 in Main.WriteList - Path not found"_s));
-    EXPECT_FALSE(lists.ListSaved);
+    EXPECT_FALSE(lists.Open.IsSaved());
     EXPECT_EQ(TakeStatus(), QStringList());
 }
 
@@ -177,7 +177,7 @@ TEST_F(CurrentListFrameTest, ASavedListStaysSavedThoughTheStatusLogIsFull) {
     OpenUnsaved();
     BlockLog(u"StatusLog.txt"_s);
     EXPECT_TRUE(current.Save());
-    EXPECT_TRUE(lists.ListSaved);
+    EXPECT_TRUE(lists.Open.IsSaved());
     EXPECT_EQ(Errors(), QStringList(u"70 in Main.cmdFileSave - Permission denied"_s));
 }
 
@@ -228,7 +228,7 @@ TEST_F(CurrentListFrameTest, NewWhoseWantedSaveFailsKeepsTheOldListOpen) {
         Click("cmdFileNew");
     }
     ExpectOpen(kNews, Words("bb@x.test"));
-    EXPECT_FALSE(lists.ListSaved);
+    EXPECT_FALSE(lists.Open.IsSaved());
     EXPECT_EQ(Names(), Words("news other third"));
 }
 
@@ -247,7 +247,7 @@ TEST_F(CurrentListFrameTest, ANewListThatCannotBeCreatedKeepsTheOpenOne) {
     Click("cmdFileNew");
     EXPECT_EQ(Errors().size(), 1);
     ExpectOpen(kNews, Words("bb@x.test"));
-    EXPECT_FALSE(lists.ListSaved);
+    EXPECT_FALSE(lists.Open.IsSaved());
     EXPECT_EQ(TakeStatus(), QStringList());
 }
 
@@ -258,11 +258,11 @@ TEST_F(CurrentListFrameTest, NewInAVanishedFolderKeepsTheOpenListForALaterSave) 
     Click("cmdFileNew");
     EXPECT_EQ(Errors(), QStringList(u"76 in Main.cmdFileNew - Path not found"_s));
     EXPECT_EQ(Current(), Words("bb@x.test"));
-    EXPECT_FALSE(lists.ListSaved);
+    EXPECT_FALSE(lists.Open.IsSaved());
     ASSERT_TRUE(QDir().mkpath(session.ProfileFile(u"lists"_s)));
     Click("cmdFileSave");
     EXPECT_EQ(ReadListFile(kNews), FileBytes(Words("bb@x.test")));
-    EXPECT_TRUE(lists.ListSaved);
+    EXPECT_TRUE(lists.Open.IsSaved());
 }
 
 TEST_F(CurrentListFrameTest, RenameRenamesAndLoadsWithoutALineOfItsOwn) {
@@ -273,7 +273,7 @@ TEST_F(CurrentListFrameTest, RenameRenamesAndLoadsWithoutALineOfItsOwn) {
     ExpectOpen(u"zz"_s, Words("aa@x.test"));
     EXPECT_EQ(Names(), Words("other zz"));
     EXPECT_EQ(TakeStatus(), (QStringList{u"Loading [zz]..."_s, u"Loaded [zz]"_s}));
-    EXPECT_TRUE(lists.ListSaved);
+    EXPECT_TRUE(lists.Open.IsSaved());
     EXPECT_EQ(Pending(), Words("+pp@x.test"));
 }
 
@@ -283,7 +283,7 @@ TEST_F(CurrentListFrameTest, RenameToTheSameNameOnlyAsksAboutChanges) {
     Input(kNews);
     Click("cmdFileRename");
     ExpectOpen(kNews, Words("bb@x.test"));
-    EXPECT_FALSE(lists.ListSaved);
+    EXPECT_FALSE(lists.Open.IsSaved());
     EXPECT_EQ(TakeStatus(), QStringList());
 }
 
@@ -293,8 +293,22 @@ TEST_F(CurrentListFrameTest, RenameWithChangesThatAreNotWantedLoadsTheFile) {
     Input(u"zz"_s);
     Click("cmdFileRename");
     ExpectOpen(u"zz"_s, Words("aa@x.test bb@x.test"));
-    EXPECT_TRUE(lists.ListSaved);
+    EXPECT_TRUE(lists.Open.IsSaved());
     EXPECT_EQ(ListFolder(), Words("other.vlo zz.vlo"));
+}
+
+TEST_F(CurrentListFrameTest, ARenameWhoseWantedSaveFailsStaysUnsaved) {
+    OpenUnsaved();
+    session.Prefs.LogStatus = 0;
+    Answer({BoxAnswer::No, BoxAnswer::Yes});
+    Input(u"zz"_s);
+    {
+        const test::FullDisk disk(2);
+        Click("cmdFileRename");
+    }
+    ExpectOpen(u"zz"_s, Words("bb@x.test"));
+    EXPECT_FALSE(lists.Open.IsSaved());
+    EXPECT_EQ(ReadListFile(u"zz"_s), FileBytes(Words("aa@x.test bb@x.test")));
 }
 
 TEST_F(CurrentListFrameTest, ARenameThatFailsLeavesTheNamesAsTheyWere) {
@@ -315,7 +329,7 @@ TEST_F(CurrentListFrameTest, DeleteOpensTheFirstOfTheOthersWithoutASaveQuestion)
     ExpectOpen(kOther, Words("oo@x.test"));
     EXPECT_EQ(Names(), Words("other"));
     EXPECT_EQ(ListFolder(), Words("other.vlo"));
-    EXPECT_TRUE(lists.ListSaved);
+    EXPECT_TRUE(lists.Open.IsSaved());
     EXPECT_EQ(profile.Boxes.Texts(), QStringList(u"Are you sure you want to delete mailing list [news]?"_s));
     EXPECT_EQ(TakeStatus(),
               (QStringList{u"Loading [other]..."_s, u"Loaded [other]"_s, u"Deleted mailing list [news]"_s}));
@@ -328,10 +342,10 @@ TEST_F(CurrentListFrameTest, DeletingTheLastListLeavesTheAlphabeticalBoxAsItWas)
     Click("cmdFileDelete");
     EXPECT_EQ(Names(), QStringList());
     EXPECT_EQ(Chosen(), QString());
-    EXPECT_EQ(lists.CurrentListName, QString());
+    EXPECT_EQ(lists.Open.Name(), QString());
     EXPECT_EQ(Current(), QStringList());
     EXPECT_EQ(Sorted(), Words("aa@x.test bb@x.test"));
-    EXPECT_TRUE(lists.ListSaved);
+    EXPECT_TRUE(lists.Open.IsSaved());
     EXPECT_EQ(TakeStatus(), QStringList(u"Deleted mailing list [news]"_s));
     for (const char *control :
          {"cmbMList", "cmdFileRename", "lstEmailList_0", "lstEmailList_1", "cmdListFind"})
@@ -353,7 +367,7 @@ TEST_F(CurrentListFrameTest, NoDeletesNothing) {
     Answer({BoxAnswer::No});
     Click("cmdFileDelete");
     ExpectOpen(kNews, Words("bb@x.test"));
-    EXPECT_FALSE(lists.ListSaved);
+    EXPECT_FALSE(lists.Open.IsSaved());
 }
 
 TEST_F(CurrentListFrameTest, ADeleteThatFailsLeavesEverythingAsItWas) {
@@ -363,7 +377,7 @@ TEST_F(CurrentListFrameTest, ADeleteThatFailsLeavesEverythingAsItWas) {
     Click("cmdFileDelete");
     EXPECT_EQ(Errors(), QStringList(u"53 in Main.cmdFileDelete - File not found"_s));
     ExpectOpen(kNews, Words("bb@x.test"));
-    EXPECT_FALSE(lists.ListSaved);
+    EXPECT_FALSE(lists.Open.IsSaved());
     EXPECT_EQ(Names(), Words("news other"));
 }
 
@@ -436,6 +450,18 @@ TEST_F(CurrentListFrameTest, TheRightButtonAsksForTheMenuOfTheVisibleBox) {
         EXPECT_EQ(wanted.last()[0].toPoint(), QPoint(70, 80));
     }
     EXPECT_EQ(wanted.count(), 2);
+}
+
+TEST_F(CurrentListFrameTest, F3ShowsTheNextMatchAndWithShiftThePreviousOne) {
+    OpenLists({{kNews, Words("aa@x.test bb@x.test")}});
+    QApplication::setActiveWindow(&host);
+    Input(u"@x"_s);
+    Click("cmdListFind");
+    EXPECT_EQ(View(kAlphabetical)->currentIndex().row(), 0);
+    QTest::keyClick(&host, Qt::Key_F3);
+    EXPECT_EQ(View(kAlphabetical)->currentIndex().row(), 1);
+    QTest::keyClick(&host, Qt::Key_F3, Qt::ShiftModifier);
+    EXPECT_EQ(View(kAlphabetical)->currentIndex().row(), 0);
 }
 
 } // namespace

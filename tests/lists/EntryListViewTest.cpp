@@ -4,6 +4,7 @@
 #include "lists/ListsFixture.h"
 
 #include <QApplication>
+#include <QClipboard>
 #include <QContextMenuEvent>
 #include <QSignalSpy>
 #include <QTest>
@@ -102,7 +103,7 @@ TEST_F(EntryListViewTest, TheRightButtonOnASelectionKeepsIt) {
 }
 
 TEST_F(EntryListViewTest, TheRightButtonOnAnEmptyListIsHarmless) {
-    lists.lstEmailList(kPending).SetEntries({});
+    lists.Box(kPending).Model().SetEntries({});
     QTest::mouseClick(view.viewport(), Qt::RightButton, Qt::NoModifier, QPoint(5, 5));
     QContextMenuEvent key(QContextMenuEvent::Keyboard, QPoint(5, 5), QPoint(50, 60));
     QApplication::sendEvent(&view, &key);
@@ -111,7 +112,7 @@ TEST_F(EntryListViewTest, TheRightButtonOnAnEmptyListIsHarmless) {
 }
 
 TEST_F(EntryListViewTest, MarkupIsShownAsItStands) {
-    lists.lstEmailList(kPending).SetEntries({u"aa"_s, u"<b>aa</b>"_s});
+    lists.Box(kPending).Model().SetEntries({u"aa"_s, u"<b>aa</b>"_s});
     view.setUniformItemSizes(false);
     EXPECT_EQ(view.model()->index(1, 0).data().toString(), u"<b>aa</b>"_s);
     const auto width = [this](int row) { return view.sizeHintForIndex(view.model()->index(row, 0)).width(); };
@@ -123,10 +124,26 @@ TEST_F(EntryListViewTest, MarkupIsShownAsItStands) {
 }
 
 TEST_F(EntryListViewTest, ShowsTheEndOfTheMostEntries) {
-    lists.lstEmailList(kPending).SetEntries(test::Addresses(EntryListModel::kMostEntries));
+    lists.Box(kPending).Model().SetEntries(test::Addresses(EntryListModel::kMostEntries));
     view.scrollToBottom();
     const QModelIndex last = view.indexAt(QPoint(5, view.viewport()->height() - 25));
     EXPECT_GE(last.row(), EntryListModel::kMostEntries - 3);
+}
+
+TEST_F(EntryListViewTest, CopyTakesTheWholeSelectionOneALine) {
+    QGuiApplication::clipboard()->setText(u"before"_s);
+    QTest::keySequence(&view, QKeySequence::Copy);
+    EXPECT_EQ(QGuiApplication::clipboard()->text(), u"before"_s) << "nothing is selected";
+    lists.SelectRows(kPending, {0, 2});
+    QTest::keySequence(&view, QKeySequence::Copy);
+    EXPECT_EQ(QGuiApplication::clipboard()->text(), u"+aa@x.test\n+cc@x.test"_s);
+}
+
+TEST_F(EntryListViewTest, ARightClickBesideASelectionOfManyKeepsIt) {
+    lists.SelectRows(kPending, {0, 1});
+    const QPoint third = view.visualRect(view.model()->index(2, 0)).center();
+    QTest::mouseClick(view.viewport(), Qt::RightButton, {}, third);
+    EXPECT_EQ(lists.SelectedRows(kPending), (QList<int>{0, 1}));
 }
 
 } // namespace

@@ -10,50 +10,31 @@ namespace varlo::test {
 
 FramesFixture::FramesFixture() {
     auto *row = new QHBoxLayout(&host);
-    row->addWidget(&current);
-    row->addWidget(&pending);
-    QObject::connect(&lists, &ListStore::ControlsOutdated, &host, [this] { UpdateControls(); });
-    QObject::connect(&menu, &ListsMenu::SortOrderChanged, &host, [this] {
-        menu.ShowSortOrder();
-        current.ShowSortOrder();
-    });
-    UpdateControls();
+    row->addWidget(&owner.page);
     host.resize(760, 520);
     host.show();
     EXPECT_TRUE(QTest::qWaitForWindowExposed(&host));
-}
-
-void FramesFixture::UpdateControls() {
-    const ControlStates states = ComputeControlStates({
-        .HasLists = !current.ListNames().isEmpty(),
-        .HasOpenList = !current.ChosenName().isEmpty(),
-        .HasTypedAddress = pending.HasTypedAddress(),
-        .HasCurrent = lists.lstEmailList(kChronological).Count() > 0,
-        .HasCurrentSelection = lists.SelectedCount(lists.VisibleBox()) > 0,
-        .HasPending = lists.lstEmailList(kPending).Count() > 0,
-        .HasPendingSelection = lists.SelectedCount(kPending) > 0,
-    });
-    current.Apply(states);
-    pending.Apply(states);
-    menu.Apply(states);
 }
 
 void FramesFixture::OpenLists(const std::vector<std::pair<QString, QStringList>> &files) {
     for (const auto &[name, entries] : files)
         WriteListFile(name, FileBytes(entries));
     current.RefreshListNames();
-    lists.UpdateControls();
     if (!files.empty())
         current.ChooseList(0);
     TakeStatus();
+    Turn();
 }
 
 QAbstractItemView *FramesFixture::View(int box) {
+    Turn();
     return Find<QAbstractItemView>((u"lstEmailList_"_s + QString::number(box)).toLatin1().constData());
 }
 
 void FramesFixture::Click(const char *button) {
+    Turn();
     QTest::mouseClick(Find<QAbstractButton>(button), Qt::LeftButton);
+    Turn();
 }
 
 void FramesFixture::ClickRow(int box, int row, Qt::KeyboardModifiers modifiers) {
@@ -80,6 +61,7 @@ QStringList FramesFixture::Names() {
 }
 
 bool FramesFixture::IsEnabled(const char *name) {
+    Turn();
     if (auto *action = host.findChild<QAction *>(QString::fromLatin1(name)))
         return action->isEnabled();
     return Find<QWidget>(name)->isEnabled();

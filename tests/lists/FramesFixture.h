@@ -1,9 +1,10 @@
-// The two list frames and their menu in a window, joined as the main window joins them.
+// The page with the two lists in a window of its own.
 #pragma once
 
 #include "lists/CurrentListFrame.h"
 #include "lists/ListsFixture.h"
 #include "lists/ListsMenu.h"
+#include "lists/ListsPage.h"
 #include "lists/PendingListFrame.h"
 #include "lists/PendingProcessing.h"
 
@@ -16,13 +17,23 @@
 
 namespace varlo::test {
 
-class FramesFixture : public ListsFixture {
+struct ShownPage {
+    ShownPage(Session &session, FakeMailers &mailers) : page(session, mailers.Maker(), &host) {}
+    ListStore &Lists() { return page.Lists(); }
+    ListEditing &Editing() { return page.Editing(); }
+
+    QWidget host;
+    ListsPage page;
+};
+
+class FramesFixture : public ListsFixtureOf<ShownPage> {
 protected:
     FramesFixture();
 
     // The list files exist and the chooser shows them; the first one is open when there is one.
     void OpenLists(const std::vector<std::pair<QString, QStringList>> &files);
-    void UpdateControls();
+    // The event turn in which the controls follow the lists.
+    static void Turn() { QCoreApplication::sendPostedEvents(); }
 
     template<typename Control> Control *Find(const char *name) {
         auto *control = host.findChild<Control *>(QString::fromLatin1(name));
@@ -45,11 +56,11 @@ protected:
     // The text of a button or menu without its mnemonic, and its tooltip.
     std::pair<QString, QString> Wording(const char *button);
 
-    QWidget host;
-    PendingProcessing processing{session, lists, mailers.Maker()};
-    CurrentListFrame current{session, lists, editing, &host};
-    PendingListFrame pending{session, lists, editing, processing, &host};
-    ListsMenu menu{session, lists, editing, &host};
+    QWidget &host = owner.host;
+    PendingProcessing &processing = owner.page.Processing();
+    CurrentListFrame &current = owner.page.Current();
+    PendingListFrame &pending = owner.page.Pending();
+    ListsMenu &menu = owner.page.Menu();
 };
 
 } // namespace varlo::test

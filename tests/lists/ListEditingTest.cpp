@@ -60,7 +60,7 @@ TEST_F(ListEditingTest, EditReplacesTheEntryInBothViews) {
     lists.SelectRows(kChronological, {1});
     Edit(kChronological, {"zz@x.test"});
     ExpectBoth(Words("cc@x.test zz@x.test bb@x.test"), Words("bb@x.test cc@x.test zz@x.test"));
-    EXPECT_FALSE(lists.ListSaved);
+    EXPECT_FALSE(lists.Open.IsSaved());
     EXPECT_EQ(lists.SelectedEntries(kChronological), Words("zz@x.test"));
     ShowOrder(1);
     lists.SelectRows(kAlphabetical, {2});
@@ -94,7 +94,7 @@ TEST_F(ListEditingTest, AnAnswerThatIsOnTheListAlreadyChangesNothing) {
     ExpectBoth(Words("aa@x.test bb@x.test"), Words("aa@x.test bb@x.test"));
     EXPECT_EQ(TakeStatus(), (QStringList{u"Duplicate address [BB@x.test] ignored"_s,
                                          u"Duplicate address [bb@x.test] ignored"_s}));
-    EXPECT_TRUE(lists.ListSaved);
+    EXPECT_TRUE(lists.Open.IsSaved());
 }
 
 TEST_F(ListEditingTest, CancelInTheMiddleOfFiftyEndsTheRound) {
@@ -131,7 +131,7 @@ TEST_F(ListEditingTest, OfEqualEntriesTheFirstOfTheOtherViewIsReplaced) {
 
 TEST_F(ListEditingTest, AnEntryOfOneViewOnlyIsEditedThereOnly) {
     Open(Words("aa@x.test"));
-    lists.lstEmailList(kAlphabetical).Add(u"try@x.test"_s);
+    lists.Box(kAlphabetical).Model().Add(u"try@x.test"_s);
     lists.SelectRows(kAlphabetical, {1});
     Edit(kAlphabetical, {"tried@x.test"});
     ExpectBoth(Words("aa@x.test"), Words("aa@x.test tried@x.test"));
@@ -143,7 +143,7 @@ TEST_F(ListEditingTest, APendingEntryKeepsItsSign) {
     Edit(kPending, {"cc@x.test", "dd@x.test"});
     EXPECT_EQ(AskedAbout(), Words("aa@x.test bb@x.test"));
     EXPECT_EQ(Pending(), Words("+cc@x.test -dd@x.test"));
-    EXPECT_TRUE(lists.ListSaved);
+    EXPECT_TRUE(lists.Open.IsSaved());
 }
 
 TEST_F(ListEditingTest, APendingEntryMayBecomeEqualToAnother) {
@@ -157,7 +157,7 @@ TEST_F(ListEditingTest, EditWithoutASelectionAsksNothing) {
     Open(Words("aa@x.test"));
     Edit(kChronological, {});
     EXPECT_EQ(AskedAbout(), QStringList());
-    EXPECT_TRUE(lists.ListSaved);
+    EXPECT_TRUE(lists.Open.IsSaved());
 }
 
 TEST_F(ListEditingTest, DeleteTakesTheEntriesFromBothViewsAndNamesEach) {
@@ -167,7 +167,7 @@ TEST_F(ListEditingTest, DeleteTakesTheEntriesFromBothViewsAndNamesEach) {
     ExpectBoth(Words("bb@x.test"), Words("bb@x.test"));
     EXPECT_EQ(TakeStatus(),
               (QStringList{u"Deleted [aa@x.test]"_s, u"Deleted [cc@x.test]"_s, u"Deleted [dd@x.test]"_s}));
-    EXPECT_FALSE(lists.ListSaved);
+    EXPECT_FALSE(lists.Open.IsSaved());
     EXPECT_EQ(lists.SelectedCount(kAlphabetical), 0);
 }
 
@@ -181,11 +181,11 @@ TEST_F(ListEditingTest, DeleteTakesAsManyEqualEntriesFromTheOtherView) {
 
 TEST_F(ListEditingTest, DeleteOfAnEntryOfOneViewOnlyLeavesTheOther) {
     Open(Words("aa@x.test"));
-    lists.lstEmailList(kAlphabetical).Add(u"try@x.test"_s);
+    lists.Box(kAlphabetical).Model().Add(u"try@x.test"_s);
     lists.SelectRows(kAlphabetical, {1});
     editing.DeleteSelected(kAlphabetical);
     ExpectBoth(Words("aa@x.test"), Words("aa@x.test"));
-    EXPECT_FALSE(lists.ListSaved);
+    EXPECT_FALSE(lists.Open.IsSaved());
 }
 
 TEST_F(ListEditingTest, DeleteWithoutASelectionDoesNothing) {
@@ -193,7 +193,7 @@ TEST_F(ListEditingTest, DeleteWithoutASelectionDoesNothing) {
     editing.DeleteSelected(kChronological);
     EXPECT_EQ(Current(), Words("aa@x.test"));
     EXPECT_EQ(TakeStatus(), QStringList());
-    EXPECT_TRUE(lists.ListSaved);
+    EXPECT_TRUE(lists.Open.IsSaved());
 }
 
 TEST_F(ListEditingTest, DeleteOfPendingEntriesLeavesTheListSaved) {
@@ -204,7 +204,7 @@ TEST_F(ListEditingTest, DeleteOfPendingEntriesLeavesTheListSaved) {
     EXPECT_EQ(Pending(), Words("-bb@x.test"));
     EXPECT_EQ(TakeStatus(), (QStringList{u"Deleted [+aa@x.test]"_s, u"Deleted [+cc@x.test]"_s}));
     EXPECT_EQ(Current(), Words("aa@x.test"));
-    EXPECT_TRUE(lists.ListSaved);
+    EXPECT_TRUE(lists.Open.IsSaved());
 }
 
 TEST_F(ListEditingTest, TheMostEntriesAreDeletedAndNamedOneByOne) {
@@ -229,7 +229,7 @@ TEST_F(ListEditingTest, AStatusLogThatCannotBeWrittenIsReportedOnceAndAllIsDelet
     editing.DeleteSelected(kChronological);
     ExpectBoth({}, {});
     EXPECT_EQ(Errors(), QStringList(u"70 in Main.cmdListDelete - Permission denied"_s));
-    EXPECT_FALSE(lists.ListSaved);
+    EXPECT_FALSE(lists.Open.IsSaved());
 }
 
 TEST_F(ListEditingTest, SwapReversesTheSignsOfTheSelectedOnly) {
@@ -261,8 +261,8 @@ TEST_F(ListEditingTest, CopyToPendingQueuesSubscriptionsWithoutATest) {
     editing.CurrentToPending(Transfer::Copy);
     EXPECT_EQ(Pending(), Words("+aa@x.test + +aa@x.test +bb@x.test +nobody"));
     EXPECT_EQ(lists.lstEmailList(kChronological).Count(), 4);
-    EXPECT_EQ(TakeStatus(), QStringList());
-    EXPECT_TRUE(lists.ListSaved);
+    EXPECT_EQ(TakeStatus(), QStringList(u"Copied 4 addresses to the pending list"_s));
+    EXPECT_TRUE(lists.Open.IsSaved());
 }
 
 TEST_F(ListEditingTest, MoveToPendingDeletesFromBothViews) {
@@ -272,8 +272,9 @@ TEST_F(ListEditingTest, MoveToPendingDeletesFromBothViews) {
     editing.CurrentToPending(Transfer::Move);
     EXPECT_EQ(Pending(), Words("+cc@x.test +aa@x.test"));
     ExpectBoth(Words("bb@x.test"), Words("bb@x.test"));
-    EXPECT_EQ(TakeStatus(), (QStringList{u"Deleted [cc@x.test]"_s, u"Deleted [aa@x.test]"_s}));
-    EXPECT_FALSE(lists.ListSaved);
+    EXPECT_EQ(TakeStatus(), (QStringList{u"Deleted [cc@x.test]"_s, u"Deleted [aa@x.test]"_s,
+                                         u"Moved 2 addresses to the pending list"_s}));
+    EXPECT_FALSE(lists.Open.IsSaved());
 }
 
 TEST_F(ListEditingTest, CopyToCurrentAddsToTheVisibleViewOnlyWhateverTheSign) {
@@ -287,7 +288,7 @@ TEST_F(ListEditingTest, CopyToCurrentAddsToTheVisibleViewOnlyWhateverTheSign) {
     editing.PendingToCurrent(Transfer::Copy);
     EXPECT_EQ(Sorted(), Words("aa@x.test mm@x.test mm@x.test zz@x.test"));
     EXPECT_EQ(Pending(), Words("-aa@x.test +zz@x.test +mm@x.test"));
-    EXPECT_TRUE(lists.ListSaved);
+    EXPECT_TRUE(lists.Open.IsSaved());
 }
 
 // Wanted: in alphabetical order such an entry is a trial that no save writes.
@@ -297,7 +298,7 @@ TEST_F(ListEditingTest, WhatWasCopiedToTheAlphabeticalViewIsNotSaved) {
     editing.SelectAll(kPending);
     ShowOrder(1);
     editing.PendingToCurrent(Transfer::Copy);
-    EXPECT_TRUE(lists.WriteList(u"news"_s));
+    EXPECT_TRUE(lists.Open.WriteList(u"news"_s));
     EXPECT_EQ(ReadListFile(u"news"_s), QByteArray("mm@x.test\r\n"));
 }
 
@@ -310,8 +311,9 @@ TEST_F(ListEditingTest, MoveToCurrentDeletesThePendingEntriesAndLeavesTheListSav
     editing.PendingToCurrent(Transfer::Move);
     EXPECT_EQ(Current(), Words("mm@x.test aa@x.test"));
     EXPECT_EQ(Pending(), Words("+bb@x.test"));
-    EXPECT_EQ(TakeStatus(), QStringList(u"Deleted [-aa@x.test]"_s));
-    EXPECT_TRUE(lists.ListSaved);
+    EXPECT_EQ(TakeStatus(),
+              (QStringList{u"Deleted [-aa@x.test]"_s, u"Moved 1 address to the current list"_s}));
+    EXPECT_TRUE(lists.Open.IsSaved());
 }
 
 TEST_F(ListEditingTest, AMoveThatDoesNotFitOnThePendingListDeletesNothing) {
@@ -323,14 +325,14 @@ TEST_F(ListEditingTest, AMoveThatDoesNotFitOnThePendingListDeletesNothing) {
     EXPECT_EQ(Errors(), QStringList(u"6 in Main.mnuListsCurrentCopy - Overflow"_s));
     EXPECT_EQ(Current(), Words("aa@x.test bb@x.test cc@x.test"));
     EXPECT_EQ(Pending().last(2), Words("+aa@x.test +bb@x.test"));
-    EXPECT_TRUE(lists.ListSaved);
+    EXPECT_TRUE(lists.Open.IsSaved());
 }
 
 TEST_F(ListEditingTest, AMoveThatDoesNotFitOnTheCurrentListDeletesNothing) {
     for (int order : {0, 1}) {
         Open(Addresses(kMost - 1));
         ShowOrder(order);
-        lists.lstEmailList(kPending).SetEntries(Words("+~1@x.test -~2@x.test"));
+        lists.Box(kPending).Model().SetEntries(Words("+~1@x.test -~2@x.test"));
         editing.SelectAll(kPending);
         editing.PendingToCurrent(Transfer::Move);
         EXPECT_EQ(Errors().last(), u"6 in Main.mnuListsPendingCopy - Overflow"_s);

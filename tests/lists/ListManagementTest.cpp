@@ -22,7 +22,7 @@ protected:
 
     std::optional<QString> Rename(const QString &name) {
         profile.Boxes.Inputs = {name};
-        return RenameList(session, lists, kNews);
+        return RenameList(session, lists.Open, kNews);
     }
 };
 
@@ -84,7 +84,7 @@ TEST_F(ListManagementTest, RenameOffersTheOldNameAndRenamesTheFile) {
               (std::vector<test::ScriptedDialogs::Input>{
                   {u"Please enter the new name for [news]:"_s, u"Rename List"_s, kNews}}));
     EXPECT_EQ(ListFolder(), (QStringList{u"week ly.vlo"_s}));
-    EXPECT_EQ(lists.CurrentListName, u"week ly"_s);
+    EXPECT_EQ(lists.Open.Name(), u"week ly"_s);
     EXPECT_EQ(TakeStatus(), QStringList());
 }
 
@@ -93,7 +93,7 @@ TEST_F(ListManagementTest, TheSameOrAnEmptyNameRenamesNothing) {
     EXPECT_EQ(Rename(kNews), std::nullopt);
     EXPECT_EQ(Rename(QString()), std::nullopt);
     EXPECT_EQ(ListFolder(), Words("news.vlo"));
-    EXPECT_EQ(lists.CurrentListName, kNews);
+    EXPECT_EQ(lists.Open.Name(), kNews);
 }
 
 TEST_F(ListManagementTest, AChangeOfLetterCaseIsARename) {
@@ -109,7 +109,7 @@ TEST_F(ListManagementTest, RenameOntoATakenNameIsReportedAndBothFilesStay) {
     EXPECT_EQ(Errors(), QStringList(u"58 in Main.cmdFileRename - File already exists"_s));
     EXPECT_EQ(ReadListFile(kNews), FileBytes(Words("a@x.test")));
     EXPECT_EQ(ReadListFile(u"other"_s), FileBytes(Words("o@x.test")));
-    EXPECT_EQ(lists.CurrentListName, kNews);
+    EXPECT_EQ(lists.Open.Name(), kNews);
 }
 
 TEST_F(ListManagementTest, RenameOfAMissingFileIsReported) {
@@ -122,37 +122,34 @@ TEST_F(ListManagementTest, RenameOfAMissingFileIsReported) {
 
 TEST_F(ListManagementTest, RenameAsksAboutUnsavedChangesFirst) {
     OpenList(kNews, Words("a@x.test"));
-    lists.lstEmailList(kChronological).Add(u"b@x.test"_s);
-    lists.MarkUnsaved();
+    lists.Open.Add(u"b@x.test"_s);
     profile.Boxes.Answers = {BoxAnswer::Yes};
     EXPECT_EQ(Rename(kNews), std::nullopt);
     EXPECT_EQ(ReadListFile(kNews), FileBytes(Words("a@x.test b@x.test")));
-    EXPECT_TRUE(lists.ListSaved);
+    EXPECT_TRUE(lists.Open.IsSaved());
     EXPECT_EQ(TakeStatus(), QStringList(u"Saved [news]"_s));
 }
 
 // The list is to be renamed, not to be in two files: what is still unsaved belongs to the new name.
 TEST_F(ListManagementTest, ChangesThatStayUnsavedBelongToTheNewName) {
     OpenList(kNews, Words("a@x.test"));
-    lists.lstEmailList(kChronological).Add(u"b@x.test"_s);
-    lists.MarkUnsaved();
+    lists.Open.Add(u"b@x.test"_s);
     profile.Boxes.Answers = {BoxAnswer::No, BoxAnswer::Yes};
     EXPECT_EQ(Rename(u"other"_s), u"other"_s);
-    EXPECT_TRUE(lists.PromptSaveList());
+    EXPECT_TRUE(lists.Open.PromptSaveList());
     EXPECT_EQ(ListFolder(), Words("other.vlo"));
     EXPECT_EQ(ReadListFile(u"other"_s), FileBytes(Words("a@x.test b@x.test")));
 }
 
 TEST_F(ListManagementTest, AWantedSaveThatFailsStopsTheRename) {
     OpenList(kNews, Words("a@x.test"));
-    lists.lstEmailList(kChronological).Add(u"b@x.test"_s);
-    lists.MarkUnsaved();
+    lists.Open.Add(u"b@x.test"_s);
     session.Prefs.LogStatus = 0;
     profile.Boxes.Answers = {BoxAnswer::Yes};
     const test::FullDisk disk(3);
-    EXPECT_EQ(RenameList(session, lists, kNews), std::nullopt);
+    EXPECT_EQ(RenameList(session, lists.Open, kNews), std::nullopt);
     EXPECT_EQ(ListFolder(), Words("news.vlo"));
-    EXPECT_FALSE(lists.ListSaved);
+    EXPECT_FALSE(lists.Open.IsSaved());
 }
 
 TEST_F(ListManagementTest, DeleteAsksAndDeletesTheFile) {

@@ -29,39 +29,19 @@ QByteArray FileBytes(const QStringList &lines) {
     return bytes;
 }
 
-void ListsFixture::WriteListFile(const QString &name, const QByteArray &bytes) const {
-    profile.Write(u"lists/"_s + name + u".vlo"_s, bytes);
+QStringList NamesIn(const QString &folder) {
+    return QDir(folder).entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot,
+                                  QDir::Name);
 }
 
-QByteArray ListsFixture::ReadListFile(const QString &name) const {
-    return profile.Read(u"lists/"_s + name + u".vlo"_s);
-}
-
-QStringList ListsFixture::ListFolder() const {
-    return QDir(session.ProfileFile(u"lists"_s))
-        .entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot, QDir::Name);
-}
-
-void ListsFixture::OpenList(const QString &name, const QStringList &entries) {
-    WriteListFile(name, FileBytes(entries));
-    ASSERT_TRUE(lists.Load(name));
-    ASSERT_EQ(Current(), entries);
-    TakeStatus();
-}
-
-void ListsFixture::AddPending(const QStringList &entries) {
-    lists.lstEmailList(kPending).AddAll(entries);
-}
-
-QStringList ListsFixture::Errors() const {
+QStringList ErrorsOf(const TestProfile &profile) {
     QStringList errors;
     for (const QString &line : profile.Log(u"ErrorLog.txt"_s))
         errors << line.section(u" Error "_s, 1);
     return errors;
 }
 
-void ListsFixture::BlockLog(const QString &file) const {
-    const QString path = session.ProfileFile(u"logs"_s, file);
+void ReplaceByFolder(const QString &path) {
     QFile::remove(path);
     ASSERT_TRUE(QDir().mkpath(path));
 }

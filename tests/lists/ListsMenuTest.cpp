@@ -17,8 +17,12 @@ class ListsMenuTest : public test::FramesFixture {
 protected:
     ListsMenuTest() { OpenLists({{u"news"_s, Words("bb@x.test aa@x.test")}}); }
 
-    QAction *Entry(const char *name) { return Find<QAction>(name); }
+    QAction *Entry(const char *name) {
+        Turn();
+        return Find<QAction>(name);
+    }
     void Choose(const char *entry) {
+        Turn();
         ASSERT_TRUE(Entry(entry)->isEnabled()) << entry;
         Entry(entry)->trigger();
     }
@@ -68,7 +72,6 @@ TEST_F(ListsMenuTest, SelectsAllOrNoneOfTheVisibleBox) {
 
 TEST_F(ListsMenuTest, SelectsAllOrNoneOfThePendingList) {
     AddPending(Words("+pp@x.test"));
-    lists.UpdateControls();
     Choose("mnuListsPendingSelAll");
     EXPECT_EQ(lists.SelectedCount(kPending), 1);
     Choose("mnuListsPendingDeSelAll");
@@ -94,13 +97,13 @@ TEST_F(ListsMenuTest, CopiesAndMovesToTheCurrentList) {
     Choose("mnuListsPendingCopy_1");
     EXPECT_EQ(Current(), Words("bb@x.test aa@x.test pp@x.test pp@x.test"));
     EXPECT_EQ(Pending(), QStringList());
-    EXPECT_TRUE(lists.ListSaved);
+    EXPECT_TRUE(lists.Open.IsSaved());
 }
 
 TEST_F(ListsMenuTest, TheCheckMarkFollowsTheOrderThatIsChosen) {
     menu.ShowSortOrder();
     EXPECT_EQ(CheckedOrders(), (std::vector<bool>{false, true}));
-    const QSignalSpy changed(&menu, &ListsMenu::SortOrderChanged);
+    const QSignalSpy changed(&lists.Open, &OpenList::SortOrderChanged);
     Choose("mnuSortOrder_0");
     EXPECT_EQ(CheckedOrders(), (std::vector<bool>{true, false}));
     EXPECT_EQ(session.Prefs.ListSortBy, 0);

@@ -12,8 +12,8 @@ using test::Words;
 
 class ManualAddTest : public test::ListsFixture {
 protected:
-    bool Add(const char *text, Request request = Request::Subscribe) {
-        return AddTypedAddress(session, lists, QString::fromUtf8(text), request, process);
+    bool Add(const char *text, RequestKind request = RequestKind::Subscribe) {
+        return AddTypedAddress(lists, QString::fromUtf8(text), request, process);
     }
 
     int runs = 0;
@@ -34,7 +34,7 @@ TEST_F(ManualAddTest, AddQueuesASubscription) {
 }
 
 TEST_F(ManualAddTest, RemoveQueuesARemovalInTheSameWords) {
-    EXPECT_TRUE(Add("ab@x.test", Request::Unsubscribe));
+    EXPECT_TRUE(Add("ab@x.test", RequestKind::Unsubscribe));
     EXPECT_EQ(Pending(), Words("-ab@x.test"));
     EXPECT_EQ(TakeStatus(), QStringList(u"Added [ab@x.test] to the pending list"_s));
 }
@@ -52,7 +52,7 @@ TEST_F(ManualAddTest, AnInvalidAddressIsToldTwiceAndStaysForCorrection) {
 TEST_F(ManualAddTest, TheSameAddressTwiceIsQueuedTwice) {
     Add("ab@x.test");
     Add("ab@x.test");
-    Add("AB@x.test", Request::Unsubscribe);
+    Add("AB@x.test", RequestKind::Unsubscribe);
     EXPECT_EQ(Pending(), Words("+ab@x.test +ab@x.test -AB@x.test"));
 }
 

@@ -95,12 +95,12 @@ TEST_F(NotificationOverWireTest, WhileTheServerIsSilentRequestsArriveAndStayPend
     Start(Fault(SmtpStep::Message, SmtpFault::ReplyThenSilence, {}, {}));
     bool late = false;
     QTimer watch;
-    QObject::connect(&watch, &QTimer::timeout, &lists, [&] {
+    QObject::connect(&watch, &QTimer::timeout, &lists.Open, [&] {
         if (!server->Dialogue().contains("C: (message)"))
             return;
         watch.stop();
         late = true;
-        lists.AddPending(u"+late@x.test"_s);
+        lists.Pending.Offer(PendingRequest::FromEntry(u"+late@x.test"_s, RequestOrigin::FailedDelivery));
         processing.Run();
         server.reset();
     });
@@ -113,7 +113,7 @@ TEST_F(NotificationOverWireTest, WhileTheServerIsSilentRequestsArriveAndStayPend
 
 TEST_F(NotificationOverWireTest, ClosingDuringASilenceEndsTheRunAtOnce) {
     Start(Fault(SmtpStep::Greeting, SmtpFault::Silence, {}, {}));
-    QTimer::singleShot(50, &lists, [&] {
+    QTimer::singleShot(50, &lists.Open, [&] {
         session.AppExiting = true;
         processing.Abort();
     });

@@ -161,7 +161,7 @@ TEST_F(NotificationTest, TheChangeIsMadeBeforeItIsToldAndLoggedAfterwards) {
 
 TEST_F(NotificationTest, RequestsThatArriveWhileAMailIsSentStayPending) {
     mailers.OnSend = [this] {
-        lists.AddPending(u"+late@x.test"_s);
+        lists.Pending.Offer(PendingRequest::FromEntry(u"+late@x.test"_s, RequestOrigin::FailedDelivery));
         return Outcome();
     };
     Process(Words("+aa@x.test -bb@x.test"));
@@ -171,7 +171,9 @@ TEST_F(NotificationTest, RequestsThatArriveWhileAMailIsSentStayPending) {
 }
 
 TEST_F(NotificationTest, RequestsThatArriveAtTheYieldStayPending) {
-    QTimer::singleShot(0, &lists, [this] { lists.AddPending(u"+late@x.test"_s); });
+    QTimer::singleShot(0, &lists.Open, [this] {
+        lists.Pending.Offer(PendingRequest::FromEntry(u"+late@x.test"_s, RequestOrigin::FailedDelivery));
+    });
     Process(Words("+aa@x.test"));
     EXPECT_EQ(Pending(), Words("+late@x.test"));
 }
@@ -213,7 +215,7 @@ TEST_F(NotificationTest, WhenTheProgramClosesTheRunEndsAndAllRequestsStay) {
 }
 
 TEST_F(NotificationTest, WhenTheProgramClosesAtTheYieldNoMailIsSent) {
-    QTimer::singleShot(0, &lists, [this] { session.AppExiting = true; });
+    QTimer::singleShot(0, &lists.Open, [this] { session.AppExiting = true; });
     Process(Words("+aa@x.test"));
     EXPECT_EQ(Recipients(), QStringList());
 }

@@ -155,7 +155,7 @@ TEST_F(PendingListFrameTest, BypassProcessesEachAddAtOnce) {
     Click("cmdEmailAdd_0");
     EXPECT_EQ(Pending(), QStringList());
     EXPECT_EQ(Current(), Words("mm@x.test aa@x.test"));
-    EXPECT_FALSE(lists.ListSaved);
+    EXPECT_FALSE(lists.Open.IsSaved());
     Type("MM@x.test");
     Click("cmdEmailAdd_1");
     EXPECT_EQ(Current(), Words("aa@x.test"));
@@ -176,7 +176,6 @@ TEST_F(PendingListFrameTest, AnInvalidAddressIsNotFollowedByProcessing) {
 
 TEST_F(PendingListFrameTest, TheProcessButtonProcesses) {
     AddPending(Words("+aa@x.test -mm@x.test"));
-    lists.UpdateControls();
     Click("cmdCapturesAdd");
     EXPECT_EQ(Current(), Words("aa@x.test"));
     EXPECT_EQ(Pending(), QStringList());
@@ -185,7 +184,6 @@ TEST_F(PendingListFrameTest, TheProcessButtonProcesses) {
 
 TEST_F(PendingListFrameTest, EditDeleteAndSwapWorkOnTheSelection) {
     AddPending(Words("+aa@x.test -bb@x.test +cc@x.test"));
-    lists.UpdateControls();
     ClickRow(kPending, 1);
     profile.Boxes.Inputs = {u"zz@x.test"_s};
     Click("cmdListEdit_1");
@@ -269,9 +267,23 @@ TEST_F(PendingListFrameTest, WithBypassTheEndOfCaptureProcessesAll) {
     EXPECT_EQ(Current(), Words("mm@x.test aa@x.test bb@x.test"));
 }
 
+TEST_F(PendingListFrameTest, CaptureEndsWithTheLastList) {
+    OpenLists({{u"news"_s, Words("aa@x.test")}});
+    Click("cmdCapture");
+    ASSERT_TRUE(pending.IsCapturing());
+    const QSignalSpy wanted(&pending, &PendingListFrame::CaptionWanted);
+    TakeStatus();
+    profile.Boxes.Answers = {BoxAnswer::Yes};
+    Click("cmdFileDelete");
+    EXPECT_FALSE(pending.IsCapturing());
+    EXPECT_EQ(Wording("cmdCapture").first, u"Clipboard"_s);
+    EXPECT_EQ(TakeStatus().last(), u"E-mail address capture off"_s);
+    ASSERT_EQ(wanted.count(), 1);
+    EXPECT_EQ(wanted[0][0].toString(), QString());
+}
+
 TEST_F(PendingListFrameTest, TheRightButtonAsksForTheMenu) {
     AddPending(Words("+aa@x.test"));
-    lists.UpdateControls();
     const QSignalSpy wanted(&pending, &PendingListFrame::ContextMenuWanted);
     QContextMenuEvent press(QContextMenuEvent::Mouse, QPoint(3, 3), QPoint(70, 80));
     QApplication::sendEvent(View(kPending)->viewport(), &press);

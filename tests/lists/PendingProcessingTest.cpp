@@ -39,7 +39,7 @@ TEST_F(PendingProcessingTest, AppliesTheRequestsInOrderAndClearsThePendingList) 
     ExpectBoth(Words("mm@x.test zz@x.test Aa@x.test"), Words("Aa@x.test mm@x.test zz@x.test"));
     EXPECT_EQ(Pending(), QStringList());
     EXPECT_EQ(PendingLog(), Words("+zz@x.test -BB@x.test +Aa@x.test"));
-    EXPECT_FALSE(lists.ListSaved);
+    EXPECT_FALSE(lists.Open.IsSaved());
 }
 
 TEST_F(PendingProcessingTest, TellsEachStepAndASummary) {
@@ -67,7 +67,7 @@ TEST_F(PendingProcessingTest, RemovalOfAnAbsentAddressIsNoActivityAndLogged) {
     EXPECT_EQ(TakeStatus().last(), u"Pending list processing complete (no activity)"_s);
     EXPECT_EQ(PendingLog(), Words("-b@x.test"));
     EXPECT_EQ(Pending(), QStringList());
-    EXPECT_TRUE(lists.ListSaved);
+    EXPECT_TRUE(lists.Open.IsSaved());
 }
 
 TEST_F(PendingProcessingTest, AnAddressThatComesAndGoesIsCountedTwice) {
@@ -75,7 +75,7 @@ TEST_F(PendingProcessingTest, AnAddressThatComesAndGoesIsCountedTwice) {
     Process(Words("+c@x.test -c@x.test"));
     ExpectBoth({}, {});
     EXPECT_EQ(TakeStatus().last(), u"Pending list processing complete (+1, -1)"_s);
-    EXPECT_FALSE(lists.ListSaved);
+    EXPECT_FALSE(lists.Open.IsSaved());
 }
 
 TEST_F(PendingProcessingTest, OnlyRemovalsAreSummedUpAlone) {
@@ -117,11 +117,11 @@ TEST_F(PendingProcessingTest, OfEqualEntriesTheFirstOfEachViewIsRemoved) {
 
 TEST_F(PendingProcessingTest, AnEntryOfTheAlphabeticalViewOnlyIsRemovedWithoutBeingCounted) {
     Open(Words("aa@x.test"));
-    lists.lstEmailList(kAlphabetical).Add(u"try@x.test"_s);
+    lists.Box(kAlphabetical).Model().Add(u"try@x.test"_s);
     Process(Words("-try@x.test"));
     ExpectBoth(Words("aa@x.test"), Words("aa@x.test"));
     EXPECT_EQ(TakeStatus().last(), u"Pending list processing complete (no activity)"_s);
-    EXPECT_TRUE(lists.ListSaved);
+    EXPECT_TRUE(lists.Open.IsSaved());
 }
 
 TEST_F(PendingProcessingTest, TheFileIsNotWritten) {
@@ -142,14 +142,16 @@ TEST_F(PendingProcessingTest, TellsThatItRunsAndLetsTheControlsFollow) {
     Open({});
     AddPending(Words("+aa@x.test"));
     std::vector<bool> running;
-    QObject::connect(&processing, &PendingProcessing::RunningChanged, &lists, [&](bool on) {
+    QObject::connect(&processing, &PendingProcessing::RunningChanged, &lists.Open, [&](bool on) {
         EXPECT_EQ(processing.IsRunning(), on);
         running.push_back(on);
     });
-    QStringList pendingAtUpdate;
-    QObject::connect(&lists, &ListStore::ControlsOutdated, &processing, [&] { pendingAtUpdate = Pending(); });
+    QStringList pendingAtUpdate{u"never told"_s};
+    QObject::connect(&lists.Pending, &PendingList::Changed, &processing,
+                     [&] { pendingAtUpdate = Pending(); });
     processing.Run();
     EXPECT_EQ(running, (std::vector<bool>{true, false}));
+    QCoreApplication::sendPostedEvents();
     EXPECT_EQ(pendingAtUpdate, QStringList());
     EXPECT_FALSE(processing.IsRunning());
 }
@@ -170,11 +172,11 @@ TEST_F(PendingProcessingTest, WhileAListIsLoadedNothingIsProcessedOrLost) {
     WriteListFile(u"other"_s, FileBytes(Words("oo@x.test")));
     AddPending(Words("+new@x.test"));
     QTimer::singleShot(0, &processing, &PendingProcessing::Run);
-    lists.Load(u"other"_s);
+    lists.Open.Load(u"other"_s);
     EXPECT_EQ(Current(), Words("oo@x.test"));
     EXPECT_EQ(Pending(), Words("+new@x.test"));
     EXPECT_EQ(PendingLog(), QStringList());
-    EXPECT_TRUE(lists.ListSaved);
+    EXPECT_TRUE(lists.Open.IsSaved());
 }
 
 TEST_F(PendingProcessingTest, ALogThatCannotBeWrittenIsReportedAndAllRequestsStay) {
@@ -215,12 +217,12 @@ TEST_F(PendingProcessingTest, AFullListIsReportedAndAllRequestsStay) {
     EXPECT_EQ(Pending(), Words("+more@x.test -a0@x.test"));
     EXPECT_EQ(Current(), full);
     EXPECT_EQ(lists.lstEmailList(kAlphabetical).Count(), kMost);
-    EXPECT_TRUE(lists.ListSaved);
+    EXPECT_TRUE(lists.Open.IsSaved());
 }
 
 TEST_F(PendingProcessingTest, AFullAlphabeticalViewLeavesBothViewsAlike) {
     Open(Addresses(kMost - 1));
-    lists.lstEmailList(kAlphabetical).Add(u"try@x.test"_s);
+    lists.Box(kAlphabetical).Model().Add(u"try@x.test"_s);
     Process(Words("+more@x.test"));
     EXPECT_EQ(Errors(), QStringList(u"6 in Main.cmdCapturesAdd - Overflow"_s));
     EXPECT_EQ(lists.lstEmailList(kChronological).Count(), kMost - 1);

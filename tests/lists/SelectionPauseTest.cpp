@@ -29,7 +29,7 @@ TEST_F(SelectionPauseTest, WhatIsStillThereIsSelectedAgain) {
     SelectEveryOther(200);
     for (int box : {kChronological, kAlphabetical}) {
         QStringList expected = lists.SelectedEntries(box);
-        EntryListModel &model = lists.lstEmailList(box);
+        EntryListModel &model = lists.Box(box).Model();
         {
             const SelectionPause pause(lists, box);
             EXPECT_EQ(lists.SelectedCount(box), 0);
@@ -55,7 +55,7 @@ TEST_F(SelectionPauseTest, AnEmptiedListIsLeftWithoutASelection) {
     SelectEveryOther(200);
     {
         const SelectionPause pause(lists, kChronological);
-        lists.lstEmailList(kChronological).SetEntries({});
+        lists.Box(kChronological).Model().SetEntries({});
     }
     EXPECT_EQ(lists.SelectedCount(kChronological), 0);
 }

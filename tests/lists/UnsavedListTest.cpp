@@ -8,6 +8,7 @@
 #include "support/FullDisk.h"
 #include "support/TestProfile.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QPushButton>
 #include <QToolButton>
@@ -24,11 +25,10 @@ protected:
     }
     // The open list as it was when the program had to end.
     void KeepOneMore() {
-        lists.Load(u"news"_s);
-        lists.lstEmailList(kChronological).Add(u"c@x.test"_s);
-        lists.MarkUnsaved();
-        ASSERT_TRUE(UnsavedList::Keep(profile.session, lists));
-        lists.ListSaved = true;
+        lists.Open.Load(u"news"_s);
+        lists.Open.Add(u"c@x.test"_s);
+        ASSERT_TRUE(UnsavedList::Keep(profile.session, lists.Open));
+        lists.Open.DropChanges();
     }
     QStringList Entries(int box) const { return lists.lstEmailList(box).Entries(); }
     bool IsKept() const { return QFile::exists(profile.Path(u"lists/news.vlo.unsaved"_s)); }
@@ -38,7 +38,7 @@ protected:
 
     TestProfile profile;
     ListStore lists{profile.session};
-    UnsavedOffer offer{profile.session, lists};
+    UnsavedOffer offer{profile.session, lists.Open};
 };
 
 TEST_F(UnsavedListTest, KeepsTheEntriesInTheirOrder) {
@@ -48,18 +48,18 @@ TEST_F(UnsavedListTest, KeepsTheEntriesInTheirOrder) {
 }
 
 TEST_F(UnsavedListTest, KeepsNothingOfASavedList) {
-    lists.Load(u"news"_s);
-    EXPECT_FALSE(UnsavedList::Keep(profile.session, lists));
+    lists.Open.Load(u"news"_s);
+    EXPECT_FALSE(UnsavedList::Keep(profile.session, lists.Open));
     EXPECT_FALSE(IsKept());
 }
 
 TEST_F(UnsavedListTest, ADiskThatIsFullIsLoggedAndAsksNobody) {
-    lists.Load(u"news"_s);
-    lists.MarkUnsaved();
+    lists.Open.Load(u"news"_s);
+    lists.Open.Add(u"c@x.test"_s);
     profile.Write(u"logs/ErrorLog.txt"_s, "");
     {
         const FullDisk disk(3);
-        EXPECT_FALSE(UnsavedList::Keep(profile.session, lists));
+        EXPECT_FALSE(UnsavedList::Keep(profile.session, lists.Open));
     }
     EXPECT_FALSE(IsKept());
     EXPECT_TRUE(profile.Boxes.Shown.empty());
@@ -67,23 +67,23 @@ TEST_F(UnsavedListTest, ADiskThatIsFullIsLoggedAndAsksNobody) {
 
 TEST_F(UnsavedListTest, IsOfferedWhenTheListIsOpened) {
     KeepOneMore();
-    lists.Load(u"other"_s);
+    lists.Open.Load(u"other"_s);
     EXPECT_TRUE(offer.isHidden());
-    lists.Load(u"news"_s);
+    lists.Open.Load(u"news"_s);
     EXPECT_FALSE(offer.isHidden());
     EXPECT_EQ(offer.Sentence(), u"Changes to list [news] were not saved when the program had to end."_s);
-    lists.Load(u"other"_s);
+    lists.Open.Load(u"other"_s);
     EXPECT_TRUE(offer.isHidden()) << "it belongs to the list";
 }
 
 TEST_F(UnsavedListTest, RestoreMakesThemUnsavedChangesOfTheOpenList) {
     KeepOneMore();
-    lists.Load(u"other"_s);
-    lists.Load(u"news"_s);
+    lists.Open.Load(u"other"_s);
+    lists.Open.Load(u"news"_s);
     Button("cmdUnsavedRestore")->click();
     EXPECT_EQ(Entries(kChronological), QStringList({u"b@x.test"_s, u"a@x.test"_s, u"c@x.test"_s}));
     EXPECT_EQ(Entries(kAlphabetical), QStringList({u"a@x.test"_s, u"b@x.test"_s, u"c@x.test"_s}));
-    EXPECT_FALSE(lists.ListSaved);
+    EXPECT_FALSE(lists.Open.IsSaved());
     EXPECT_FALSE(IsKept());
     EXPECT_TRUE(offer.isHidden());
     EXPECT_EQ(profile.StatusTexts.last(), u"Restored unsaved changes of [news]"_s);
@@ -91,45 +91,46 @@ TEST_F(UnsavedListTest, RestoreMakesThemUnsavedChangesOfTheOpenList) {
 
 TEST_F(UnsavedListTest, ForgetDeletesThem) {
     KeepOneMore();
-    lists.Load(u"other"_s);
-    lists.Load(u"news"_s);
+    lists.Open.Load(u"other"_s);
+    lists.Open.Load(u"news"_s);
     Button("cmdUnsavedDiscard")->click();
     EXPECT_EQ(Entries(kChronological), QStringList({u"b@x.test"_s, u"a@x.test"_s}));
-    EXPECT_TRUE(lists.ListSaved);
+    EXPECT_TRUE(lists.Open.IsSaved());
     EXPECT_FALSE(IsKept());
     EXPECT_TRUE(offer.isHidden());
 }
 
 TEST_F(UnsavedListTest, AClosedOfferIsThereAgainAtTheNextLoad) {
     KeepOneMore();
-    lists.Load(u"other"_s);
-    lists.Load(u"news"_s);
+    lists.Open.Load(u"other"_s);
+    lists.Open.Load(u"news"_s);
     offer.findChild<QToolButton *>()->click();
     EXPECT_TRUE(offer.isHidden());
-    lists.UpdateControls();
+    lists.Open.SetSortOrder(0);
+    QCoreApplication::sendPostedEvents();
     EXPECT_TRUE(offer.isHidden());
     EXPECT_TRUE(IsKept());
-    lists.Load(u"other"_s);
-    lists.Load(u"news"_s);
+    lists.Open.Load(u"other"_s);
+    lists.Open.Load(u"news"_s);
     EXPECT_FALSE(offer.isHidden());
 }
 
 TEST_F(UnsavedListTest, AKeptFileThatIsGoneLeavesTheListAsItIs) {
     KeepOneMore();
-    lists.Load(u"other"_s);
-    lists.Load(u"news"_s);
+    lists.Open.Load(u"other"_s);
+    lists.Open.Load(u"news"_s);
     ASSERT_TRUE(QFile::remove(profile.Path(u"lists/news.vlo.unsaved"_s)));
     Button("cmdUnsavedRestore")->click();
     ASSERT_EQ(profile.Boxes.Shown.size(), 1U);
     EXPECT_EQ(profile.Boxes.Shown[0].Title, u"varlo-pro Error 53 in Main.cmdUnsavedRestore"_s);
     EXPECT_EQ(Entries(kChronological), QStringList({u"b@x.test"_s, u"a@x.test"_s}));
-    EXPECT_TRUE(lists.ListSaved);
+    EXPECT_TRUE(lists.Open.IsSaved());
 }
 
 TEST_F(UnsavedListTest, GoesWithItsListWhenThatIsRenamedOrDeleted) {
     KeepOneMore();
     profile.Boxes.Inputs = {u"weekly"_s};
-    EXPECT_EQ(RenameList(profile.session, lists, u"news"_s), u"weekly"_s);
+    EXPECT_EQ(RenameList(profile.session, lists.Open, u"news"_s), u"weekly"_s);
     EXPECT_TRUE(QFile::exists(profile.Path(u"lists/weekly.vlo.unsaved"_s)));
     EXPECT_FALSE(IsKept());
     profile.Boxes.Answers = {BoxAnswer::Yes};

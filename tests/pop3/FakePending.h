@@ -6,6 +6,7 @@
 #include "pop3/RequestCapture.h"
 
 #include <QStringList>
+#include <gtest/gtest.h>
 
 namespace varlo::test {
 
@@ -19,18 +20,8 @@ struct FakePending {
     std::function<void()> OnProcess;
 
     PendingDoor Door() {
-        return {[this](const QString &address) {
-                    Calls << u"valid? "_s + address;
-                    return address.contains(u'@') && !address.contains(u' ');
-                },
-                [this](const QString &entry) { return IsNew(entry); },
-                [this](const QString &entry) {
-                    Entries << entry;
-                    Calls << u"add "_s + entry;
-                },
-                [this] { Calls << u"select last"_s; },
-                [this] { Calls << u"update"_s; },
-                [this] { return BypassTicked; },
+        return {[this](const PendingRequest &request) { return Offer(request); },
+                [this] { Calls << u"select last"_s; }, [this] { return BypassTicked; },
                 [this] {
                     Calls << u"process"_s;
                     if (OnProcess)
@@ -39,12 +30,17 @@ struct FakePending {
     }
 
 private:
-    bool IsNew(const QString &entry) {
-        Calls << u"new? "_s + entry;
+    bool Offer(const PendingRequest &request) {
+        EXPECT_EQ(request.Origin, RequestOrigin::Mailbox);
+        const QString entry = request.Entry();
+        Calls << u"offer "_s + entry;
         const bool isNew = !Entries.contains(entry, Qt::CaseInsensitive);
         if (!isNew)
             StatusMessage(session_, u"Duplicate address ["_s + entry + u"] ignored"_s);
-        return isNew;
+        const bool isTaken = isNew && request.Address.contains(u'@') && !request.Address.contains(u' ');
+        if (isTaken)
+            Entries << entry;
+        return isTaken;
     }
 
     Session &session_;

@@ -1,9 +1,9 @@
-// The mailing list files of the open profile: one address a line, each line ended by CR LF.
+// The mailing list files of the open profile, and everything that is done to them. A file has one address a line, each line ended by CR LF.
 #pragma once
 
 #include "core/Session.h"
 
-namespace varlo::ListFile {
+namespace varlo::ListLibrary {
 
 // The file of the list `name`.
 QString Path(const Session &session, const QString &name);
@@ -21,7 +21,16 @@ void Write(const Session &session, const QString &name, const QStringList &entri
 // the file name of the copy; empty when there is no file to keep. Throws RuntimeError.
 QString KeepBackup(const Session &session, const QString &name);
 
+// Creates the list or empties the one of that name. Throws RuntimeError.
+void Create(const Session &session, const QString &name);
+
+// Throws RuntimeError: 53 when the list is missing, 58 when the new name is taken.
+void Rename(const Session &session, const QString &oldName, const QString &newName);
+
+// Throws RuntimeError (53, 70).
+void Delete(const Session &session, const QString &name);
+
 // Creates an empty file at `path` when none exists. Throws RuntimeError.
 void EnsureListFile(const QString &path);
 
-} // namespace varlo::ListFile
+} // namespace varlo::ListLibrary

@@ -1,6 +1,7 @@
-#include "lists/ListFile.h"
+#include "lists/ListLibrary.h"
 
 #include "core/Literals.h"
+#include "core/ProfileLayout.h"
 #include "core/RuntimeError.h"
 #include "core/TextFile.h"
 #include "core/modPublic.h"
@@ -8,33 +9,28 @@
 #include <QDir>
 #include <QFileInfo>
 
-namespace varlo::ListFile {
+namespace varlo::ListLibrary {
 
 namespace {
 
-const QString kFolder = u"lists"_s;
-const QString kExtension = u".vlo"_s;
+using ProfileLayout::kListExtension;
 
 } // namespace
 
 QString Path(const Session &session, const QString &name) {
-    return session.ProfileFile(kFolder, name + kExtension);
+    return ProfileLayout::ListFile(session, name);
 }
 
 QStringList Names(const Session &session) {
     // Without a name filter: QDir makes a regular expression of it, and brings the library for those.
     QStringList names =
-        QDir(session.ProfileFile(kFolder)).entryList(QDir::Files | QDir::Hidden, QDir::Unsorted);
-    names.removeIf([](const QString &name) { return !name.endsWith(kExtension, Qt::CaseInsensitive); });
+        QDir(ProfileLayout::ListsFolder(session)).entryList(QDir::Files | QDir::Hidden, QDir::Unsorted);
+    names.removeIf([](const QString &name) { return !name.endsWith(kListExtension, Qt::CaseInsensitive); });
     for (QString &name : names)
-        name.chop(kExtension.size());
+        name.chop(kListExtension.size());
     // Where the file system tells letter case apart, "NEWS.VLO" is not the file of a list "NEWS".
     names.removeIf([&](const QString &name) { return !PathExists(Path(session, name)); });
-    // A list is remembered by its position: names that differ in letter case only need an order, too.
-    std::sort(names.begin(), names.end(), [](const QString &a, const QString &b) {
-        const int order = a.compare(b, Qt::CaseInsensitive);
-        return order == 0 ? a < b : order < 0;
-    });
+    SortNames(names);
     return names;
 }
 
@@ -64,9 +60,21 @@ QString KeepBackup(const Session &session, const QString &name) {
     return QFileInfo(backup).fileName();
 }
 
+void Create(const Session &session, const QString &name) {
+    Write(session, name, {});
+}
+
+void Rename(const Session &session, const QString &oldName, const QString &newName) {
+    RenamePath(Path(session, oldName), Path(session, newName));
+}
+
+void Delete(const Session &session, const QString &name) {
+    DeleteFile(Path(session, name));
+}
+
 void EnsureListFile(const QString &path) {
     if (!PathExists(path))
         WriteFile(path, {});
 }
 
-} // namespace varlo::ListFile
+} // namespace varlo::ListLibrary

@@ -1,0 +1,118 @@
+#include "lists/ListsPage.h"
+
+#include "lists/CurrentListFrame.h"
+#include "lists/ListsMenu.h"
+#include "lists/PendingListFrame.h"
+#include "lists/UnsavedOffer.h"
+
+#include <QApplication>
+#include <QSplitter>
+#include <QVBoxLayout>
+
+namespace varlo {
+
+ListsPage::ListsPage(Session &session, MakeMailer makeMailer, QWidget *parent)
+    : QWidget(parent), session_(session), lists_(session), editing_(session, lists_),
+      processing_(session, lists_, std::move(makeMailer)), splitter_(new QSplitter(this)),
+      fraCurrent_(new CurrentListFrame(session, lists_, editing_, splitter_)),
+      fraPending_(new PendingListFrame(session, lists_, editing_, processing_, splitter_)),
+      mnuLists_(new ListsMenu(session, lists_, editing_, this)) {
+    LayOutControls();
+    ConnectControls();
+    ConnectMenus();
+    UpdateControls();
+}
+
+void ListsPage::LayOutControls() {
+    splitter_->setObjectName(u"splitter"_s);
+    splitter_->addWidget(fraCurrent_);
+    splitter_->addWidget(fraPending_);
+    splitter_->setChildrenCollapsible(false);
+    splitter_->setStretchFactor(0, 1);
+    splitter_->setStretchFactor(1, 1);
+    auto *around = new QVBoxLayout(this); // a splitter would forget margins of its own in its least size
+    around->setContentsMargins(8, 6, 8, 2);
+    auto *barUnsaved = new UnsavedOffer(session_, lists_.Open, this);
+    connect(&processing_, &PendingProcessing::RunningChanged, barUnsaved, &QWidget::setDisabled);
+    around->addWidget(barUnsaved);
+    around->addWidget(splitter_);
+}
+
+void ListsPage::ConnectControls() {
+    connect(&lists_.Open, &OpenList::Changed, this, &ListsPage::UpdateControls);
+    connect(&lists_.Open, &OpenList::SortOrderChanged, this, &ListsPage::ShowSortOrder);
+    connect(&lists_.Pending, &PendingList::Changed, this, &ListsPage::UpdateControls);
+    connect(&processing_, &PendingProcessing::RunningChanged, this, &ListsPage::SetLocked);
+    // Queued: what has ended is still on its way out.
+    connect(&lists_.Open, &OpenList::Released, this, &ListsPage::ProcessIfFree, Qt::QueuedConnection);
+    connect(&processing_, &PendingProcessing::RunningChanged, this, &ListsPage::ProcessIfFree,
+            Qt::QueuedConnection);
+    connect(fraPending_, &PendingListFrame::MailCheckWanted, this, &ListsPage::MailCheckWanted);
+    connect(fraPending_, &PendingListFrame::CaptionWanted, this, &ListsPage::CaptionWanted);
+}
+
+void ListsPage::ConnectMenus() {
+    const auto popUp = [](QMenu *menu) { return [menu](const QPoint &position) { menu->popup(position); }; };
+    connect(fraCurrent_, &CurrentListFrame::SortMenuWanted, mnuLists_, popUp(mnuLists_->SortMenu()));
+    connect(fraCurrent_, &CurrentListFrame::ContextMenuWanted, mnuLists_, popUp(mnuLists_->CurrentMenu()));
+    connect(fraPending_, &PendingListFrame::ContextMenuWanted, mnuLists_, popUp(mnuLists_->PendingMenu()));
+}
+
+void ListsPage::ShowSortOrder() {
+    mnuLists_->ShowSortOrder();
+    fraCurrent_->ShowSortOrder();
+}
+
+void ListsPage::UpdateControls() {
+    fraCurrent_->UpdateControls();
+    fraPending_->UpdateControls(!fraCurrent_->ChosenName().isEmpty());
+    mnuLists_->UpdateControls();
+    Q_EMIT CountsChanged(lists_.lstEmailList(kChronological).Count(), lists_.Pending.Count());
+}
+
+void ListsPage::SetLocked(bool locked) {
+    if (locked)
+        focusBeforeLock_ = QApplication::focusWidget();
+    splitter_->setEnabled(!locked);
+    mnuLists_->setEnabled(!locked);
+    Q_EMIT LockedChanged(locked);
+    if (!locked && focusBeforeLock_)
+        focusBeforeLock_->setFocus();
+}
+
+void ListsPage::ProcessWhenFree() {
+    isProcessingWanted_ = true;
+    ProcessIfFree();
+}
+
+void ListsPage::ProcessIfFree() {
+    if (processing_.IsRunning() || lists_.Open.IsHeld() || session_.AppExiting)
+        return;
+    if (std::exchange(isProcessingWanted_, false))
+        processing_.Run();
+}
+
+// A failed save keeps the window, so that the operator is asked again.
+bool ListsPage::MayLeaveOpenList() {
+    if (lists_.Open.IsSaved())
+        return true;
+    const QString question =
+        u"The changes to list ["_s + fraCurrent_->ChosenName() + u"] have not been saved, save now?"_s;
+    switch (session_.Boxes.MsgBox(question, BoxButtons::YesNoCancel, BoxIcon::Question)) {
+    case BoxAnswer::Yes:
+        return fraCurrent_->Save();
+    case BoxAnswer::No:
+        return true;
+    default:
+        return false;
+    }
+}
+
+bool ListsPage::MayClose() {
+    const OpenList::Hold hold(lists_.Open);
+    const QString question = u"There are unprocessed e-mail addresses on the pending list, exit anyway?"_s;
+    return MayLeaveOpenList() &&
+           (lists_.Pending.Count() == 0 || session_.Boxes.AskToDestroy(question) == BoxAnswer::Yes);
+}
+
+} // namespace varlo

@@ -1,0 +1,187 @@
+#include "lists/OpenList.h"
+
+#include "core/Preferences.h"
+#include "core/Reporting.h"
+#include "lists/ListLibrary.h"
+
+#include <QCoreApplication>
+#include <QScopeGuard>
+
+namespace varlo {
+
+OpenList::OpenList(Session &session, QObject *parent) : ChangingList(parent), session_(session) {
+    for (ListBox &box : boxes_)
+        connect(&box, &ListBox::Touched, this, [this] { Touch(); });
+}
+
+void OpenList::SetSortOrder(int order) {
+    session_.Prefs.ListSortBy = order;
+    Q_EMIT SortOrderChanged();
+    Touch();
+}
+
+int OpenList::VisibleBox() const {
+    return session_.Prefs.ListSortBy == 1 ? kAlphabetical : kChronological;
+}
+
+void OpenList::SetSaved(bool saved) {
+    saved_ = saved;
+    Touch();
+}
+
+// Without an open list there is no file to differ from.
+void OpenList::MarkUnsaved() {
+    SetSaved(name_.isEmpty());
+}
+
+void OpenList::Add(const QString &address) {
+    // A full alphabetical box must not leave the two with different entries.
+    if (Box(kAlphabetical).Model().Count() >= EntryListModel::kMostEntries)
+        throw RuntimeError(Overflow);
+    for (ListBox &box : boxes_)
+        box.Model().Add(address);
+    MarkUnsaved();
+}
+
+bool OpenList::Remove(const QString &address) {
+    const auto removeFirst = [&](int box) {
+        const int row = Box(box).Model().FindFirst(address);
+        if (row >= 0)
+            Box(box).Model().Remove(row);
+        return row >= 0;
+    };
+    const bool found = removeFirst(kChronological);
+    removeFirst(kAlphabetical); // whether or not it was found above: the two may differ
+    if (found)
+        MarkUnsaved();
+    return found;
+}
+
+int OpenList::Replace(int box, int row, const QString &entry) {
+    EntryListModel &model = Box(box).Model();
+    const QString old = model.Entry(row);
+    const int newRow = model.Replace(row, entry);
+    EntryListModel &other = Other(box).Model();
+    if (const int otherRow = other.FindExact(old); otherRow >= 0)
+        other.Replace(otherRow, entry);
+    MarkUnsaved();
+    return newRow;
+}
+
+void OpenList::RemoveRows(int box, const QList<int> &rows) {
+    if (rows.isEmpty())
+        return;
+    QStringList entries;
+    for (int row : rows)
+        entries.append(Box(box).Model().Entry(row));
+    Box(box).Model().RemoveRows(rows);
+    EntryListModel &other = Other(box).Model();
+    other.RemoveRows(other.RowsOf(entries));
+    MarkUnsaved();
+}
+
+void OpenList::ReplaceAll(const QStringList &entries) {
+    for (ListBox &box : boxes_)
+        box.Model().SetEntries(entries);
+    MarkUnsaved();
+}
+
+void OpenList::AddToVisibleOnly(const QStringList &entries) {
+    Box(VisibleBox()).Model().AddAll(entries);
+}
+
+void OpenList::Fill(const QString &name) {
+    for (ListBox &box : boxes_)
+        box.Model().SetEntries({});
+    partlyLoaded_ = true;
+    const QStringList lines = ListLibrary::Read(session_, name);
+    const QStringList fitting = lines.mid(0, EntryListModel::kMostEntries); // both boxes share the texts
+    for (ListBox &box : boxes_)
+        box.Model().SetEntries(fitting);
+    if (fitting.size() < lines.size())
+        throw RuntimeError(Overflow);
+    partlyLoaded_ = false;
+}
+
+bool OpenList::Load(const QString &name) {
+    const Hold hold(*this);
+    isLeaving_ = true;
+    const auto left = qScopeGuard([this] { isLeaving_ = false; });
+    if (!PromptSaveList())
+        return false;
+    const QString label = u"Main.cmbMList"_s;
+    ErrorTrap trap(session_, label);
+    loading_ = true;
+    const auto loaded = qScopeGuard([this] { loading_ = false; });
+    SetSaved(true);
+    const Hourglass hourglass(session_.Boxes);
+    trap([&] { StatusMessage(session_, u"Loading ["_s + name + u"]..."_s); });
+    // Lets the status line paint. The operator's clicks wait until the list is there. The network should
+    // wait, too, but not every event loop obeys: what a mail check brings meanwhile stays on the Pending
+    // list.
+    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents | QEventLoop::ExcludeSocketNotifiers);
+    trap([&] { Fill(name); });
+    name_ = name;
+    trap([&] { StatusMessage(session_, u"Loaded ["_s + name + u"]"_s); });
+    TellKept(label);
+    Q_EMIT Loaded();
+    return true;
+}
+
+bool OpenList::WriteList(const QString &name) {
+    ErrorTrap trap(session_, u"Main.WriteList"_s);
+    return trap([&] {
+        if (partlyLoaded_ && name == name_) {
+            keptAs_ = ListLibrary::KeepBackup(session_, name);
+            partlyLoaded_ = false;
+        }
+        ListLibrary::Write(session_, name, Box(kChronological).Model().Entries());
+    });
+}
+
+bool OpenList::Save(const QString &name, const QString &label) {
+    if (!WriteList(name))
+        return false;
+    SetSaved(true);
+    // The list is saved, whether or not the log takes the line.
+    Trapped(session_, label, [&] { StatusMessage(session_, u"Saved ["_s + name + u"]"_s); });
+    if (!isLeaving_) // else the lines of the next list follow
+        TellKept(label);
+    Q_EMIT Saved(name);
+    return true;
+}
+
+// As the last line of all, so that it can be read.
+void OpenList::TellKept(const QString &label) {
+    const QString kept = std::exchange(keptAs_, {});
+    if (!kept.isEmpty())
+        Trapped(session_, label,
+                [&] { StatusMessage(session_, u"Kept the old file as ["_s + kept + u"]"_s); });
+}
+
+bool OpenList::PromptSaveList() {
+    if (saved_)
+        return true;
+    const Hold hold(*this);
+    const QString question = u"The changes to list ["_s + name_ + u"] have not been saved, save now?"_s;
+    if (session_.Boxes.MsgBox(question, BoxButtons::YesNo, BoxIcon::Question) != BoxAnswer::Yes)
+        return true;
+    return Save(name_, u"Main.PromptSaveList"_s);
+}
+
+void OpenList::Rename(const QString &name) {
+    name_ = name; // changes that are still unsaved belong to the file under its new name
+    Touch();
+}
+
+void OpenList::DropChanges() {
+    SetSaved(true);
+}
+
+void OpenList::Close() {
+    Box(kChronological).Model().SetEntries({});
+    name_.clear();
+    SetSaved(true);
+}
+
+} // namespace varlo

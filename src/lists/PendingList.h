@@ -1,0 +1,49 @@
+// The Pending list: requests that wait until they are processed. Never written to disk.
+#pragma once
+
+#include "core/PendingRequest.h"
+#include "core/Session.h"
+#include "lists/ListBox.h"
+
+namespace varlo {
+
+class PendingList : public ChangingList {
+    Q_OBJECT
+
+public:
+    explicit PendingList(Session &session, QObject *parent = nullptr);
+
+    // Its selection is anybody's, its entries are the list's.
+    ListBox &Box() { return box_; }
+    const ListBox &Box() const { return box_; }
+    int Count() const { return box_.Model().Count(); }
+    PendingRequest Request(int row) const { return PendingRequest::FromEntry(box_.Model().Entry(row)); }
+
+    enum class Answer { Added, Duplicate, Invalid };
+    // Tests the request as those of its origin are tested, and adds it at the end. Tells what became of it as
+    // that origin is told. Throws RuntimeError 6 when the list is full; of a typed request it is reported as
+    // "Main.cmdEmailAdd" instead, and the routine carries on.
+    Answer Offer(const PendingRequest &request);
+    // Adds requests for these addresses at the end, with no test. Throws RuntimeError 6 after as many as fit.
+    void AddAll(RequestKind kind, QStringList addresses);
+
+    void Replace(int row, const PendingRequest &request);
+    // Removes entries (ascending rows).
+    void RemoveRows(const QList<int> &rows);
+    void RemoveFirst(qsizetype count);
+
+    // Makes the last entry the current item, so that it is in view. Nothing when the list is empty.
+    void SelectLast();
+
+private:
+    Answer Judge(const PendingRequest &request);
+    Answer JudgeTyped(const QString &address);
+    bool IsNew(const QString &entry);
+    void Append(const PendingRequest &request);
+    template<typename Statement> void Step(RequestOrigin origin, Statement &&statement);
+
+    Session &session_;
+    ListBox box_{EntryListModel::Order::Chronological};
+};
+
+} // namespace varlo
