@@ -38,7 +38,7 @@ frmMain::frmMain(Session &session, MakeMailer makeMailer, QWidget *parent)
 }
 
 frmMain::~frmMain() {
-    processing_.Abort(); // its end reaches back to this window, and so does the compose window
+    page_->Processing().Abort(); // its end reaches back to this window, and so does the compose window
     delete compose_;
 }
 
