@@ -3,6 +3,7 @@
 #include "app/HelpTargets.h"
 #include "app/frmAbout.h"
 #include "core/Literals.h"
+#include "core/MenuEntries.h"
 
 namespace varlo {
 
@@ -11,32 +12,22 @@ HelpMenu::HelpMenu(Session &session, QWidget *parent) : QMenu(u"&Help"_s, parent
     connect(AddEntry(this, "mnuHelpContents", u"&Contents..."_s), &QAction::triggered, this,
             [this] { OpenHelp(session_); });
     AddTarget(this, "mnuHelpReadMe", u"&Read Me..."_s, HelpTargets::ReadMe(session_));
-    AddLine("mnuHelpLine1");
+    AddLine(this, "mnuHelpLine1");
     AddTarget(this, "mnuHelpUpdate", u"Check for &Update"_s, HelpTargets::UpdateCheck());
     QMenu *web = addMenu(u"Thornbeck on the &Web"_s);
     web->setObjectName(u"mnuHelpWeb"_s);
     AddTarget(web, "mnuHelpWebsite", u"Thornbeck &Website"_s, HelpTargets::Website());
     AddTarget(web, "mnuHelpForums", u"Thornbeck &Forums"_s, HelpTargets::Forums());
     AddTarget(web, "mnuHelpEmail", u"&E-mail Thornbeck"_s, HelpTargets::SupportMail());
-    AddLine("mnuHelpLine2");
+    AddLine(this, "mnuHelpLine2");
     connect(AddEntry(this, "mnuHelpAbout", u"&About..."_s), &QAction::triggered, this,
             [this] { frmAbout(session_, parentWidget()).exec(); });
-}
-
-QAction *HelpMenu::AddEntry(QMenu *menu, const char *name, const QString &caption) {
-    QAction *entry = menu->addAction(caption);
-    entry->setObjectName(QString::fromLatin1(name));
-    return entry;
 }
 
 void HelpMenu::AddTarget(QMenu *menu, const char *name, const QString &caption, const QUrl &target) {
     const QString label = u"Main."_s + QString::fromLatin1(name);
     connect(AddEntry(menu, name, caption), &QAction::triggered, this,
             [this, target, label] { OpenTarget(session_, target, label); });
-}
-
-void HelpMenu::AddLine(const char *name) {
-    addSeparator()->setObjectName(QString::fromLatin1(name));
 }
 
 } // namespace varlo

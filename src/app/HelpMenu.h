@@ -17,8 +17,6 @@ public:
 private:
     // An entry that hands `target` to the desktop; failures are reported under "Main." and its name.
     void AddTarget(QMenu *menu, const char *name, const QString &caption, const QUrl &target);
-    QAction *AddEntry(QMenu *menu, const char *name, const QString &caption);
-    void AddLine(const char *name);
 
     Session &session_;
 };

@@ -5,6 +5,7 @@
 #include "app/frmConsole.h"
 #include "compose/frmCompose.h"
 #include "core/Literals.h"
+#include "core/MenuEntries.h"
 #include "core/Product.h"
 #include "core/Settings.h"
 #include "core/StatusLabel.h"
@@ -52,24 +53,16 @@ void frmMain::CreateControls() {
 void frmMain::CreateVarloMenu() {
     QMenu *mnuMain = menuBar()->addMenu(u"&Varlo"_s);
     mnuMain->setObjectName(u"mnuMain"_s);
-    const auto entry = [&](const char *name, const QString &caption) {
-        QAction *action = mnuMain->addAction(caption);
-        action->setObjectName(QString::fromLatin1(name));
-        return action;
-    };
-    const auto separator = [&](const char *name) {
-        mnuMain->addSeparator()->setObjectName(QString::fromLatin1(name));
-    };
-    mnuCompose = entry("mnuCompose", u"&Compose..."_s);
+    mnuCompose = AddEntry(mnuMain, "mnuCompose", u"&Compose..."_s);
     mnuCompose->setShortcut(QKeySequence::New);
-    separator("mnuMainLine1");
-    mnuMainPreferences = entry("mnuMainPreferences", u"&Preferences..."_s);
-    mnuMainConsole = entry("mnuMainConsole", u"Co&nsole..."_s);
-    separator("mnuMainLine2");
-    mnuMainOnTop = entry("mnuMainOnTop", u"Always On &Top"_s);
+    AddLine(mnuMain, "mnuMainLine1");
+    mnuMainPreferences = AddEntry(mnuMain, "mnuMainPreferences", u"&Preferences..."_s);
+    mnuMainConsole = AddEntry(mnuMain, "mnuMainConsole", u"Co&nsole..."_s);
+    AddLine(mnuMain, "mnuMainLine2");
+    mnuMainOnTop = AddEntry(mnuMain, "mnuMainOnTop", u"Always On &Top"_s);
     mnuMainOnTop->setCheckable(true);
-    separator("mnuMainLine3");
-    mnuMainExit = entry("mnuMainExit", u"E&xit"_s);
+    AddLine(mnuMain, "mnuMainLine3");
+    mnuMainExit = AddEntry(mnuMain, "mnuMainExit", u"E&xit"_s);
     mnuMainExit->setShortcut(QKeySequence::Quit);
     mnuMainExit->setMenuRole(QAction::QuitRole);
 }

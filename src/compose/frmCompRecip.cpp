@@ -1,6 +1,7 @@
 #include "compose/frmCompRecip.h"
 
 #include "core/Literals.h"
+#include "core/MenuEntries.h"
 
 #include <QHBoxLayout>
 #include <QListWidget>
@@ -9,16 +10,6 @@
 #include <QVBoxLayout>
 
 namespace varlo {
-
-namespace {
-
-QAction *NewEntry(QMenu *menu, const QString &name, const QString &caption) {
-    QAction *entry = menu->addAction(caption);
-    entry->setObjectName(name);
-    return entry;
-}
-
-} // namespace
 
 frmCompRecip::frmCompRecip(const QStringList &listNames, QWidget *parent)
     : QDialog(parent), listNames_(listNames) {
@@ -47,9 +38,9 @@ void frmCompRecip::CreateControls() {
     lstRecipients->addItems(listNames_);
     mnuListFunctions = new QMenu(this);
     mnuListFunctions->setObjectName(u"mnuListFunctions"_s);
-    mnuSelectNone = NewEntry(mnuListFunctions, u"mnuSelectNone"_s, u"Select &no lists"_s);
-    mnuSelectAll = NewEntry(mnuListFunctions, u"mnuSelectAll"_s, u"Select &all lists"_s);
-    mnuSelectInvert = NewEntry(mnuListFunctions, u"mnuSelectInvert"_s, u"&Invert list selection"_s);
+    mnuSelectNone = AddEntry(mnuListFunctions, u"mnuSelectNone"_s, u"Select &no lists"_s);
+    mnuSelectAll = AddEntry(mnuListFunctions, u"mnuSelectAll"_s, u"Select &all lists"_s);
+    mnuSelectInvert = AddEntry(mnuListFunctions, u"mnuSelectInvert"_s, u"&Invert list selection"_s);
     cmdListFunctions = new QPushButton(u"&Select"_s);
     cmdListFunctions->setObjectName(u"cmdListFunctions"_s);
     cmdListFunctions->setAutoDefault(false);

@@ -4,6 +4,7 @@
 #include "compose/frmCompose.h"
 #include "core/Icons.h"
 #include "core/Literals.h"
+#include "core/MenuEntries.h"
 #include "core/StatusLabel.h"
 
 #include <QComboBox>
@@ -38,14 +39,10 @@ QMenu *AddMenu(QMainWindow *window, const QString &name, const QString &caption)
 template<typename Window>
 QAction *AddEntry(QMenu *menu, const QString &name, const QString &caption, Window *window,
                   void (Window::*handler)(), const QKeySequence &key = {}) {
-    QAction *entry = Named(menu->addAction(caption), name);
+    QAction *entry = varlo::AddEntry(menu, name, caption);
     entry->setShortcut(key);
     QObject::connect(entry, &QAction::triggered, window, handler);
     return entry;
-}
-
-void AddLine(QMenu *menu, const QString &name) {
-    Named(menu->addSeparator(), name);
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 #include "lists/ListsMenu.h"
 
 #include "core/Literals.h"
+#include "core/MenuEntries.h"
 #include "lists/ListEditing.h"
 #include "lists/ListStore.h"
 
@@ -16,40 +17,34 @@ ListsMenu::ListsMenu(Session &session, ListStore &lists, ListEditing &editing, Q
     ConnectEntries();
 }
 
-QAction *ListsMenu::MakeEntry(QMenu *menu, const char *name, const QString &caption) {
-    QAction *entry = menu->addAction(caption);
-    entry->setObjectName(QString::fromLatin1(name));
-    return entry;
-}
-
 void ListsMenu::CreateCurrentMenu() {
     mnuListsCurrent = addMenu(u"&Current List"_s);
     mnuListsCurrent->setObjectName(u"mnuListsCurrent"_s);
-    mnuListsCurrentCopy[0] = MakeEntry(mnuListsCurrent, "mnuListsCurrentCopy_0", u"&Copy to Pending List"_s);
-    mnuListsCurrentCopy[1] = MakeEntry(mnuListsCurrent, "mnuListsCurrentCopy_1", u"&Move to Pending List"_s);
+    mnuListsCurrentCopy[0] = AddEntry(mnuListsCurrent, "mnuListsCurrentCopy_0", u"&Copy to Pending List"_s);
+    mnuListsCurrentCopy[1] = AddEntry(mnuListsCurrent, "mnuListsCurrentCopy_1", u"&Move to Pending List"_s);
     mnuListsCurrent->addSeparator();
     mnuSort = mnuListsCurrent->addMenu(u"&Sort"_s);
     mnuSort->setObjectName(u"mnuSort"_s);
-    mnuSortOrder[0] = MakeEntry(mnuSort, "mnuSortOrder_0", u"&Chronological"_s);
-    mnuSortOrder[1] = MakeEntry(mnuSort, "mnuSortOrder_1", u"&Alphabetical"_s);
+    mnuSortOrder[0] = AddEntry(mnuSort, "mnuSortOrder_0", u"&Chronological"_s);
+    mnuSortOrder[1] = AddEntry(mnuSort, "mnuSortOrder_1", u"&Alphabetical"_s);
     auto *orders = new QActionGroup(this);
     for (QAction *order : mnuSortOrder) {
         order->setCheckable(true);
         orders->addAction(order);
     }
     mnuListsCurrent->addSeparator();
-    mnuListsCurrentSelAll = MakeEntry(mnuListsCurrent, "mnuListsCurrentSelAll", u"Select &All"_s);
-    mnuListsCurrentDeSelAll = MakeEntry(mnuListsCurrent, "mnuListsCurrentDeSelAll", u"Select &None"_s);
+    mnuListsCurrentSelAll = AddEntry(mnuListsCurrent, "mnuListsCurrentSelAll", u"Select &All"_s);
+    mnuListsCurrentDeSelAll = AddEntry(mnuListsCurrent, "mnuListsCurrentDeSelAll", u"Select &None"_s);
 }
 
 void ListsMenu::CreatePendingMenu() {
     mnuListsPending = addMenu(u"&Pending List"_s);
     mnuListsPending->setObjectName(u"mnuListsPending"_s);
-    mnuListsPendingCopy[0] = MakeEntry(mnuListsPending, "mnuListsPendingCopy_0", u"&Copy to Current List"_s);
-    mnuListsPendingCopy[1] = MakeEntry(mnuListsPending, "mnuListsPendingCopy_1", u"&Move to Current List"_s);
+    mnuListsPendingCopy[0] = AddEntry(mnuListsPending, "mnuListsPendingCopy_0", u"&Copy to Current List"_s);
+    mnuListsPendingCopy[1] = AddEntry(mnuListsPending, "mnuListsPendingCopy_1", u"&Move to Current List"_s);
     mnuListsPending->addSeparator();
-    mnuListsPendingSelAll = MakeEntry(mnuListsPending, "mnuListsPendingSelAll", u"Select &All"_s);
-    mnuListsPendingDeSelAll = MakeEntry(mnuListsPending, "mnuListsPendingDeSelAll", u"Select &None"_s);
+    mnuListsPendingSelAll = AddEntry(mnuListsPending, "mnuListsPendingSelAll", u"Select &All"_s);
+    mnuListsPendingDeSelAll = AddEntry(mnuListsPending, "mnuListsPendingDeSelAll", u"Select &None"_s);
 }
 
 void ListsMenu::ConnectEntries() {
@@ -62,7 +57,8 @@ void ListsMenu::ConnectEntries() {
                 [this, transfer] { editing_.PendingToCurrent(transfer); });
         connect(mnuSortOrder[i], &QAction::triggered, this, [this, i] {
             editing_.ChangeSortOrder(i);
-            ShowSortOrder(); // also when the operator kept the old order: the click has moved the check mark
+            // Also when the operator kept the old order: the click has moved the check mark.
+            ShowSortOrder();
         });
     }
     connect(mnuListsCurrentSelAll, &QAction::triggered, this,

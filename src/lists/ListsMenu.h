@@ -28,7 +28,6 @@ private:
     void CreateCurrentMenu();
     void CreatePendingMenu();
     void ConnectEntries();
-    QAction *MakeEntry(QMenu *menu, const char *name, const QString &caption);
 
     Session &session_;
     ListStore &lists_;
