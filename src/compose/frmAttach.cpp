@@ -2,10 +2,10 @@
 
 #include "compose/AttachmentBox.h"
 #include "compose/AttachmentList.h"
-#include "compose/PlainToolTip.h"
 #include "compose/modDialogs.h"
 #include "core/Buttons.h"
 #include "core/Literals.h"
+#include "core/PlainToolTip.h"
 #include "core/Reporting.h"
 
 #include <QHBoxLayout>

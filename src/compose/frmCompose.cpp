@@ -4,11 +4,11 @@
 #include "compose/ComposeHost.h"
 #include "compose/Draft.h"
 #include "compose/MessageEdit.h"
-#include "compose/PlainToolTip.h"
 #include "compose/Signature.h"
 #include "compose/frmAttach.h"
 #include "compose/frmCompRecip.h"
 #include "core/Literals.h"
+#include "core/PlainToolTip.h"
 #include "core/Reporting.h"
 #include "core/StatusLabel.h"
 

@@ -1,6 +1,6 @@
 #include "core/NameChooser.h"
 
-#include "core/Literals.h"
+#include "core/PlainToolTip.h"
 
 #include <QStyleOptionComboBox>
 #include <QStylePainter>
@@ -36,8 +36,7 @@ void NameChooser::resizeEvent(QResizeEvent *event) {
 }
 
 void NameChooser::UpdateToolTip() {
-    // Marked as markup and escaped: a tooltip otherwise guesses.
-    setToolTip(ShownText() == currentText() ? QString() : u"<html>"_s + currentText().toHtmlEscaped());
+    setToolTip(ShownText() == currentText() ? QString() : LongToolTip(currentText()));
 }
 
 } // namespace varlo

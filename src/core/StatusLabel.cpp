@@ -1,6 +1,6 @@
 #include "core/StatusLabel.h"
 
-#include "core/Literals.h"
+#include "core/PlainToolTip.h"
 
 #include <QMouseEvent>
 #include <QPainter>
@@ -92,9 +92,7 @@ QString StatusLabel::ShownText() const {
 
 void StatusLabel::UpdateToolTip() {
     const bool isCut = ShownText().size() < text().size() || ShownText().endsWith(QChar(0x2026));
-    const QString whole = isCut ? text().left(kLongestToolTip) : QString();
-    // Marked as markup and escaped: a tooltip otherwise guesses.
-    setToolTip(isCut ? u"<html>"_s + whole.toHtmlEscaped() : QString());
+    setToolTip(isCut ? LongToolTip(text().left(kLongestToolTip)) : QString());
 }
 
 void StatusLabel::paintEvent(QPaintEvent *) {

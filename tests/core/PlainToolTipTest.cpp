@@ -1,4 +1,4 @@
-#include "compose/PlainToolTip.h"
+#include "core/PlainToolTip.h"
 
 #include <QTextDocument>
 #include <gtest/gtest.h>
@@ -15,6 +15,15 @@ TEST(PlainToolTip, ShowsMarkupAsItStands) {
         QTextDocument shown;
         shown.setHtml(PlainToolTip(QString::fromLatin1(text)));
         EXPECT_TRUE(Qt::mightBeRichText(PlainToolTip(QString::fromLatin1(text))));
+        EXPECT_EQ(shown.toPlainText(), text);
+    }
+}
+
+TEST(LongToolTip, MarksEveryTextAsMarkupThatShowsItAsItStands) {
+    for (const char *text : {"plain", "<b>bold</b>", "R&D\nnews"}) {
+        QTextDocument shown;
+        shown.setHtml(LongToolTip(QString::fromLatin1(text)));
+        EXPECT_TRUE(Qt::mightBeRichText(LongToolTip(QString::fromLatin1(text))));
         EXPECT_EQ(shown.toPlainText(), text);
     }
 }

@@ -1,4 +1,4 @@
-#include "compose/PlainToolTip.h"
+#include "core/PlainToolTip.h"
 
 #include "core/Literals.h"
 
@@ -7,8 +7,11 @@
 namespace varlo {
 
 QString PlainToolTip(const QString &text) {
-    if (!Qt::mightBeRichText(text))
-        return text;
+    return Qt::mightBeRichText(text) ? LongToolTip(text) : text;
+}
+
+// A tooltip breaks its lines only in what is marked as markup.
+QString LongToolTip(const QString &text) {
     return u"<html>"_s + text.toHtmlEscaped().replace(u'\n', u"<br>"_s);
 }
 
