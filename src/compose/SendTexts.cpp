@@ -1,5 +1,6 @@
 #include "compose/SendTexts.h"
 
+#include "compose/LineEnds.h"
 #include "core/Literals.h"
 #include "core/modPublic.h"
 
@@ -40,9 +41,8 @@ QString StoppedText(qsizetype done, qsizetype count) {
            u" messages"_s;
 }
 
-QString SmtpErrorText(int number, QString description) {
-    description.replace(u"\r\n"_s, u" "_s).replace(u'\r', u' ').replace(u'\n', u' ');
-    return u"SMTP error "_s + QString::number(number) + u" - "_s + description;
+QString SmtpErrorText(int number, const QString &description) {
+    return u"SMTP error "_s + QString::number(number) + u" - "_s + OnOneLine(description);
 }
 
 } // namespace varlo

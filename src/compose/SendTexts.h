@@ -22,6 +22,6 @@ QString SummaryText(qint64 seconds, qsizetype sent, qsizetype duplicates, qsizet
 QString StoppedText(qsizetype done, qsizetype count);
 
 // "SMTP error 550 - no such user", on one line whatever the server sent.
-QString SmtpErrorText(int number, QString description);
+QString SmtpErrorText(int number, const QString &description);
 
 } // namespace varlo
