@@ -34,8 +34,8 @@ int SendAll(OSSMTP::SMTP &smtp, int count, int size) {
     };
     QEventLoop loop;
     QObject::connect(&smtp, &OSSMTP::SMTP::Finished, &loop, [&](const varlo::Outcome &outcome) {
-        sent += outcome.What == varlo::Outcome::Kind::Sent;
-        if (outcome.What != varlo::Outcome::Kind::Sent)
+        sent += outcome.Result == varlo::Outcome::Kind::Sent;
+        if (outcome.Result != varlo::Outcome::Kind::Sent)
             std::fprintf(stderr, "error %d: %s\n", outcome.Number, qPrintable(outcome.Description));
         begun < count ? submit() : loop.quit();
     });

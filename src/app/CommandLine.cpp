@@ -67,7 +67,7 @@ CommandLine ReadCommandLine(const QStringList &arguments) {
 }
 
 int Answer(const CommandLine &line) {
-    const bool refused = line.What == CommandLine::Wish::Refuse;
+    const bool refused = line.Wanted == CommandLine::Wish::Refuse;
     std::fputs(line.Text.toLocal8Bit().constData(), refused ? stderr : stdout);
     return refused ? 2 : 0;
 }

@@ -8,7 +8,7 @@ namespace varlo {
 // What the command line asks for. `Text` goes to standard output (Print) or to standard error (Refuse).
 struct CommandLine {
     enum class Wish { Start, Print, Refuse };
-    Wish What = Wish::Start;
+    Wish Wanted = Wish::Start;
     QString Text;
 };
 

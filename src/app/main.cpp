@@ -118,7 +118,7 @@ int main(int argc, char **argv) {
     for (int i = 1; i < argc; ++i)
         arguments << QString::fromLocal8Bit(argv[i]);
     const varlo::CommandLine line = varlo::ReadCommandLine(arguments);
-    if (line.What != varlo::CommandLine::Wish::Start)
+    if (line.Wanted != varlo::CommandLine::Wish::Start)
         return varlo::Answer(line); // needs no display
     Application application(argc, argv);
     QApplication::setApplicationName(varlo::kApplicationTitle);

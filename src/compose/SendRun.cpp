@@ -49,7 +49,7 @@ SendStep SendRun::Finished(const Outcome &outcome) {
     if (outcome.IsLocal)
         return {{}, {}, Next::Fail, outcome.Description, outcome.Number};
     SendStep step{{}, {}, Next::GoOn};
-    if (outcome.What != Outcome::Kind::Sent)
+    if (outcome.Result != Outcome::Kind::Sent)
         step = SMTP_ErrorSMTP(outcome.Number, outcome.Description);
     state_ = State::Between;
     ++index_;

@@ -43,7 +43,7 @@ struct Outcome {
         NotTried, // nothing was said to a server about this recipient: no connection, or a fault of our own
     };
 
-    Kind What = Kind::Sent;
+    Kind Result = Kind::Sent;
     // The reply code, or the number of the component's error (12002 time-out, 12029 no connection ...).
     int Number = 0;
     QString Description;

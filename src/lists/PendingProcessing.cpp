@@ -168,7 +168,7 @@ void PendingProcessing::SMTP_Finished(const Outcome &outcome) {
     Proceed([this, met = outcome] {
         if (met.IsLocal)
             throw RuntimeError(met.Number, met.Description);
-        if (met.What != Outcome::Kind::Sent)
+        if (met.Result != Outcome::Kind::Sent)
             SMTP_ErrorSMTP(met.Number, met.Description);
         if (!IsRunning()) // ended under a box that the error brought up
             return;

@@ -327,7 +327,7 @@ void SMTP::Private::Report() {
     const Outcome outcome = *std::exchange(outcome_, std::nullopt);
     connection_.AwaitWithin(0);
     const QPointer<SMTP> alive(&smtp_);
-    if (outcome.What != Kind::Sent && !outcome.IsLocal)
+    if (outcome.Result != Kind::Sent && !outcome.IsLocal)
         Q_EMIT alive->ErrorSMTP(outcome.Number, outcome.Description);
     if (alive)
         Q_EMIT alive->Finished(outcome);

@@ -12,7 +12,7 @@ namespace {
 using Wish = CommandLine::Wish;
 
 Wish WishOf(const QStringList &arguments) {
-    return ReadCommandLine(arguments).What;
+    return ReadCommandLine(arguments).Wanted;
 }
 
 TEST(CommandLine, NothingStartsTheProgram) {
@@ -22,7 +22,7 @@ TEST(CommandLine, NothingStartsTheProgram) {
 
 TEST(CommandLine, VersionIsPrinted) {
     const CommandLine line = ReadCommandLine({u"/profile"_s, u"--version"_s});
-    EXPECT_EQ(line.What, Wish::Print);
+    EXPECT_EQ(line.Wanted, Wish::Print);
     EXPECT_EQ(
         line.Text,
         u"Varlo Pro %1.%2 (Build %3)\n"_s.arg(Product::kMajor).arg(Product::kMinor).arg(Product::kRevision));
@@ -31,7 +31,7 @@ TEST(CommandLine, VersionIsPrinted) {
 TEST(CommandLine, HelpNamesEveryOption) {
     for (const QString &option : {u"--help"_s, u"-h"_s}) {
         const CommandLine line = ReadCommandLine({option});
-        EXPECT_EQ(line.What, Wish::Print);
+        EXPECT_EQ(line.Wanted, Wish::Print);
         EXPECT_TRUE(line.Text.startsWith(u"Usage: varlo-pro [options]\n"_s));
         for (const char *known : {"/profile", "--help", "-h", "--version", "-platform"})
             EXPECT_TRUE(line.Text.contains(QString::fromLatin1(known))) << known;
@@ -40,7 +40,7 @@ TEST(CommandLine, HelpNamesEveryOption) {
 
 TEST(CommandLine, AnUnknownOptionIsRefusedWithALine) {
     const CommandLine line = ReadCommandLine({u"/profile"_s, u"--profil"_s});
-    EXPECT_EQ(line.What, Wish::Refuse);
+    EXPECT_EQ(line.Wanted, Wish::Refuse);
     EXPECT_EQ(line.Text, u"varlo-pro: unknown option --profil (see varlo-pro --help)\n"_s);
     EXPECT_EQ(WishOf({u"-x"_s}), Wish::Refuse);
     EXPECT_EQ(WishOf({u"--Version"_s}), Wish::Refuse);

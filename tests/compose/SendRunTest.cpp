@@ -135,7 +135,7 @@ private:
     }
     SendStep Meet(const Outcome &outcome) {
         const QString address = recipients_.at(run_.Index());
-        const bool failed = outcome.What != Outcome::Kind::Sent;
+        const bool failed = outcome.Result != Outcome::Kind::Sent;
         const bool counts = failed && outcome.Number != 12002;
         failed_ += counts;
         const SendStep step = run_.Finished(outcome);

@@ -210,7 +210,7 @@ TEST(SMTPWaitTest, HandlerOfTheErrorMaySendAgain) {
     const FakeSmtpServer server(script);
     Sender sender(server);
     QObject::connect(&sender.Component(), &OSSMTP::SMTP::Finished, [&](const Outcome &outcome) {
-        if (outcome.What != Kind::Sent)
+        if (outcome.Result != Kind::Sent)
             sender.Submit(kBob);
     });
     sender.Submit(kAnn);

@@ -14,7 +14,7 @@
 namespace varlo {
 
 inline void PrintTo(const Outcome &outcome, std::ostream *out) {
-    *out << "kind " << static_cast<int>(outcome.What) << ' ' << outcome.Number << ' '
+    *out << "kind " << static_cast<int>(outcome.Result) << ' ' << outcome.Number << ' '
          << outcome.Description.toStdString() << (outcome.IsLocal ? " (local)" : "");
 }
 
@@ -69,7 +69,7 @@ struct Sender {
         const std::size_t before = Outcomes.size();
         Submit(mailbox);
         EXPECT_TRUE(WaitUntil([&] { return Outcomes.size() > before; }));
-        return Outcomes.size() > before && Last().What == Outcome::Kind::Sent;
+        return Outcomes.size() > before && Last().Result == Outcome::Kind::Sent;
     }
     bool SendTo(const QString &address) { return Send(u"\"Readers\" <%1>"_s.arg(address)); }
 
