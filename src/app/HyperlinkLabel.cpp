@@ -24,9 +24,11 @@ void HyperlinkLabel::ShowColour() {
     const bool isDark = palette().color(QPalette::Window).lightness() < 128;
     const QColor resting = isDark ? QColor(0x6c, 0xb4, 0xff) : QColor(0x0b, 0x5c, 0xbd);
     const QColor colour = down_ ? QColor(Qt::red) : resting;
+    // This also ends the chain of palette changes that setting one begins.
     if (palette().color(QPalette::WindowText) == colour)
-        return;       // also ends the chain of palette changes that setting one begins
-    QPalette colours; // sets this colour only; the others stay the theme's
+        return;
+    // Sets this colour only; the others stay the theme's.
+    QPalette colours;
     colours.setColor(QPalette::WindowText, colour);
     setPalette(colours);
 }

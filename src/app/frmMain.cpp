@@ -179,8 +179,8 @@ PendingDoor frmMain::MakePendingDoor() {
 }
 
 void frmMain::mnuCompose_Click() {
-    if (!page_->Lists()
-             .Open.PromptSaveList()) // so that saved lists are composed to; a failed save has been reported
+    // So that saved lists are composed to; a failed save has been reported.
+    if (!page_->Lists().Open.PromptSaveList())
         return;
     if (!compose_)
         compose_ = new frmCompose(session_, *this, makeMailer_);

@@ -173,8 +173,8 @@ void CurrentListFrame::cmdFileDelete_Click() {
     const QString name = ChosenName();
     if (!HasList(session_, name) || !DeleteList(session_, name))
         return;
-    lists_.Open
-        .DropChanges(); // before another list is loaded, which would ask about the changes that are gone
+    // Before another list is loaded, which would ask about the changes that are gone.
+    lists_.Open.DropChanges();
     RefreshListNames();
     if (cmbMList->count() > 0)
         ChooseList(0);

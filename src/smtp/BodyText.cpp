@@ -40,8 +40,8 @@ void AppendQuotedLine(QByteArray &out, QByteArrayView line) {
     for (qsizetype i = 0; i < line.size(); ++i) {
         const auto byte = static_cast<unsigned char>(line[i]);
         const bool plain = MayStand(line[i], i + 1 == line.size());
-        if (piece.size() + (plain ? 1 : 3) >=
-            kQuotedLine) { // one place is left for the mark of the soft break
+        // One place is left for the mark of the soft break.
+        if (piece.size() + (plain ? 1 : 3) >= kQuotedLine) {
             AppendStuffed(out, piece);
             out.append("=\r\n");
             piece.resize(0);

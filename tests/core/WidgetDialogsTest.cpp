@@ -228,8 +228,8 @@ TEST_F(WidgetDialogsTest, InputBoxGivesTheTypedText) {
         QTest::keyClicks(box.findChild<QLineEdit *>(), u"new"_s);
         box.accept();
     });
-    EXPECT_EQ(boxes_.InputBox(u"Name:"_s, u"Rename Profile"_s, u"old"_s),
-              u"new"_s); // what stands there is selected, so that typing replaces it
+    // What stands there is selected, so that typing replaces it.
+    EXPECT_EQ(boxes_.InputBox(u"Name:"_s, u"Rename Profile"_s, u"old"_s), u"new"_s);
 }
 
 TEST_F(WidgetDialogsTest, CancelledInputBoxGivesNothing) {

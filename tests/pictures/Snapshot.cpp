@@ -100,8 +100,8 @@ QImage WithPalette(const QImage &image) {
 }
 
 void Save(const QImage &image, const QString &path) {
-    if (!WithPalette(WithFewerShades(image))
-             .save(path, "PNG", 0)) // quality 0 is the smallest file; PNG loses nothing
+    // Quality 0 is the smallest file; PNG loses nothing.
+    if (!WithPalette(WithFewerShades(image)).save(path, "PNG", 0))
         qFatal("cannot write %s", qPrintable(path));
 }
 

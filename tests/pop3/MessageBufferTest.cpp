@@ -75,8 +75,8 @@ TEST(MessageBufferTest, StatusLineWithoutACarriageReturnSwallowsTheEndMark) {
 
 TEST(MessageBufferTest, EmptyLineThatOnlyTheEndMarkWouldCompleteIsNone) {
     MessageBuffer buffer;
-    EXPECT_TRUE(
-        buffer.Append("+OK\r\nSubject: x\r\n.\r\n\r\n")); // bytes behind the mark are cut in its stead
+    // Bytes behind the mark are cut in its stead.
+    EXPECT_TRUE(buffer.Append("+OK\r\nSubject: x\r\n.\r\n\r\n"));
     EXPECT_EQ(HeadOf(buffer), QString());
 }
 
@@ -139,8 +139,8 @@ TEST(MessageBufferTest, EndlessMessageStopsGrowingWhileItsEndIsStillFound) {
 
 TEST(MessageBufferTest, SeamOfAForgottenMiddleMakesNoEndMark) {
     MessageBuffer buffer;
-    buffer.Append(QByteArray(MessageBuffer::kLongestKept - 4, 'x') +
-                  '\n'); // the last byte that stays for good
+    // Its line feed is the last byte that stays for good.
+    buffer.Append(QByteArray(MessageBuffer::kLongestKept - 4, 'x') + '\n');
     EXPECT_FALSE(buffer.Append(QByteArray(100, 'y') + ".\r\n"));
     EXPECT_FALSE(buffer.Append("z"));
 }

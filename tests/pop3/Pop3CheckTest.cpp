@@ -370,8 +370,8 @@ TEST_F(Pop3CheckTest, ReplyThatComesWhileABoxIsOpenIsHandledAfterIt) {
     check->Start();
     EXPECT_TRUE(UntilBox());
     EXPECT_TRUE(Until([&] { return Console().contains(u"POP: +OK too early"_s); }));
-    EXPECT_EQ(consoleInBox.last().left(8),
-              u"POP: +OK"_s); // the message itself was the last reply handled
+    // The message itself was the last reply handled.
+    EXPECT_EQ(consoleInBox.last().left(8), u"POP: +OK"_s);
     EXPECT_FALSE(consoleInBox.contains(u"POP: +OK too early"_s));
     const QStringList after = Console();
     EXPECT_LT(after.indexOf(u"DELE 1"_s), after.indexOf(u"POP: +OK too early"_s));

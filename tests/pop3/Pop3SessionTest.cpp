@@ -229,8 +229,8 @@ TEST_F(Pop3SessionTest, NextCheckAfterARefusedRetrFindsTheRefusalBeforeItsMessag
     LogOn();
     EXPECT_EQ(Server("+OK 3 9\r\n"), (Pop3Effects{Log("POP: +OK 3 9"), Send("RETR 1"), Log("RETR 1"),
                                                   LogStatus("Downloading message 2/3")}));
-    EXPECT_EQ(Server(kMessage).back(),
-              Examine("+OK\r\nSubject: x\r\n\r\n")); // the refusal goes as the first line
+    // The refusal goes as the first line.
+    EXPECT_EQ(Server(kMessage).back(), Examine("+OK\r\nSubject: x\r\n\r\n"));
     EXPECT_EQ(Request(), (Pop3Effects{Send("DELE 2"), Log("DELE 2")}));
     EXPECT_EQ(Server("+OK\r\n"), (Pop3Effects{Log("POP: +OK"), Send("RETR 3"),
                                               LogStatus("Downloading message 3/3"), Log("RETR 3")}));

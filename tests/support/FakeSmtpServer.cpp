@@ -183,8 +183,8 @@ void FakeSmtpSession::TakeMessage(const QByteArray &data) {
     if (!Answer(SmtpStep::Message, {}, {}))
         return;
     {
-        const QMutexLocker lock(
-            &server_.mutex_); // before the answer, so that a client that has it finds the mail here
+        // Before the answer, so that a client that has it finds the mail here.
+        const QMutexLocker lock(&server_.mutex_);
         server_.mails_ << mail_;
     }
     Say("250 queued\r\n");

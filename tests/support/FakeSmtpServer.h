@@ -58,8 +58,8 @@ struct SmtpScript {
     std::vector<SmtpFault> Faults;
     int CloseEvery = 0;       // close each connection after so many messages; 0: never
     bool TornReplies = false; // one byte at a time
-    bool HoldUntilData =
-        false; // the answers to MAIL and RCPT come with that to DATA: only a pipelining client goes on
+    // The answers to MAIL and RCPT come with that to DATA: only a pipelining client goes on.
+    bool HoldUntilData = false;
     bool Encrypts = false; // offers STARTTLS and means it; what is encrypted looks the same in the dialogue
     QByteArray StartTlsReply = "220 go ahead\r\n";    // of a server that means it
     QByteArrayList EncryptedExtensions{"PIPELINING"}; // offered from then on
