@@ -46,8 +46,9 @@ void StatusLabel::setText(const QString &text) {
     }
 }
 
-// QLabel asks for a layout and a repaint with every text. It asks for neither when it is hidden and its
-// updates are off, so it is told so while it stores the text; the two attributes alone have no other effect.
+// The text has to be QLabel's, since screen readers take it from there, but QLabel asks for a layout and a
+// repaint with every text. It asks for neither when it is hidden and its updates are off, so it is told so
+// while it stores the text; the two attributes alone have no other effect.
 void StatusLabel::StoreText(const QString &text) {
     const bool wasHidden = testAttribute(Qt::WA_WState_Hidden);
     const bool updatesWereOff = testAttribute(Qt::WA_UpdatesDisabled);

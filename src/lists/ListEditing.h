@@ -10,8 +10,8 @@ namespace varlo {
 
 class ListStore;
 
-// Every routine works on the selected entries of one list, and reports on the status line. `box` is the visible Current box or the Pending box. Failures are reported under the label of the
-// routine's control.
+// Every routine works on the selected entries of one list, and reports on the status line. `box` is the
+// visible Current box or the Pending box. Failures are reported under the label of the routine's control.
 class ListEditing {
 public:
     ListEditing(Session &session, ListStore &lists) : session_(session), lists_(lists) {}
@@ -20,9 +20,9 @@ public:
     void EditSelected(int box);
     // Deletes the selected entries as one change; Current entries go from both boxes.
     void DeleteSelected(int box);
-    // Asks for a text and selects the entries of the visible Current box that contain it. An empty or
-    // cancelled box leaves the selection alone.
-    // The text of the last search is offered again; the first match becomes the current row, in view.
+    // Asks for a text, offering that of the last search, and selects the entries of the visible Current box
+    // that contain it; the first one becomes the current row, in view. An empty or cancelled box leaves the
+    // selection alone.
     void Search();
     // Makes the next selected entry of the visible Current box the current row, or the previous one; round
     // and round.

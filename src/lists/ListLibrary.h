@@ -1,4 +1,5 @@
-// The mailing list files of the open profile, and everything that is done to them. A file has one address a line, each line ended by CR LF.
+// The mailing list files of the open profile, and everything that is done to them. A file has one address a
+// line, each line ended by CR LF.
 #pragma once
 
 #include "core/Session.h"

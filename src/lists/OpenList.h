@@ -68,7 +68,8 @@ public:
     // Writes the chronological box to the list `name`. False after a failure, reported as "Main.WriteList". A
     // file that could not be loaded whole is first kept as a ".bak" file.
     bool WriteList(const QString &name);
-    // The same, and the list is saved then, which is told; a failure to tell is reported under `label`.
+    // Does the same; then the list counts as saved, the status line says so, and Saved is sent. A status line
+    // that fails is reported under `label`.
     bool Save(const QString &name, const QString &label);
     // Asks whether to save unsaved changes and does so on Yes. False only when that save failed.
     bool PromptSaveList();

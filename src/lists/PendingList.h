@@ -20,8 +20,8 @@ public:
     PendingRequest Request(int row) const { return PendingRequest::FromEntry(box_.Model().Entry(row)); }
 
     enum class Answer { Added, Duplicate, Invalid };
-    // Tests the request as those of its origin are tested, and adds it at the end. Tells what became of it as
-    // that origin is told. Throws RuntimeError 6 when the list is full; of a typed request it is reported as
+    // Adds the request at the end if it passes the tests for its origin; the boxes and status lines are those
+    // for its origin, too. Throws RuntimeError 6 when the list is full; for a typed request that is reported as
     // "Main.cmdEmailAdd" instead, and the routine carries on.
     Answer Offer(const PendingRequest &request);
     // Adds requests for these addresses at the end, with no test. Throws RuntimeError 6 after as many as fit.

@@ -38,16 +38,17 @@ public:
     // Begins to connect, through the environment's proxy if there is one. Leads to Opened or Ended.
     void Open(const Endpoint &endpoint);
     // Sends the bytes, in pieces as large as the system takes; they are shared, not copied. A connection that
-    // is closed swallows them. That the other end takes no more is told by Ended, after all that it said.
+    // is closed swallows them. When the other end takes no more, Ended tells, after everything that it had
+    // still to say has Arrived.
     void Write(const QByteArray &bytes);
     // Whether some of what was written has not been handed to the system yet.
     bool IsWriting() const;
     // Begins to encrypt, on a connection whose endpoint says WhenOffered or StartTls. What has arrived before
     // and was not handed on does not count. Leads to Encrypted or Ended.
     void StartTls();
-    // How long the next bytes may take from now on, in milliseconds; 0: for ever,
-    // and no short wait for what nobody awaits. Progress of a write begins
-    // the time anew, bytes that arrive do not. Past the limit the connection ends with TimedOut.
+    // How long the next bytes may take from now on, in milliseconds; past the limit the connection ends with
+    // TimedOut. 0: for ever, and no short wait for what nobody awaits. Progress of a write begins the time
+    // anew, bytes that arrive do not.
     void AwaitWithin(int milliseconds);
     // Closes at once and forgets everything that was not handed on. A farewell is sent if that takes no time.
     void Close(const QByteArray &farewell = {});
@@ -103,7 +104,7 @@ private:
     bool unwritable_ = false; // for good; the other end may still have something to say
     std::unique_ptr<QSocketNotifier> writable_;
 
-    // events that were not handed on yet
+    // Events that were not handed on yet.
     bool opened_ = false;
     std::optional<QSslCertificate> certificate_;
     bool encrypted_ = false;

@@ -9,7 +9,8 @@
 
 namespace varlo {
 
-// The Pending list and the main window around it, as far as a capture uses them. Every member must be set; each may throw RuntimeError.
+// The Pending list and the main window around it, as far as a capture uses them. Every member must be set;
+// each may throw RuntimeError.
 struct PendingDoor {
     std::function<bool(const PendingRequest &request)> Offer; // true when it was added
     std::function<void()> SelectLast;                         // makes the last entry the current one

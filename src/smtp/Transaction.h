@@ -9,7 +9,7 @@
 
 namespace OSSMTP {
 
-// Where the two addresses stand as they go on the wire (without angle brackets).
+// The two addresses as they go over the wire, without angle brackets.
 struct Envelope {
     QByteArray Sender;
     QByteArray Recipient;
