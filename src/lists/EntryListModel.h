@@ -13,7 +13,9 @@ namespace varlo {
 // Texts are equal when their lower-cased forms are. Adding, removing and finding one entry costs a moment
 // whatever the size; the bulk operations are one change of the model. New contents are sorted when somebody
 // first looks at an alphabetical list, and indexed when somebody first looks for an entry of a chronological
-// one: the program starts with the last list, and usually shows one of its two orders.
+// one: the program starts with the last list, and usually shows one of its two orders. Of the longest list that
+// spares a load of 3 ms the other 15 or more (two thirds for sorting), which is what the mutable members are
+// good for.
 class EntryListModel : public QAbstractListModel {
     Q_OBJECT
 
