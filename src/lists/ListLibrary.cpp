@@ -11,11 +11,7 @@
 
 namespace varlo::ListLibrary {
 
-namespace {
-
 using ProfileLayout::kListExtension;
-
-} // namespace
 
 QString Path(const Session &session, const QString &name) {
     return ProfileLayout::ListFile(session, name);
@@ -39,6 +35,10 @@ QStringList Read(const Session &session, const QString &name) {
 }
 
 void Write(const Session &session, const QString &name, const QStringList &entries) {
+    WriteTo(Path(session, name), entries);
+}
+
+void WriteTo(const QString &path, const QStringList &entries) {
     QString text;
     qsizetype length = 0;
     for (const QString &entry : entries)
@@ -46,7 +46,7 @@ void Write(const Session &session, const QString &name, const QStringList &entri
     text.reserve(length);
     for (const QString &entry : entries)
         text += entry + u"\r\n"_s;
-    WriteFile(Path(session, name), EncodeText(text));
+    WriteFile(path, EncodeText(text));
 }
 
 QString KeepBackup(const Session &session, const QString &name) {

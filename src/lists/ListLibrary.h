@@ -17,6 +17,8 @@ QStringList Read(const Session &session, const QString &name);
 
 // Replaces the file as one step. Throws RuntimeError; the old file then stays as it was.
 void Write(const Session &session, const QString &name, const QStringList &entries);
+// The same with any file.
+void WriteTo(const QString &path, const QStringList &entries);
 
 // Keeps the list's file beside it as "name.vlo.bak" (".bak2", ".bak3", ... when that is taken) and returns
 // the file name of the copy; empty when there is no file to keep. Throws RuntimeError.

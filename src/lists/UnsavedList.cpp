@@ -17,10 +17,7 @@ bool Keep(const Session &session, const OpenList &list) {
     if (list.IsSaved() || list.Name().isEmpty())
         return false;
     try {
-        QString text;
-        for (const QString &entry : list.Box(kChronological).Model().Entries())
-            text += entry + u"\r\n"_s;
-        WriteFile(Path(session, list.Name()), EncodeText(text));
+        ListLibrary::WriteTo(Path(session, list.Name()), list.Box(kChronological).Model().Entries());
         return true;
     } catch (const RuntimeError &error) {
         LogError(session, u"Main.KeepUnsaved"_s, error);
