@@ -2,6 +2,7 @@
 
 #include "core/Buttons.h"
 #include "core/Literals.h"
+#include "core/NameChooser.h"
 #include "core/Reporting.h"
 #include "lists/EntryListView.h"
 #include "lists/ListEditing.h"
@@ -10,11 +11,9 @@
 #include "lists/ListStore.h"
 
 #include <QBoxLayout>
-#include <QComboBox>
 #include <QLabel>
 #include <QPushButton>
 #include <QShortcut>
-#include <QSignalBlocker>
 
 namespace varlo {
 
@@ -29,11 +28,8 @@ CurrentListFrame::CurrentListFrame(Session &session, ListStore &lists, ListEditi
 void CurrentListFrame::CreateControls() {
     lblCurrentList = new QLabel(u"&Current List"_s, this);
     lblCurrentList->setObjectName(u"lblCurrentList"_s);
-    cmbMList = new QComboBox(this);
+    cmbMList = new NameChooser(12, this, u"The mailing list that is open"_s);
     cmbMList->setObjectName(u"cmbMList"_s);
-    cmbMList->setToolTip(u"The mailing list that is open"_s);
-    cmbMList->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-    cmbMList->setMinimumContentsLength(12);
     lblCurrentList->setBuddy(cmbMList);
     cmdFileNew = NewButton(this, "cmdFileNew", u"Ne&w"_s, u"Create new mailing list"_s, u"new");
     cmdFileRename = NewButton(this, "cmdFileRename", u"Re&name"_s, u"Rename current list"_s, u"rename");
@@ -94,7 +90,6 @@ void CurrentListFrame::ConnectControls() {
 }
 
 void CurrentListFrame::RefreshListNames() {
-    const QSignalBlocker quiet(cmbMList);
     cmbMList->clear();
     cmbMList->addItems(ListLibrary::Names(session_));
     cmbMList->setCurrentIndex(-1);
@@ -130,7 +125,6 @@ void CurrentListFrame::ChooseName(const QString &name) {
 
 // The list that is open stays open, and the chooser says so: a save goes to the list that it names.
 void CurrentListFrame::ShowOpenList() {
-    const QSignalBlocker quiet(cmbMList);
     cmbMList->setCurrentIndex(
         cmbMList->findText(lists_.Open.Name(), Qt::MatchExactly | Qt::MatchCaseSensitive));
 }

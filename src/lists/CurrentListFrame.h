@@ -5,7 +5,6 @@
 
 #include <QGroupBox>
 
-class QComboBox;
 class QLabel;
 class QPushButton;
 
@@ -14,6 +13,7 @@ namespace varlo {
 class EntryListView;
 class ListEditing;
 class ListStore;
+class NameChooser;
 
 class CurrentListFrame : public QGroupBox {
     Q_OBJECT
@@ -57,7 +57,7 @@ private:
     ListStore &lists_;
     ListEditing &editing_;
     QLabel *lblCurrentList = nullptr;
-    QComboBox *cmbMList = nullptr;
+    NameChooser *cmbMList = nullptr;
     QPushButton *cmdFileNew = nullptr;
     QPushButton *cmdFileRename = nullptr;
     QPushButton *cmdFileDelete = nullptr;
