@@ -29,6 +29,7 @@ void ListEditing::EditSelected(int box) {
         for (int row : lists_.SelectedRows(box))
             selected.append(lists_.lstEmailList(box).index(row));
         for (const QPersistentModelIndex &index : selected)
+    const OpenList::Hold hold(lists_.Open); // what is processed meanwhile would move the rows
             if (index.isValid() && !EditOne(box, index))
                 break;
     });

@@ -2,6 +2,7 @@
 #include "lists/ListsPage.h"
 
 #include "core/Literals.h"
+#include "core/Preferences.h"
 #include "lists/FramesFixture.h"
 
 #include <gtest/gtest.h>
@@ -109,6 +110,30 @@ TEST_F(ListsPageTest, RequestsDuringARunAreAppliedAfterIt) {
     pending.ProcessPendingList();
     QCoreApplication::processEvents();
     EXPECT_EQ(Current(), Words("late@x.test"));
+}
+
+TEST_F(ListsPageTest, RequestsDuringAnEditAreAppliedAfterTheRound) {
+    lists.Open.Add(u"bb@x.test"_s);
+    AddPending(Words("-aa@x.test"));
+    lists.SelectRows(kAlphabetical, {0, 1});
+    profile.Boxes.OnInput = [this](const QString &) {
+        if (profile.Boxes.Asked.size() == 1)
+            EndCheck();
+        QCoreApplication::processEvents();
+        EXPECT_EQ(Pending(), Words("-aa@x.test +late@x.test"));
+    };
+    profile.Boxes.Inputs = {u"zz@x.test"_s, u"yy@x.test"_s};
+    Click("cmdListEdit_0");
+    ExpectApplied(u"news"_s, Words("zz@x.test yy@x.test late@x.test"));
+}
+
+TEST_F(ListsPageTest, RequestsDuringAnEditOfARequestAreAppliedAfterIt) {
+    AddPending(Words("+pp@x.test"));
+    lists.SelectRows(kPending, {0});
+    profile.Boxes.OnInput = [this](const QString &) { EndCheck(); };
+    profile.Boxes.Inputs = {u"qq@x.test"_s};
+    Click("cmdListEdit_1");
+    ExpectApplied(u"news"_s, Words("aa@x.test qq@x.test late@x.test"));
 }
 
 } // namespace
