@@ -59,11 +59,21 @@ QItemSelectionModel::SelectionFlags EntryListView::selectionCommand(const QModel
 void EntryListView::mouseReleaseEvent(QMouseEvent *event) {
     QListView::mouseReleaseEvent(event);
     if (event->button() == Qt::LeftButton)
+    } else if (event->key() == Qt::Key_F10 && event->modifiers() == Qt::ShiftModifier) {
+        OpenMenuAtCurrentRow(); // the menu key comes as an event of its own
         Q_EMIT SelectionTouched();
 }
 
 void EntryListView::contextMenuEvent(QContextMenuEvent *event) {
-    Q_EMIT MenuWanted(event->globalPos());
+    if (event->reason() == QContextMenuEvent::Mouse)
+        Q_EMIT MenuWanted(event->globalPos());
+    else
+        OpenMenuAtCurrentRow();
+}
+
+void EntryListView::OpenMenuAtCurrentRow() {
+    scrollTo(currentIndex());
+    Q_EMIT MenuWanted(viewport()->mapToGlobal(visualRect(currentIndex()).bottomLeft()));
 }
 
 } // namespace varlo

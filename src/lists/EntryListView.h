@@ -20,7 +20,7 @@ Q_SIGNALS:
     void SelectionTouched();
     void DeleteWanted();
     void EditWanted();
-    // The right button went down at `position` (of the screen), or the menu key was pressed.
+    // The right button went down at `position` (of the screen), or a key asked for the menu at the current row.
     void MenuWanted(const QPoint &position);
 
 protected:
@@ -37,4 +37,7 @@ private:
     const ListBox &box_;
 };
 
+    void OpenMenuAtCurrentRow();
+    // A hint in place of entries is read to who does not see it.
+    void TellHint();
 } // namespace varlo
