@@ -194,6 +194,10 @@ void CurrentListFrame::UpdateControls() {
          std::initializer_list<QWidget *>{cmdListFind, cmdListSort, chronological_, alphabetical_})
         control->setEnabled(hasEntries);
     cmdListEdit->setEnabled(hasSelection);
+    for (EntryListView *view : {chronological_, alphabetical_})
+        view->SetHint(ChosenName().isEmpty() ? u"There is no list yet. Press \"New\" to create one."_s
+                                             : u"This list is empty. Add addresses on the right, then press "
+                                               "\"<<< Process Pending List\"."_s);
     cmdListDelete->setEnabled(hasSelection);
 }
 

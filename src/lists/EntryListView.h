@@ -15,6 +15,9 @@ public:
     // Shows box `box` of the store; its object name is "lstEmailList_" and the number.
     EntryListView(ListStore &lists, int box, const QString &accessibleName, QWidget *parent = nullptr);
 
+    // What stands in the box while it is empty.
+    void SetHint(const QString &hint);
+
 Q_SIGNALS:
     // The operator changed the selection with mouse or keyboard.
     void SelectionTouched();
@@ -25,6 +28,7 @@ Q_SIGNALS:
 
 protected:
     void keyPressEvent(QKeyEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
     void mouseReleaseEvent(QMouseEvent *event) override;
     void contextMenuEvent(QContextMenuEvent *event) override;
     QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex &index,
@@ -33,11 +37,12 @@ protected:
 private:
     // Copies the selected entries, one a line.
     void CopySelection() const;
-
-    const ListBox &box_;
-};
-
     void OpenMenuAtCurrentRow();
     // A hint in place of entries is read to who does not see it.
     void TellHint();
+
+    const ListBox &box_;
+    QString hint_;
+};
+
 } // namespace varlo

@@ -43,6 +43,8 @@ PendingListFrame::PendingListFrame(Session &session, ListStore &lists, ListEditi
 
 void PendingListFrame::CreateControls() {
     pending_ = new EntryListView(lists_, kPending, u"Pending list"_s, this);
+    pending_->SetHint(
+        u"No requests are waiting. What you add, or capture, waits here until it is processed."_s);
     txtAddEmail = new QLineEdit(this);
     txtAddEmail->setObjectName(u"txtAddEmail"_s);
     txtAddEmail->setToolTip(u"Enter e-mail addresses here"_s);

@@ -167,5 +167,22 @@ TEST_F(EntryListViewTest, TheKeysForTheMenuOpenItAtTheCurrentRow) {
     EXPECT_EQ(menuWanted.count(), 2) << "F10 alone is the menu bar's";
 }
 
+TEST_F(EntryListViewTest, AnEmptyBoxShowsItsHintAndSaysIt) {
+    const auto picture = [this] { return view.grab().toImage(); };
+    view.SetHint(u"nothing here"_s);
+    EXPECT_EQ(view.accessibleDescription(), QString());
+    lists.Box(kPending).Model().SetEntries({});
+    EXPECT_EQ(view.accessibleDescription(), u"nothing here"_s);
+    const QImage hinted = picture();
+    view.SetHint(QString());
+    EXPECT_NE(picture(), hinted);
+    view.SetHint(u"nothing here"_s);
+    lists.Box(kPending).Model().Add(u"+aa@x.test"_s);
+    EXPECT_EQ(view.accessibleDescription(), QString());
+    lists.Box(kPending).Model().Remove(0);
+    EXPECT_EQ(view.accessibleDescription(), u"nothing here"_s);
+    EXPECT_EQ(view.model()->rowCount(), 0) << "a hint is no entry";
+}
+
 } // namespace
 } // namespace varlo

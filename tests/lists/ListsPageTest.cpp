@@ -136,5 +136,22 @@ TEST_F(ListsPageTest, RequestsDuringAnEditOfARequestAreAppliedAfterIt) {
     ExpectApplied(u"news"_s, Words("aa@x.test qq@x.test late@x.test"));
 }
 
+TEST_F(ListsPageTest, EveryEmptyStateSaysWhatToDo) {
+    const auto hint = [this](int box) { return View(box)->accessibleDescription(); };
+    EXPECT_TRUE(hint(kPending).contains(u"No requests"));
+    EXPECT_EQ(hint(kAlphabetical), QString());
+    editing.SelectAll(kAlphabetical);
+    Click("cmdListDelete_0");
+    EXPECT_TRUE(hint(kAlphabetical).contains(u"This list is empty"));
+    EXPECT_TRUE(hint(kChronological).contains(u"This list is empty"));
+    profile.Boxes.Answers = {BoxAnswer::Yes, BoxAnswer::Yes};
+    Click("cmdFileDelete");
+    EXPECT_EQ(hint(kChronological), QString());
+    Click("cmdFileDelete");
+    EXPECT_TRUE(hint(kChronological).contains(u"There is no list"));
+    AddPending(Words("+aa@x.test"));
+    EXPECT_EQ(hint(kPending), QString());
+}
+
 } // namespace
 } // namespace varlo
