@@ -2,7 +2,7 @@
 
 #include "core/Buttons.h"
 #include "core/Literals.h"
-#include "lists/AddressRules.h"
+#include "lists/AddressBox.h"
 #include "lists/EntryListView.h"
 #include "lists/ListEditing.h"
 #include "lists/ListStore.h"
@@ -14,7 +14,6 @@
 #include <QClipboard>
 #include <QGridLayout>
 #include <QGuiApplication>
-#include <QLineEdit>
 #include <QPushButton>
 #include <QTimer>
 
@@ -45,7 +44,7 @@ void PendingListFrame::CreateControls() {
     pending_ = new EntryListView(lists_, kPending, u"Pending list"_s, this);
     pending_->SetHint(
         u"No requests are waiting. What you add, or capture, waits here until it is processed."_s);
-    txtAddEmail = new QLineEdit(this);
+    txtAddEmail = new AddressBox(this);
     txtAddEmail->setObjectName(u"txtAddEmail"_s);
     txtAddEmail->setToolTip(u"Enter e-mail addresses here"_s);
     txtAddEmail->setPlaceholderText(u"name@example.com"_s);
@@ -115,7 +114,7 @@ void PendingListFrame::ConnectControls() {
     for (int index : {0, 1})
         connect(cmdEmailAdd[index], &QPushButton::clicked, this, [this, index] { cmdEmailAdd_Click(index); });
     connect(txtAddEmail, &QLineEdit::returnPressed, cmdEmailAdd[0], &QPushButton::click);
-    connect(txtAddEmail, &QLineEdit::textChanged, this, &PendingListFrame::txtAddEmail_Change);
+    connect(txtAddEmail, &QLineEdit::textChanged, this, &PendingListFrame::UpdateTypedAddress);
     connect(cmdEmailValidate, &QPushButton::clicked, this,
             [this] { ReportValidity(session_, txtAddEmail->text()); });
     connect(cmdCapture, &QPushButton::clicked, this, &PendingListFrame::cmdCapture_Click);
@@ -152,14 +151,6 @@ void PendingListFrame::cmdEmailAdd_Click(int index) {
     const RequestKind kind = index == 0 ? RequestKind::Subscribe : RequestKind::Unsubscribe;
     if (AddTypedAddress(lists_, txtAddEmail->text(), kind, process))
         txtAddEmail->clear();
-}
-
-void PendingListFrame::txtAddEmail_Change() {
-    const QString clean = CleanTypedAddress(txtAddEmail->text());
-    if (clean != txtAddEmail->text())
-        txtAddEmail->setText(clean); // a change of its own, which comes here again
-    else
-        UpdateTypedAddress();
 }
 
 void PendingListFrame::cmdCapture_Click() {
