@@ -45,6 +45,7 @@ void CurrentListFrame::CreateControls() {
 
 void CurrentListFrame::LayOutControls() {
     auto *chooser = new QHBoxLayout;
+    chooser->addStrut(cmdFileNew->sizeHint().height()); // so the rows of both frames are on one line
     chooser->addWidget(lblCurrentList);
     chooser->addWidget(cmbMList, 1);
     auto *fileButtons = new QHBoxLayout;

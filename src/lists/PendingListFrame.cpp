@@ -79,6 +79,7 @@ void PendingListFrame::CreateButtons() {
 void PendingListFrame::LayOutControls() {
     auto *entry = new QGridLayout;
     entry->addWidget(txtAddEmail, 0, 0, 1, 3);
+    entry->setRowMinimumHeight(0, cmdEmailAdd[0]->sizeHint().height()); // as beside, in the other frame
     entry->addWidget(cmdEmailAdd[0], 1, 0);
     entry->addWidget(cmdEmailAdd[1], 1, 1);
     entry->addWidget(cmdEmailValidate, 1, 2);
@@ -95,19 +96,19 @@ void PendingListFrame::LayOutControls() {
     column->addLayout(entry);
     column->addLayout(sources);
     column->addWidget(pending_, 1);
-    column->addLayout(listButtons);
     column->addLayout(process);
+    column->addLayout(listButtons);
     setTabOrder(txtAddEmail, cmdEmailAdd[0]);
     setTabOrder(cmdEmailAdd[0], cmdEmailAdd[1]);
     setTabOrder(cmdEmailAdd[1], cmdEmailValidate);
     setTabOrder(cmdEmailValidate, cmdCapture);
     setTabOrder(cmdCapture, cmdAutoAdd);
-    setTabOrder(cmdAutoAdd, pending_);
+    setTabOrder(cmdAutoAdd, cmdCapturesAdd);
+    setTabOrder(cmdCapturesAdd, chkInstantAdd);
+    setTabOrder(chkInstantAdd, pending_);
     setTabOrder(pending_, cmdListEdit);
     setTabOrder(cmdListEdit, cmdListDelete);
     setTabOrder(cmdListDelete, cmdListSwap);
-    setTabOrder(cmdListSwap, cmdCapturesAdd);
-    setTabOrder(cmdCapturesAdd, chkInstantAdd);
 }
 
 void PendingListFrame::ConnectControls() {

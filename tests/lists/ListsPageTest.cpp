@@ -136,6 +136,19 @@ TEST_F(ListsPageTest, RequestsDuringAnEditOfARequestAreAppliedAfterIt) {
     ExpectApplied(u"news"_s, Words("aa@x.test qq@x.test late@x.test"));
 }
 
+TEST_F(ListsPageTest, TheButtonsOfBothListsAreOnOneLine) {
+    const auto line = [this](const char *button) {
+        const auto *found = Find<QWidget>(button);
+        return found->mapTo(&host, QPoint(0, found->height())).y();
+    };
+    for (const auto &size : {QSize(760, 520), QSize(1100, 800)}) {
+        host.resize(size);
+        QCoreApplication::processEvents();
+        EXPECT_EQ(line("cmdListEdit_0"), line("cmdListEdit_1"));
+        EXPECT_EQ(line("cmdFileNew"), line("cmdEmailAdd_0"));
+    }
+}
+
 TEST_F(ListsPageTest, EveryEmptyStateSaysWhatToDo) {
     const auto hint = [this](int box) { return View(box)->accessibleDescription(); };
     EXPECT_TRUE(hint(kPending).contains(u"No requests"));
