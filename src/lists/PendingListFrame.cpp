@@ -65,6 +65,7 @@ void PendingListFrame::CreateButtons() {
         NewButton(this, "cmdEmailValidate", u"Val&idate"_s, u"Validate address"_s, u"validate");
     cmdCapture = NewButton(this, "cmdCapture", u"Cli&pboard"_s,
                            u"Capture new e-mail addresses from the clipboard"_s, u"clipboard");
+    cmdCapture->setCheckable(true); // pressed while addresses are captured
     cmdAutoAdd = NewButton(this, "cmdAutoAdd", u"E-mail Acco&unt"_s,
                            u"Automatic download of e-mail addresses from a POP3 account"_s, u"mailbox");
     cmdCapturesAdd = NewButton(this, "cmdCapturesAdd", u"<<< Process Pendin&g List"_s,
@@ -160,6 +161,7 @@ void PendingListFrame::cmdCapture_Click() {
         Q_EMIT CaptionWanted(ClipboardCapture::Caption(0));
         capture_.Begin();
         tmrCaptureEmail->start();
+        cmdCapture->setChecked(true);
         return;
     }
     EndCapture();
@@ -172,6 +174,7 @@ void PendingListFrame::EndCapture() {
     Q_EMIT CaptionWanted(QString());
     capture_.End();
     tmrCaptureEmail->stop();
+    cmdCapture->setChecked(false);
 }
 
 void PendingListFrame::tmrCaptureEmail_Timer() {

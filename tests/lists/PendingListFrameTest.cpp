@@ -358,5 +358,18 @@ TEST_F(PendingListFrameTest, ThePlaceholderCanBeReadInDarkAndLightColors) {
     }
 }
 
+TEST_F(PendingListFrameTest, TheCaptureButtonLooksPressedWhileCapturing) {
+    auto *capture = Find<QAbstractButton>("cmdCapture");
+    EXPECT_FALSE(capture->isChecked());
+    Click("cmdCapture");
+    EXPECT_TRUE(capture->isChecked());
+    Click("cmdCapture");
+    EXPECT_FALSE(capture->isChecked());
+    Click("cmdCapture");
+    profile.Boxes.Answers = {BoxAnswer::Yes};
+    Click("cmdFileDelete");
+    EXPECT_FALSE(capture->isChecked()) << "the last list has gone, capture has ended";
+}
+
 } // namespace
 } // namespace varlo
