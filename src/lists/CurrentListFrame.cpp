@@ -152,6 +152,7 @@ void CurrentListFrame::cmdFileNew_Click() {
         return; // it could not be created, which has been reported
     Trapped(session_, u"Main.cmdFileNew"_s,
             [&] { StatusMessage(session_, u"Created mailing list ["_s + *name + u"]"_s); });
+    Q_EMIT ListCreated();
 }
 
 void CurrentListFrame::cmdFileRename_Click() {
@@ -185,20 +186,24 @@ void CurrentListFrame::ShowSortOrder() {
     alphabetical_->setVisible(alphabetical);
 }
 
+QWidget *CurrentListFrame::ListBox() const {
+    return lists_.VisibleBox() == kAlphabetical ? alphabetical_ : chronological_;
+}
+
 void CurrentListFrame::UpdateControls() {
     const int visible = lists_.VisibleBox();
     const bool hasEntries = lists_.lstEmailList(kChronological).Count() > 0;
     const bool hasSelection = lists_.SelectedCount(visible) > 0;
+    for (EntryListView *view : {chronological_, alphabetical_})
+        view->SetHint(ChosenName().isEmpty() ? u"There is no list yet. Press \"New\" to create one."_s
+                                             : u"This list is empty. Add addresses on the right, then press "
+                                               "\"<<< Process Pending List\"."_s);
     cmbMList->setEnabled(cmbMList->count() > 0);
     cmdFileRename->setEnabled(!ChosenName().isEmpty());
     for (QWidget *control :
          std::initializer_list<QWidget *>{cmdListFind, cmdListSort, chronological_, alphabetical_})
         control->setEnabled(hasEntries);
     cmdListEdit->setEnabled(hasSelection);
-    for (EntryListView *view : {chronological_, alphabetical_})
-        view->SetHint(ChosenName().isEmpty() ? u"There is no list yet. Press \"New\" to create one."_s
-                                             : u"This list is empty. Add addresses on the right, then press "
-                                               "\"<<< Process Pending List\"."_s);
     cmdListDelete->setEnabled(hasSelection);
 }
 

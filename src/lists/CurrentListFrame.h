@@ -35,11 +35,15 @@ public:
     // Shows the list box of the order in force and hides the other.
     void ShowSortOrder();
     void UpdateControls();
+    // The one that is shown.
+    QWidget *ListBox() const;
 
 Q_SIGNALS:
     // The sort menu is to pop up at `position` (of the screen).
     void SortMenuWanted(const QPoint &position);
     void ContextMenuWanted(const QPoint &position);
+    // The operator has made a list, and it is open.
+    void ListCreated();
 
 private:
     void CreateControls();

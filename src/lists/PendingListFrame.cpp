@@ -79,8 +79,8 @@ void PendingListFrame::CreateButtons() {
 
 void PendingListFrame::LayOutControls() {
     auto *entry = new QGridLayout;
-    entry->addWidget(txtAddEmail, 0, 0, 1, 3);
     entry->setRowMinimumHeight(0, cmdEmailAdd[0]->sizeHint().height()); // as beside, in the other frame
+    entry->addWidget(txtAddEmail, 0, 0, 1, 3);
     entry->addWidget(cmdEmailAdd[0], 1, 0);
     entry->addWidget(cmdEmailAdd[1], 1, 1);
     entry->addWidget(cmdEmailValidate, 1, 2);
@@ -96,8 +96,8 @@ void PendingListFrame::LayOutControls() {
     auto *column = new QVBoxLayout(this);
     column->addLayout(entry);
     column->addLayout(sources);
-    column->addWidget(pending_, 1);
     column->addLayout(process);
+    column->addWidget(pending_, 1);
     column->addLayout(listButtons);
     setTabOrder(txtAddEmail, cmdEmailAdd[0]);
     setTabOrder(cmdEmailAdd[0], cmdEmailAdd[1]);
@@ -183,9 +183,21 @@ void PendingListFrame::tmrCaptureEmail_Timer() {
         Q_EMIT CaptionWanted(caption);
 }
 
+void PendingListFrame::FocusAddressBox() {
+    txtAddEmail->setFocus();
+}
+
+QWidget *PendingListFrame::ListBox() const {
+    return pending_;
+}
+
 void PendingListFrame::UpdateTypedAddress() {
-    for (QPushButton *button : {cmdEmailAdd[0], cmdEmailAdd[1], cmdEmailValidate})
-        button->setEnabled(!txtAddEmail->text().isEmpty());
+    const bool hasText = !txtAddEmail->text().isEmpty();
+    for (QPushButton *button : {cmdEmailAdd[0], cmdEmailAdd[1], cmdEmailValidate}) {
+        if (!hasText && button == window()->focusWidget())
+            FocusAddressBox(); // for the next one
+        button->setEnabled(hasText);
+    }
 }
 
 void PendingListFrame::UpdateControls(bool hasOpenList) {

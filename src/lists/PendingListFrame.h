@@ -29,6 +29,8 @@ public:
     bool Bypass() const; // chkInstantAdd
     void SetBypass(bool on);
     bool IsCapturing() const;
+    void FocusAddressBox();
+    QWidget *ListBox() const;
 
     // The click of cmdCapturesAdd: processes the Pending list.
     void ProcessPendingList();

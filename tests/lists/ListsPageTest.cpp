@@ -136,6 +136,89 @@ TEST_F(ListsPageTest, RequestsDuringAnEditOfARequestAreAppliedAfterIt) {
     ExpectApplied(u"news"_s, Words("aa@x.test qq@x.test late@x.test"));
 }
 
+// ---- Where the focus goes
+
+class FocusTest : public ListsPageTest {
+protected:
+    FocusTest() { QApplication::setActiveWindow(&host); }
+    // Presses the button with the keyboard, and tells where the focus is afterwards.
+    QString After(const char *button) {
+        Turn();
+        Find<QWidget>(button)->setFocus();
+        QTest::keyClick(Find<QWidget>(button), Qt::Key_Space);
+        QCoreApplication::processEvents();
+        const QWidget *focus = QApplication::focusWidget();
+        return focus ? focus->objectName() : QString();
+    }
+};
+
+TEST_F(FocusTest, AfterNewItIsInTheAddressBox) {
+    profile.Boxes.Inputs = {u"third"_s};
+    EXPECT_EQ(After("cmdFileNew"), u"txtAddEmail"_s);
+}
+
+TEST_F(FocusTest, AfterTheFirstListOfAllItIsInTheAddressBox) {
+    profile.Boxes.Answers = {BoxAnswer::Yes, BoxAnswer::Yes};
+    Click("cmdFileDelete");
+    Click("cmdFileDelete");
+    ASSERT_FALSE(IsEnabled("txtAddEmail"));
+    profile.Boxes.Inputs = {u"first"_s};
+    EXPECT_EQ(After("cmdFileNew"), u"txtAddEmail"_s);
+}
+
+TEST_F(FocusTest, ACancelledNewLeavesIt) {
+    profile.Boxes.Inputs = {QString()};
+    EXPECT_EQ(After("cmdFileNew"), u"cmdFileNew"_s);
+}
+
+TEST_F(FocusTest, AnAddButtonHandsItToTheAddressBox) {
+    for (const char *button : {"cmdEmailAdd_0", "cmdEmailAdd_1"}) {
+        Type("aa@x.test");
+        EXPECT_EQ(After(button), u"txtAddEmail"_s) << button;
+    }
+}
+
+TEST_F(FocusTest, AButtonOfAListHandsItToTheList) {
+    AddPending(Words("+aa@x.test +bb@x.test"));
+    lists.SelectRows(kPending, {0});
+    EXPECT_EQ(After("cmdListDelete_1"), u"lstEmailList_2"_s);
+    lists.Open.Add(u"bb@x.test"_s);
+    lists.SelectRows(kAlphabetical, {0});
+    EXPECT_EQ(After("cmdListDelete_0"), u"lstEmailList_1"_s);
+}
+
+TEST_F(FocusTest, WhatEmptiesAListHandsItToTheAddressBox) {
+    AddPending(Words("+aa@x.test"));
+    EXPECT_EQ(After("cmdCapturesAdd"), u"txtAddEmail"_s);
+    AddPending(Words("+aa@x.test"));
+    lists.SelectRows(kPending, {0});
+    EXPECT_EQ(After("cmdListDelete_1"), u"txtAddEmail"_s);
+    editing.SelectAll(kAlphabetical);
+    EXPECT_EQ(After("cmdListDelete_0"), u"txtAddEmail"_s);
+}
+
+TEST_F(FocusTest, TheDeleteKeyInAListThatBecomesEmptyHandsItToTheAddressBox) {
+    AddPending(Words("+aa@x.test"));
+    View(kPending)->setFocus();
+    lists.SelectRows(kPending, {0});
+    Turn();
+    QTest::keyClick(View(kPending), Qt::Key_Delete);
+    Turn();
+    EXPECT_EQ(QApplication::focusWidget(), AddressBox());
+}
+
+TEST_F(FocusTest, AfterNotificationsItIsInTheAddressBox) {
+    session.Prefs.Notify = 1;
+    session.Prefs.SMTPServer = u"mail.x.test"_s;
+    session.Prefs.SMTPEmail = u"ann@x.test"_s;
+    AddPending(Words("+bb@x.test"));
+    After("cmdCapturesAdd");
+    ASSERT_TRUE(QTest::qWaitFor([this] { return !processing.IsRunning(); }));
+    QCoreApplication::processEvents();
+    EXPECT_EQ(Pending(), QStringList());
+    EXPECT_EQ(QApplication::focusWidget(), AddressBox());
+}
+
 TEST_F(ListsPageTest, TheButtonsOfBothListsAreOnOneLine) {
     const auto line = [this](const char *button) {
         const auto *found = Find<QWidget>(button);
