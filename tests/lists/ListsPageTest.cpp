@@ -219,6 +219,8 @@ TEST_F(FocusTest, AfterNotificationsItIsInTheAddressBox) {
     EXPECT_EQ(QApplication::focusWidget(), AddressBox());
 }
 
+// ---- What it looks like
+
 TEST_F(ListsPageTest, TheButtonsOfBothListsAreOnOneLine) {
     const auto line = [this](const char *button) {
         const auto *found = Find<QWidget>(button);
@@ -247,6 +249,45 @@ TEST_F(ListsPageTest, EveryEmptyStateSaysWhatToDo) {
     EXPECT_TRUE(hint(kChronological).contains(u"There is no list"));
     AddPending(Words("+aa@x.test"));
     EXPECT_EQ(hint(kPending), QString());
+}
+
+// ---- The menus that pop up
+
+TEST_F(ListsPageTest, EachListOpensItsOwnMenu) {
+    AddPending(Words("+pp@x.test"));
+    const std::pair<int, QMenu *> menus[] = {{kAlphabetical, menu.CurrentMenu()},
+                                             {kPending, menu.PendingMenu()}};
+    for (const auto &[box, wanted] : menus) {
+        QTest::keyClick(View(box), Qt::Key_F10, Qt::ShiftModifier);
+        for (const auto &[other, each] : menus)
+            EXPECT_EQ(each->isVisible(), each == wanted) << box;
+        wanted->close();
+    }
+}
+
+TEST_F(ListsPageTest, TheSortButtonOpensTheSortMenuBelowIt) {
+    Click("cmdListSort");
+    EXPECT_TRUE(menu.SortMenu()->isVisible());
+    menu.SortMenu()->close();
+}
+
+TEST_F(ListsPageTest, TheListsAreLockedUntilTheNotificationsAreSent) {
+    session.Prefs.Notify = 1;
+    session.Prefs.SMTPServer = u"mail.x.test"_s;
+    session.Prefs.SMTPEmail = u"ann@x.test"_s;
+    std::vector<bool> told;
+    QObject::connect(&owner.page, &ListsPage::LockedChanged, &host,
+                     [&](bool locked) { told.push_back(locked); });
+    AddPending(Words("+bb@x.test"));
+    Click("cmdCapturesAdd");
+    EXPECT_FALSE(IsEnabled("fraCurrent"));
+    EXPECT_FALSE(IsEnabled("txtAddEmail"));
+    EXPECT_FALSE(menu.isEnabled());
+    ASSERT_TRUE(QTest::qWaitFor([this] { return !processing.IsRunning(); }));
+    EXPECT_TRUE(IsEnabled("fraCurrent"));
+    EXPECT_TRUE(IsEnabled("txtAddEmail"));
+    EXPECT_TRUE(menu.isEnabled());
+    EXPECT_EQ(told, (std::vector<bool>{true, false}));
 }
 
 } // namespace

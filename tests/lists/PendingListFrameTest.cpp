@@ -371,5 +371,16 @@ TEST_F(PendingListFrameTest, TheCaptureButtonLooksPressedWhileCapturing) {
     EXPECT_FALSE(capture->isChecked()) << "the last list has gone, capture has ended";
 }
 
+TEST_F(PendingListFrameTest, TheTimerGoesOnAfterATickThatFailed) {
+    Click("cmdCapture");
+    BlockLog(u"StatusLog.txt"_s);
+    Copy(u"aa@x.test"_s);
+    EXPECT_EQ(Errors(), QStringList(u"70 in Main.tmrCaptureEmail - Permission denied"_s));
+    EXPECT_TRUE(pending.IsCapturing());
+    EXPECT_TRUE(IsEnabled("cmdCapturesAdd")) << "what was taken is there";
+    QGuiApplication::clipboard()->setText(u"bb@x.test"_s);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return Pending() == Words("+aa@x.test +bb@x.test"); }));
+}
+
 } // namespace
 } // namespace varlo
