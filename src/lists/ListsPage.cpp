@@ -46,10 +46,7 @@ void ListsPage::ConnectControls() {
     connect(&lists_.Open, &OpenList::Released, this, &ListsPage::ProcessIfFree, Qt::QueuedConnection);
     connect(&processing_, &PendingProcessing::RunningChanged, this, &ListsPage::ProcessIfFree,
             Qt::QueuedConnection);
-    connect(fraCurrent_, &CurrentListFrame::ListCreated, this, [this] {
-        UpdateControls(); // without a list, the address box was disabled
-        fraPending_->FocusAddressBox();
-    });
+    connect(fraCurrent_, &CurrentListFrame::ListCreated, fraPending_, &PendingListFrame::FocusAddressBox);
     connect(fraPending_, &PendingListFrame::MailCheckWanted, this, &ListsPage::MailCheckWanted);
     connect(fraPending_, &PendingListFrame::CaptionWanted, this, &ListsPage::CaptionWanted);
 }

@@ -478,7 +478,7 @@ TEST_F(CurrentListFrameTest, TheRightButtonAsksForTheMenuOfTheVisibleBox) {
 }
 
 TEST_F(CurrentListFrameTest, F3ShowsTheNextMatchAndWithShiftThePreviousOne) {
-    OpenLists({{kNews, Words("aa@x.test bb@x.test")}});
+    OpenLists({{kNews, Words("aa@x.test bb@x.test cc@x.test")}});
     QApplication::setActiveWindow(&host);
     Input(u"@x"_s);
     Click("cmdListFind");
