@@ -4,10 +4,14 @@
 
 #include <QStyleOptionComboBox>
 #include <QStylePainter>
+#include <QWheelEvent>
 
 namespace varlo {
 
-NameChooser::NameChooser(int columns, QWidget *parent) : QComboBox(parent) {
+NameChooser::NameChooser(int columns, QWidget *parent, const QString &toolTip)
+    : QComboBox(parent), toolTip_(toolTip) {
+    setFocusPolicy(Qt::StrongFocus);
+    setToolTip(toolTip);
     setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     setMinimumContentsLength(columns);
     connect(this, &QComboBox::currentTextChanged, this, &NameChooser::UpdateToolTip);
@@ -35,8 +39,15 @@ void NameChooser::resizeEvent(QResizeEvent *event) {
     UpdateToolTip();
 }
 
+void NameChooser::wheelEvent(QWheelEvent *event) {
+    if (hasFocus())
+        QComboBox::wheelEvent(event);
+    else
+        event->ignore();
+}
+
 void NameChooser::UpdateToolTip() {
-    setToolTip(ShownText() == currentText() ? QString() : LongToolTip(currentText()));
+    setToolTip(ShownText() == currentText() ? toolTip_ : LongToolTip(currentText()));
 }
 
 } // namespace varlo

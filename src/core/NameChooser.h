@@ -6,12 +6,14 @@
 namespace varlo {
 
 // Its width does not follow the longest name. One that does not fit ends in "..." and has its whole as a tooltip.
+// The wheel chooses while the keyboard does, so that nobody chooses in passing.
 class NameChooser : public QComboBox {
     Q_OBJECT
 
 public:
     // `columns`: how many letters of an average width fit at least.
-    explicit NameChooser(int columns, QWidget *parent = nullptr);
+    // `toolTip` is shown while the name fits.
+    explicit NameChooser(int columns, QWidget *parent = nullptr, const QString &toolTip = {});
 
     // The current name as it fits.
     QString ShownText() const;
@@ -19,9 +21,12 @@ public:
 protected:
     void paintEvent(QPaintEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
+    void wheelEvent(QWheelEvent *event) override;
 
 private:
     void UpdateToolTip();
+
+    const QString toolTip_;
 };
 
 } // namespace varlo

@@ -2,6 +2,7 @@
 
 #include "core/Buttons.h"
 #include "core/Literals.h"
+#include "core/NameChooser.h"
 #include "core/Reporting.h"
 #include "lists/EntryListView.h"
 #include "lists/ListEditing.h"
@@ -10,11 +11,9 @@
 #include "lists/ListStore.h"
 
 #include <QBoxLayout>
-#include <QComboBox>
 #include <QLabel>
 #include <QPushButton>
 #include <QShortcut>
-#include <QSignalBlocker>
 
 namespace varlo {
 
@@ -29,11 +28,8 @@ CurrentListFrame::CurrentListFrame(Session &session, ListStore &lists, ListEditi
 void CurrentListFrame::CreateControls() {
     lblCurrentList = new QLabel(u"&Current List"_s, this);
     lblCurrentList->setObjectName(u"lblCurrentList"_s);
-    cmbMList = new QComboBox(this);
+    cmbMList = new NameChooser(12, this, u"The mailing list that is open"_s);
     cmbMList->setObjectName(u"cmbMList"_s);
-    cmbMList->setToolTip(u"The mailing list that is open"_s);
-    cmbMList->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-    cmbMList->setMinimumContentsLength(12);
     lblCurrentList->setBuddy(cmbMList);
     cmdFileNew = NewButton(this, "cmdFileNew", u"Ne&w"_s, u"Create new mailing list"_s, u"new");
     cmdFileRename = NewButton(this, "cmdFileRename", u"Re&name"_s, u"Rename current list"_s, u"rename");
@@ -49,6 +45,7 @@ void CurrentListFrame::CreateControls() {
 
 void CurrentListFrame::LayOutControls() {
     auto *chooser = new QHBoxLayout;
+    chooser->addStrut(cmdFileNew->sizeHint().height()); // so the rows of both frames are on one line
     chooser->addWidget(lblCurrentList);
     chooser->addWidget(cmbMList, 1);
     auto *fileButtons = new QHBoxLayout;
@@ -94,7 +91,6 @@ void CurrentListFrame::ConnectControls() {
 }
 
 void CurrentListFrame::RefreshListNames() {
-    const QSignalBlocker quiet(cmbMList);
     cmbMList->clear();
     cmbMList->addItems(ListLibrary::Names(session_));
     cmbMList->setCurrentIndex(-1);
@@ -130,7 +126,6 @@ void CurrentListFrame::ChooseName(const QString &name) {
 
 // The list that is open stays open, and the chooser says so: a save goes to the list that it names.
 void CurrentListFrame::ShowOpenList() {
-    const QSignalBlocker quiet(cmbMList);
     cmbMList->setCurrentIndex(
         cmbMList->findText(lists_.Open.Name(), Qt::MatchExactly | Qt::MatchCaseSensitive));
 }
@@ -157,6 +152,7 @@ void CurrentListFrame::cmdFileNew_Click() {
         return; // it could not be created, which has been reported
     Trapped(session_, u"Main.cmdFileNew"_s,
             [&] { StatusMessage(session_, u"Created mailing list ["_s + *name + u"]"_s); });
+    Q_EMIT ListCreated();
 }
 
 void CurrentListFrame::cmdFileRename_Click() {
@@ -190,10 +186,18 @@ void CurrentListFrame::ShowSortOrder() {
     alphabetical_->setVisible(alphabetical);
 }
 
+QWidget *CurrentListFrame::ListBox() const {
+    return lists_.VisibleBox() == kAlphabetical ? alphabetical_ : chronological_;
+}
+
 void CurrentListFrame::UpdateControls() {
     const int visible = lists_.VisibleBox();
     const bool hasEntries = lists_.lstEmailList(kChronological).Count() > 0;
     const bool hasSelection = lists_.SelectedCount(visible) > 0;
+    for (EntryListView *view : {chronological_, alphabetical_})
+        view->SetHint(ChosenName().isEmpty() ? u"There is no list yet. Press \"New\" to create one."_s
+                                             : u"This list is empty. Add addresses on the right, then press "
+                                               "\"<<< Process Pending List\"."_s);
     cmbMList->setEnabled(cmbMList->count() > 0);
     cmdFileRename->setEnabled(!ChosenName().isEmpty());
     for (QWidget *control :

@@ -5,7 +5,6 @@
 
 #include <QGroupBox>
 
-class QComboBox;
 class QLabel;
 class QPushButton;
 
@@ -14,6 +13,7 @@ namespace varlo {
 class EntryListView;
 class ListEditing;
 class ListStore;
+class NameChooser;
 
 class CurrentListFrame : public QGroupBox {
     Q_OBJECT
@@ -35,11 +35,15 @@ public:
     // Shows the list box of the order in force and hides the other.
     void ShowSortOrder();
     void UpdateControls();
+    // The one that is shown.
+    QWidget *ListBox() const;
 
 Q_SIGNALS:
     // The sort menu is to pop up at `position` (of the screen).
     void SortMenuWanted(const QPoint &position);
     void ContextMenuWanted(const QPoint &position);
+    // The operator has made a list, and it is open.
+    void ListCreated();
 
 private:
     void CreateControls();
@@ -57,7 +61,7 @@ private:
     ListStore &lists_;
     ListEditing &editing_;
     QLabel *lblCurrentList = nullptr;
-    QComboBox *cmbMList = nullptr;
+    NameChooser *cmbMList = nullptr;
     QPushButton *cmdFileNew = nullptr;
     QPushButton *cmdFileRename = nullptr;
     QPushButton *cmdFileDelete = nullptr;

@@ -1,12 +1,14 @@
 #include "lists/EntryListView.h"
 
 #include "core/Literals.h"
+#include "lists/HintColor.h"
 #include "lists/ListStore.h"
 
 #include <QClipboard>
 #include <QContextMenuEvent>
 #include <QGuiApplication>
 #include <QKeyEvent>
+#include <QPainter>
 
 namespace varlo {
 
@@ -23,6 +25,31 @@ EntryListView::EntryListView(ListStore &lists, int box, const QString &accessibl
     setUniformItemSizes(true); // without it, 32,767 rows are measured one by one
     setLayoutMode(QListView::SinglePass);
     setVerticalScrollMode(QAbstractItemView::ScrollPerItem);
+    for (const auto change : {&QAbstractItemModel::rowsInserted, &QAbstractItemModel::rowsRemoved})
+        connect(model(), change, this, &EntryListView::TellHint);
+    connect(model(), &QAbstractItemModel::modelReset, this, &EntryListView::TellHint);
+}
+
+void EntryListView::SetHint(const QString &hint) {
+    hint_ = hint;
+    TellHint();
+}
+
+void EntryListView::TellHint() {
+    const QString hint = model()->rowCount() == 0 ? hint_ : QString();
+    if (hint == accessibleDescription())
+        return;
+    setAccessibleDescription(hint);
+    viewport()->update();
+}
+
+void EntryListView::paintEvent(QPaintEvent *event) {
+    QListView::paintEvent(event);
+    constexpr int margin = 16;
+    QPainter painter(viewport());
+    painter.setPen(HintColor(palette()));
+    painter.drawText(viewport()->rect().adjusted(margin, margin, -margin, -margin),
+                     Qt::AlignCenter | Qt::TextWordWrap, accessibleDescription());
 }
 
 void EntryListView::keyPressEvent(QKeyEvent *event) {
@@ -32,6 +59,8 @@ void EntryListView::keyPressEvent(QKeyEvent *event) {
         Q_EMIT DeleteWanted();
     } else if (event->key() == Qt::Key_F2 && event->modifiers() == Qt::NoModifier) {
         Q_EMIT EditWanted();
+    } else if (event->key() == Qt::Key_F10 && event->modifiers() == Qt::ShiftModifier) {
+        OpenMenuAtCurrentRow(); // the menu key comes as an event of its own
     } else {
         const auto before = selectionModel()->selection();
         QListView::keyPressEvent(event);
@@ -63,7 +92,15 @@ void EntryListView::mouseReleaseEvent(QMouseEvent *event) {
 }
 
 void EntryListView::contextMenuEvent(QContextMenuEvent *event) {
-    Q_EMIT MenuWanted(event->globalPos());
+    if (event->reason() == QContextMenuEvent::Mouse)
+        Q_EMIT MenuWanted(event->globalPos());
+    else
+        OpenMenuAtCurrentRow();
+}
+
+void EntryListView::OpenMenuAtCurrentRow() {
+    scrollTo(currentIndex());
+    Q_EMIT MenuWanted(viewport()->mapToGlobal(visualRect(currentIndex()).bottomLeft()));
 }
 
 } // namespace varlo

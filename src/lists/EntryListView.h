@@ -15,16 +15,20 @@ public:
     // Shows box `box` of the store; its object name is "lstEmailList_" and the number.
     EntryListView(ListStore &lists, int box, const QString &accessibleName, QWidget *parent = nullptr);
 
+    // What stands in the box while it is empty.
+    void SetHint(const QString &hint);
+
 Q_SIGNALS:
     // The operator changed the selection with mouse or keyboard.
     void SelectionTouched();
     void DeleteWanted();
     void EditWanted();
-    // The right button went down at `position` (of the screen), or the menu key was pressed.
+    // The right button went down at `position` (of the screen), or a key asked for the menu at the current row.
     void MenuWanted(const QPoint &position);
 
 protected:
     void keyPressEvent(QKeyEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
     void mouseReleaseEvent(QMouseEvent *event) override;
     void contextMenuEvent(QContextMenuEvent *event) override;
     QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex &index,
@@ -33,8 +37,12 @@ protected:
 private:
     // Copies the selected entries, one a line.
     void CopySelection() const;
+    void OpenMenuAtCurrentRow();
+    // A hint in place of entries is read to who does not see it.
+    void TellHint();
 
     const ListBox &box_;
+    QString hint_;
 };
 
 } // namespace varlo

@@ -20,9 +20,16 @@ QString CountText(int count) {
     return QString::number(count) + (count == 1 ? u" address"_s : u" addresses"_s);
 }
 
+// Where the current row, or what takes its place, stands after `rows` (ascending) have gone.
+int RowAfter(const QList<int> &rows, int current) {
+    const int place = current < 0 ? rows.value(0) : current;
+    return place - static_cast<int>(std::lower_bound(rows.begin(), rows.end(), place) - rows.begin());
+}
+
 } // namespace
 
 void ListEditing::EditSelected(int box) {
+    const OpenList::Hold hold(lists_.Open); // what is processed meanwhile would move the rows
     Trapped(session_, u"Main.cmdListEdit"_s, [&] {
         // The boxes that ask let events run; persistent indexes follow their entries meanwhile.
         QList<QPersistentModelIndex> selected;
@@ -66,10 +73,13 @@ void ListEditing::ReplaceAddress(int box, int row, const QString &address) {
 void ListEditing::DeleteSelected(int box) {
     Trapped(session_, u"Main.cmdListDelete"_s, [&] {
         const QStringList entries = lists_.SelectedEntries(box);
+        const QList<int> rows = lists_.SelectedRows(box);
+        const int next = RowAfter(rows, lists_.Selection(box).currentIndex().row());
         if (box == kPending)
-            lists_.Pending.RemoveRows(lists_.SelectedRows(box));
+            lists_.Pending.RemoveRows(rows);
         else
-            lists_.Open.RemoveRows(box, lists_.SelectedRows(box));
+            lists_.Open.RemoveRows(box, rows);
+        MakeCurrent(box, std::min(next, lists_.lstEmailList(box).Count() - 1));
         for (const QString &entry : entries)
             StatusMessage(session_, u"Deleted ["_s + entry + u"]"_s);
     });

@@ -5,7 +5,6 @@
 #include "lists/PendingListFrame.h"
 #include "lists/UnsavedOffer.h"
 
-#include <QApplication>
 #include <QSplitter>
 #include <QVBoxLayout>
 
@@ -47,6 +46,7 @@ void ListsPage::ConnectControls() {
     connect(&lists_.Open, &OpenList::Released, this, &ListsPage::ProcessIfFree, Qt::QueuedConnection);
     connect(&processing_, &PendingProcessing::RunningChanged, this, &ListsPage::ProcessIfFree,
             Qt::QueuedConnection);
+    connect(fraCurrent_, &CurrentListFrame::ListCreated, fraPending_, &PendingListFrame::FocusAddressBox);
     connect(fraPending_, &PendingListFrame::MailCheckWanted, this, &ListsPage::MailCheckWanted);
     connect(fraPending_, &PendingListFrame::CaptionWanted, this, &ListsPage::CaptionWanted);
 }
@@ -64,20 +64,35 @@ void ListsPage::ShowSortOrder() {
 }
 
 void ListsPage::UpdateControls() {
+    const QPointer<QWidget> focus = window()->focusWidget();
     fraCurrent_->UpdateControls();
     fraPending_->UpdateControls(!fraCurrent_->ChosenName().isEmpty());
     mnuLists_->UpdateControls();
+    if (focus && isAncestorOf(focus) && !focus->isEnabled())
+        PlaceFocus(*focus);
     Q_EMIT CountsChanged(lists_.lstEmailList(kChronological).Count(), lists_.Pending.Count());
+}
+
+// A control that is disabled with the focus on it hands it to its neighbour, where the next key press would do
+// something that nobody meant. The list box of its frame is a good place, else the address box.
+void ListsPage::PlaceFocus(const QWidget &instead) {
+    fraPending_->FocusAddressBox();
+    const bool isPending = fraPending_->isAncestorOf(&instead);
+    if (QWidget *box = isPending ? fraPending_->ListBox() : fraCurrent_->ListBox(); box->isEnabled())
+        box->setFocus();
 }
 
 void ListsPage::SetLocked(bool locked) {
     if (locked)
-        focusBeforeLock_ = QApplication::focusWidget();
+        focusBeforeLock_ = window()->focusWidget();
     splitter_->setEnabled(!locked);
     mnuLists_->setEnabled(!locked);
     Q_EMIT LockedChanged(locked);
-    if (!locked && focusBeforeLock_)
-        focusBeforeLock_->setFocus();
+    if (locked || !focusBeforeLock_)
+        return;
+    focusBeforeLock_->setFocus();
+    if (isAncestorOf(focusBeforeLock_) && !focusBeforeLock_->isEnabled())
+        PlaceFocus(*focusBeforeLock_);
 }
 
 void ListsPage::ProcessWhenFree() {

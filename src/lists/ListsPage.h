@@ -59,6 +59,7 @@ private:
     void ConnectControls();
     void ConnectMenus();
     void SetLocked(bool locked);
+    void PlaceFocus(const QWidget &instead);
     void ProcessIfFree();
     bool MayLeaveOpenList();
 

@@ -2,7 +2,7 @@
 
 #include "core/Buttons.h"
 #include "core/Literals.h"
-#include "lists/AddressRules.h"
+#include "lists/AddressBox.h"
 #include "lists/EntryListView.h"
 #include "lists/ListEditing.h"
 #include "lists/ListStore.h"
@@ -14,7 +14,6 @@
 #include <QClipboard>
 #include <QGridLayout>
 #include <QGuiApplication>
-#include <QLineEdit>
 #include <QPushButton>
 #include <QTimer>
 
@@ -43,7 +42,9 @@ PendingListFrame::PendingListFrame(Session &session, ListStore &lists, ListEditi
 
 void PendingListFrame::CreateControls() {
     pending_ = new EntryListView(lists_, kPending, u"Pending list"_s, this);
-    txtAddEmail = new QLineEdit(this);
+    pending_->SetHint(
+        u"No requests are waiting. What you add, or capture, waits here until it is processed."_s);
+    txtAddEmail = new AddressBox(this);
     txtAddEmail->setObjectName(u"txtAddEmail"_s);
     txtAddEmail->setToolTip(u"Enter e-mail addresses here"_s);
     txtAddEmail->setPlaceholderText(u"name@example.com"_s);
@@ -64,6 +65,7 @@ void PendingListFrame::CreateButtons() {
         NewButton(this, "cmdEmailValidate", u"Val&idate"_s, u"Validate address"_s, u"validate");
     cmdCapture = NewButton(this, "cmdCapture", u"Cli&pboard"_s,
                            u"Capture new e-mail addresses from the clipboard"_s, u"clipboard");
+    cmdCapture->setCheckable(true); // pressed while addresses are captured
     cmdAutoAdd = NewButton(this, "cmdAutoAdd", u"E-mail Acco&unt"_s,
                            u"Automatic download of e-mail addresses from a POP3 account"_s, u"mailbox");
     cmdCapturesAdd = NewButton(this, "cmdCapturesAdd", u"<<< Process Pendin&g List"_s,
@@ -77,6 +79,7 @@ void PendingListFrame::CreateButtons() {
 
 void PendingListFrame::LayOutControls() {
     auto *entry = new QGridLayout;
+    entry->setRowMinimumHeight(0, cmdEmailAdd[0]->sizeHint().height()); // as beside, in the other frame
     entry->addWidget(txtAddEmail, 0, 0, 1, 3);
     entry->addWidget(cmdEmailAdd[0], 1, 0);
     entry->addWidget(cmdEmailAdd[1], 1, 1);
@@ -93,27 +96,27 @@ void PendingListFrame::LayOutControls() {
     auto *column = new QVBoxLayout(this);
     column->addLayout(entry);
     column->addLayout(sources);
+    column->addLayout(process);
     column->addWidget(pending_, 1);
     column->addLayout(listButtons);
-    column->addLayout(process);
     setTabOrder(txtAddEmail, cmdEmailAdd[0]);
     setTabOrder(cmdEmailAdd[0], cmdEmailAdd[1]);
     setTabOrder(cmdEmailAdd[1], cmdEmailValidate);
     setTabOrder(cmdEmailValidate, cmdCapture);
     setTabOrder(cmdCapture, cmdAutoAdd);
-    setTabOrder(cmdAutoAdd, pending_);
+    setTabOrder(cmdAutoAdd, cmdCapturesAdd);
+    setTabOrder(cmdCapturesAdd, chkInstantAdd);
+    setTabOrder(chkInstantAdd, pending_);
     setTabOrder(pending_, cmdListEdit);
     setTabOrder(cmdListEdit, cmdListDelete);
     setTabOrder(cmdListDelete, cmdListSwap);
-    setTabOrder(cmdListSwap, cmdCapturesAdd);
-    setTabOrder(cmdCapturesAdd, chkInstantAdd);
 }
 
 void PendingListFrame::ConnectControls() {
     for (int index : {0, 1})
         connect(cmdEmailAdd[index], &QPushButton::clicked, this, [this, index] { cmdEmailAdd_Click(index); });
     connect(txtAddEmail, &QLineEdit::returnPressed, cmdEmailAdd[0], &QPushButton::click);
-    connect(txtAddEmail, &QLineEdit::textChanged, this, &PendingListFrame::txtAddEmail_Change);
+    connect(txtAddEmail, &QLineEdit::textChanged, this, &PendingListFrame::UpdateTypedAddress);
     connect(cmdEmailValidate, &QPushButton::clicked, this,
             [this] { ReportValidity(session_, txtAddEmail->text()); });
     connect(cmdCapture, &QPushButton::clicked, this, &PendingListFrame::cmdCapture_Click);
@@ -152,20 +155,13 @@ void PendingListFrame::cmdEmailAdd_Click(int index) {
         txtAddEmail->clear();
 }
 
-void PendingListFrame::txtAddEmail_Change() {
-    const QString clean = CleanTypedAddress(txtAddEmail->text());
-    if (clean != txtAddEmail->text())
-        txtAddEmail->setText(clean); // a change of its own, which comes here again
-    else
-        UpdateTypedAddress();
-}
-
 void PendingListFrame::cmdCapture_Click() {
     if (!IsCapturing()) {
         cmdCapture->setText(u"End Ca&pture"_s);
         Q_EMIT CaptionWanted(ClipboardCapture::Caption(0));
         capture_.Begin();
         tmrCaptureEmail->start();
+        cmdCapture->setChecked(true);
         return;
     }
     EndCapture();
@@ -178,6 +174,7 @@ void PendingListFrame::EndCapture() {
     Q_EMIT CaptionWanted(QString());
     capture_.End();
     tmrCaptureEmail->stop();
+    cmdCapture->setChecked(false);
 }
 
 void PendingListFrame::tmrCaptureEmail_Timer() {
@@ -186,9 +183,21 @@ void PendingListFrame::tmrCaptureEmail_Timer() {
         Q_EMIT CaptionWanted(caption);
 }
 
+void PendingListFrame::FocusAddressBox() {
+    txtAddEmail->setFocus();
+}
+
+QWidget *PendingListFrame::ListBox() const {
+    return pending_;
+}
+
 void PendingListFrame::UpdateTypedAddress() {
-    for (QPushButton *button : {cmdEmailAdd[0], cmdEmailAdd[1], cmdEmailValidate})
-        button->setEnabled(!txtAddEmail->text().isEmpty());
+    const bool hasText = !txtAddEmail->text().isEmpty();
+    for (QPushButton *button : {cmdEmailAdd[0], cmdEmailAdd[1], cmdEmailValidate}) {
+        if (!hasText && button == window()->focusWidget())
+            FocusAddressBox(); // for the next one
+        button->setEnabled(hasText);
+    }
 }
 
 void PendingListFrame::UpdateControls(bool hasOpenList) {

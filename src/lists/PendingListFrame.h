@@ -7,12 +7,12 @@
 #include <QGroupBox>
 
 class QCheckBox;
-class QLineEdit;
 class QPushButton;
 class QTimer;
 
 namespace varlo {
 
+class AddressBox;
 class EntryListView;
 class ListEditing;
 class ListStore;
@@ -29,6 +29,8 @@ public:
     bool Bypass() const; // chkInstantAdd
     void SetBypass(bool on);
     bool IsCapturing() const;
+    void FocusAddressBox();
+    QWidget *ListBox() const;
 
     // The click of cmdCapturesAdd: processes the Pending list.
     void ProcessPendingList();
@@ -47,7 +49,6 @@ private:
 
     void cmdEmailAdd_Click(int index);
     void UpdateTypedAddress();
-    void txtAddEmail_Change();
     void cmdCapture_Click();
     void EndCapture();
     void tmrCaptureEmail_Timer();
@@ -58,7 +59,7 @@ private:
     PendingProcessing &processing_;
     ClipboardCapture capture_;
     EntryListView *pending_ = nullptr; // lstEmailList_2
-    QLineEdit *txtAddEmail = nullptr;
+    AddressBox *txtAddEmail = nullptr;
     QPushButton *cmdEmailAdd[2] = {};
     QPushButton *cmdEmailValidate = nullptr;
     QPushButton *cmdCapture = nullptr;

@@ -3,7 +3,9 @@
 #include "core/Literals.h"
 #include "support/Printers.h"
 
+#include <QApplication>
 #include <QTest>
+#include <QWheelEvent>
 #include <gtest/gtest.h>
 
 namespace varlo::test {
@@ -34,6 +36,32 @@ TEST_F(NameChooserTest, ALongNameEndsInDotsAndHasItsWholeAsATooltip) {
     EXPECT_EQ(chooser.toolTip(), u"<html>"_s + kLong.toHtmlEscaped());
     EXPECT_EQ(chooser.currentText(), kLong);
     EXPECT_EQ(chooser.sizeHint().width(), width);
+}
+
+TEST_F(NameChooserTest, WhatItIsForStandsThereWhileTheNameFits) {
+    NameChooser told(20, nullptr, u"The profile"_s);
+    told.addItems({u"News"_s, kLong});
+    told.resize(told.sizeHint());
+    EXPECT_EQ(told.toolTip(), u"The profile"_s);
+    told.setCurrentIndex(1);
+    EXPECT_EQ(told.toolTip(), u"<html>"_s + kLong.toHtmlEscaped());
+    told.setCurrentIndex(0);
+    EXPECT_EQ(told.toolTip(), u"The profile"_s);
+}
+
+TEST_F(NameChooserTest, TheWheelChoosesOnlyWithTheFocusAndDoesNotTakeIt) {
+    const auto turn = [this] {
+        QWheelEvent down(QPointF(5, 5), chooser.mapToGlobal(QPointF(5, 5)), QPoint(), QPoint(0, -120),
+                         Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+        QApplication::sendEvent(&chooser, &down);
+        return chooser.currentIndex();
+    };
+    QApplication::setActiveWindow(&chooser);
+    chooser.clearFocus();
+    EXPECT_EQ(turn(), 0);
+    EXPECT_NE(chooser.focusPolicy(), Qt::WheelFocus);
+    chooser.setFocus();
+    EXPECT_EQ(turn(), 1);
 }
 
 TEST_F(NameChooserTest, MoreRoomShowsMore) {

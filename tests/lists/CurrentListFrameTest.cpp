@@ -32,6 +32,11 @@ protected:
     }
     void RemoveListsFolder() { ASSERT_TRUE(QDir(session.ProfileFile(u"lists"_s)).removeRecursively()); }
     void Answer(std::initializer_list<BoxAnswer> answers) { profile.Boxes.Answers = answers; }
+    void TurnWheelOverChooser() {
+        QWheelEvent up(QPointF(5, 5), Chooser()->mapToGlobal(QPointF(5, 5)), QPoint(), QPoint(0, 120),
+                       Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+        QApplication::sendEvent(Chooser(), &up);
+    }
     void Input(const QString &text) { profile.Boxes.Inputs.push_back(text); }
     // The open list, its chooser and its entries.
     void ExpectOpen(const QString &name, const QStringList &entries) {
@@ -89,11 +94,31 @@ TEST_F(CurrentListFrameTest, KeysAndTheWheelChooseAndLoadToo) {
     OpenLists({{kNews, Words("aa@x.test")}, {kOther, Words("oo@x.test")}});
     QTest::keyClick(Chooser(), Qt::Key_Down);
     ExpectOpen(kOther, Words("oo@x.test"));
-    QWheelEvent up(QPointF(5, 5), Chooser()->mapToGlobal(QPointF(5, 5)), QPoint(), QPoint(0, 120),
-                   Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
-    QApplication::sendEvent(Chooser(), &up);
+    QApplication::setActiveWindow(&host);
+    Chooser()->setFocus();
+    TurnWheelOverChooser();
     ExpectOpen(kNews, Words("aa@x.test"));
     EXPECT_EQ(TakeStatus().size(), 4);
+}
+
+TEST_F(CurrentListFrameTest, TheWheelInPassingNeitherChoosesNorTakesTheFocus) {
+    OpenLists({{kNews, Words("aa@x.test")}, {kOther, Words("oo@x.test")}});
+    QApplication::setActiveWindow(&host);
+    current.ChooseList(1);
+    AddressBox()->setFocus();
+    TurnWheelOverChooser();
+    ExpectOpen(kOther, Words("oo@x.test"));
+    EXPECT_EQ(QApplication::focusWidget(), AddressBox());
+    EXPECT_EQ(Chooser()->focusPolicy(), Qt::StrongFocus);
+}
+
+TEST_F(CurrentListFrameTest, ALongNameIsCutAndStandsWholeInTheToolTip) {
+    const QString name = u"subscribers "_s.repeated(12).trimmed();
+    OpenLists({{u"short"_s, {}}, {name, {}}});
+    EXPECT_EQ(Chooser()->toolTip(), u"The mailing list that is open"_s);
+    current.ChooseList(1);
+    EXPECT_EQ(Chooser()->toolTip(), u"<html>"_s + name);
+    EXPECT_EQ(host.width(), 760);
 }
 
 TEST_F(CurrentListFrameTest, ChoosingTheOpenListLoadsItAgain) {
@@ -453,7 +478,7 @@ TEST_F(CurrentListFrameTest, TheRightButtonAsksForTheMenuOfTheVisibleBox) {
 }
 
 TEST_F(CurrentListFrameTest, F3ShowsTheNextMatchAndWithShiftThePreviousOne) {
-    OpenLists({{kNews, Words("aa@x.test bb@x.test")}});
+    OpenLists({{kNews, Words("aa@x.test bb@x.test cc@x.test")}});
     QApplication::setActiveWindow(&host);
     Input(u"@x"_s);
     Click("cmdListFind");

@@ -6,6 +6,7 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QContextMenuEvent>
+#include <QScrollBar>
 #include <QSignalSpy>
 #include <QTest>
 #include <gtest/gtest.h>
@@ -144,6 +145,43 @@ TEST_F(EntryListViewTest, ARightClickBesideASelectionOfManyKeepsIt) {
     const QPoint third = view.visualRect(view.model()->index(2, 0)).center();
     QTest::mouseClick(view.viewport(), Qt::RightButton, {}, third);
     EXPECT_EQ(lists.SelectedRows(kPending), (QList<int>{0, 1}));
+}
+
+// The menu of the keyboard belongs to the row that it works on, also when it is out of sight.
+TEST_F(EntryListViewTest, TheKeysForTheMenuOpenItAtTheCurrentRow) {
+    AddPending(test::Addresses(200, u"+more"_s));
+    view.setCurrentIndex(view.model()->index(150, 0));
+    view.verticalScrollBar()->setValue(0);
+    const auto place = [this] {
+        return view.viewport()->mapToGlobal(view.visualRect(view.currentIndex()).bottomLeft());
+    };
+    QTest::keyClick(&view, Qt::Key_F10, Qt::ShiftModifier);
+    ASSERT_EQ(menuWanted.count(), 1);
+    EXPECT_EQ(menuWanted[0][0].toPoint(), place());
+    EXPECT_TRUE(view.viewport()->rect().contains(view.visualRect(view.currentIndex())));
+    QContextMenuEvent key(QContextMenuEvent::Keyboard, QPoint(5, 5), QPoint(50, 60));
+    QApplication::sendEvent(&view, &key);
+    ASSERT_EQ(menuWanted.count(), 2);
+    EXPECT_EQ(menuWanted[1][0].toPoint(), place());
+    QTest::keyClick(&view, Qt::Key_F10);
+    EXPECT_EQ(menuWanted.count(), 2) << "F10 alone is the menu bar's";
+}
+
+TEST_F(EntryListViewTest, AnEmptyBoxShowsItsHintAndSaysIt) {
+    const auto picture = [this] { return view.grab().toImage(); };
+    view.SetHint(u"nothing here"_s);
+    EXPECT_EQ(view.accessibleDescription(), QString());
+    lists.Box(kPending).Model().SetEntries({});
+    EXPECT_EQ(view.accessibleDescription(), u"nothing here"_s);
+    const QImage hinted = picture();
+    view.SetHint(QString());
+    EXPECT_NE(picture(), hinted);
+    view.SetHint(u"nothing here"_s);
+    lists.Box(kPending).Model().Add(u"+aa@x.test"_s);
+    EXPECT_EQ(view.accessibleDescription(), QString());
+    lists.Box(kPending).Model().Remove(0);
+    EXPECT_EQ(view.accessibleDescription(), u"nothing here"_s);
+    EXPECT_EQ(view.model()->rowCount(), 0) << "a hint is no entry";
 }
 
 } // namespace

@@ -341,5 +341,49 @@ TEST_F(ListEditingTest, AMoveThatDoesNotFitOnTheCurrentListDeletesNothing) {
     }
 }
 
+TEST_F(ListEditingTest, TheEditedEntryIsTheCurrentRowWhereItCameToStand) {
+    Open(Words("aa@x.test bb@x.test cc@x.test"));
+    ShowOrder(1);
+    lists.SelectRows(kAlphabetical, {0});
+    Edit(kAlphabetical, {"zz@x.test"});
+    EXPECT_EQ(lists.Selection(kAlphabetical).currentIndex().row(), 2);
+    AddPending(Words("+pp@x.test +qq@x.test"));
+    lists.SelectRows(kPending, {1});
+    Edit(kPending, {"rr@x.test"});
+    EXPECT_EQ(lists.Selection(kPending).currentIndex().row(), 1);
+}
+
+TEST_F(ListEditingTest, AfterADeleteTheRowThatTookThePlaceIsCurrent) {
+    const auto currentAfter = [this](int current, const QList<int> &rows) {
+        lists.Box(kPending).Model().SetEntries(Words("+a +b +c +d +e +f"));
+        QItemSelectionModel &selection = lists.Selection(kPending);
+        selection.setCurrentIndex(lists.lstEmailList(kPending).index(current), QItemSelectionModel::NoUpdate);
+        lists.SelectRows(kPending, rows);
+        editing.DeleteSelected(kPending);
+        return lists.Box(kPending).Model().data(selection.currentIndex()).toString();
+    };
+    EXPECT_EQ(currentAfter(2, {2}), u"+d"_s);
+    EXPECT_EQ(currentAfter(4, {1, 3, 4}), u"+f"_s);
+    EXPECT_EQ(currentAfter(3, {0, 5}), u"+d"_s) << "it was not deleted";
+    EXPECT_EQ(currentAfter(5, {4, 5}), u"+d"_s) << "the last one";
+    EXPECT_EQ(currentAfter(-1, {1, 2}), u"+d"_s);
+    EXPECT_EQ(currentAfter(1, {0, 1, 2, 3, 4, 5}), QString());
+}
+
+// More separate ranges than are taken out one by one.
+TEST_F(ListEditingTest, AfterADeleteOfManyScatteredEntriesTheRowIsStillTheOperators) {
+    Open(Addresses(1000));
+    ShowOrder(0);
+    QList<int> odd;
+    for (int row = 1; row < 1000; row += 2)
+        odd << row;
+    lists.SelectRows(kChronological, odd);
+    lists.Selection(kChronological)
+        .setCurrentIndex(lists.lstEmailList(kChronological).index(501), QItemSelectionModel::NoUpdate);
+    editing.DeleteSelected(kChronological);
+    const QModelIndex current = lists.Selection(kChronological).currentIndex();
+    EXPECT_EQ(lists.lstEmailList(kChronological).data(current).toString(), u"a502@x.test"_s);
+}
+
 } // namespace
 } // namespace varlo

@@ -5,6 +5,7 @@
 #include "lists/ListsFixture.h"
 
 #include <QSignalSpy>
+#include <QTimer>
 #include <gtest/gtest.h>
 
 namespace varlo {
@@ -279,6 +280,36 @@ TEST_F(ListSelectionTest, WhatHasNoLineOfItsOwnTellsWhatItDid) {
     EXPECT_EQ(TakeStatus().last(), u"Changed [-aa@x.test] to [-zz@x.test]"_s);
     editing.PendingToCurrent(ListEditing::Transfer::Move);
     EXPECT_EQ(TakeStatus().last(), u"Moved 1 address to the current list"_s);
+}
+
+// ---- What the windows see meanwhile
+
+TEST_F(ListSelectionTest, WindowsHaveTheirEventsBeforeASearchLooks) {
+    Open(Words("aa@x.test"));
+    bool ran = false;
+    QTimer::singleShot(0, &lists.Open, [&] {
+        ran = true;
+        EXPECT_EQ(TakeStatus().last(), u"Searching for [@x]..."_s);
+        lists.Open.Add(u"late@x.test"_s);
+    });
+    Search(u"@x"_s);
+    EXPECT_TRUE(ran);
+    EXPECT_EQ(lists.SelectedEntries(kAlphabetical), Words("aa@x.test late@x.test"));
+}
+
+TEST_F(ListSelectionTest, WindowsHaveTheirEventsBeforeTheOrderChanges) {
+    Open(Words("bb@x.test aa@x.test"));
+    lists.SelectRows(kAlphabetical, {0});
+    bool ran = false;
+    QTimer::singleShot(0, &lists.Open, [&] {
+        ran = true;
+        EXPECT_EQ(TakeStatus().last(), u"Sorting list..."_s);
+        EXPECT_EQ(lists.VisibleBox(), kAlphabetical);
+        lists.SelectRows(kAlphabetical, {1});
+    });
+    editing.ChangeSortOrder(0);
+    EXPECT_TRUE(ran);
+    EXPECT_EQ(lists.SelectedEntries(kChronological), Words("bb@x.test"));
 }
 
 } // namespace

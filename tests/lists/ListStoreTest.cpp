@@ -247,5 +247,19 @@ TEST_F(ListStoreTest, IsLoadingWhileEventsRun) {
     EXPECT_EQ(ticks, 1);
 }
 
+TEST_F(ListStoreTest, WindowsHaveTheirEventsBeforeTheListIsFilled) {
+    OpenList(u"news"_s, Words("aa@x.test"));
+    WriteListFile(u"other"_s, FileBytes(Words("oo@x.test")));
+    bool ran = false;
+    QTimer::singleShot(0, &lists.Open, [&] {
+        ran = true;
+        EXPECT_EQ(TakeStatus(), QStringList(u"Loading [other]..."_s));
+        EXPECT_EQ(Current(), Words("aa@x.test"));
+        EXPECT_EQ(lists.Open.Name(), u"news"_s);
+    });
+    EXPECT_TRUE(lists.Open.Load(u"other"_s));
+    EXPECT_TRUE(ran);
+}
+
 } // namespace
 } // namespace varlo

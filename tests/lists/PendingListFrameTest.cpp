@@ -306,5 +306,81 @@ TEST_F(PendingListFrameTest, EachNewRequestIsScrolledIntoView) {
     EXPECT_TRUE(View(kPending)->viewport()->rect().contains(row));
 }
 
+TEST_F(PendingListFrameTest, ABlankTypedInFrontLeavesCaretAndUndo) {
+    Type("aa@x.test");
+    AddressBox()->setCursorPosition(0);
+    QTest::keyClick(AddressBox(), Qt::Key_Space);
+    EXPECT_EQ(AddressBox()->cursorPosition(), 0);
+    Type("b ");
+    EXPECT_EQ(Text(), u"b aa@x.test"_s) << "a blank within is an entry's own";
+    EXPECT_EQ(AddressBox()->cursorPosition(), 2);
+    QTest::keySequence(AddressBox(), QKeySequence::Undo);
+    EXPECT_EQ(Text(), u"aa@x.test"_s);
+    QTest::keySequence(AddressBox(), QKeySequence::Undo);
+    EXPECT_EQ(Text(), QString());
+}
+
+TEST_F(PendingListFrameTest, ABlankTypedOverASelectionAtTheEndTakesItsPlace) {
+    Type("aa@x.test");
+    AddressBox()->setSelection(0, 1);
+    QTest::keyClick(AddressBox(), Qt::Key_Space);
+    EXPECT_EQ(Text(), u"a@x.test"_s);
+    AddressBox()->setSelection(6, 2);
+    QTest::keyClick(AddressBox(), Qt::Key_Space);
+    EXPECT_EQ(Text(), u"a@x.te"_s);
+    QTest::keySequence(AddressBox(), QKeySequence::Undo);
+    EXPECT_EQ(Text(), u"a@x.test"_s);
+}
+
+TEST_F(PendingListFrameTest, WhatIsCutOffKeepsTheCaretInItsPlace) {
+    Type("aa@x.test");
+    AddressBox()->setCursorPosition(2);
+    AddressBox()->insert(u" "_s);
+    AddressBox()->setSelection(0, 2);
+    AddressBox()->del();
+    EXPECT_EQ(Text(), u"@x.test"_s);
+    EXPECT_EQ(AddressBox()->cursorPosition(), 0);
+    AddressBox()->insert(u"mailto:ann"_s);
+    EXPECT_EQ(Text(), u"ann@x.test"_s);
+    EXPECT_EQ(AddressBox()->cursorPosition(), 3);
+}
+
+TEST_F(PendingListFrameTest, ThePlaceholderCanBeReadInDarkAndLightColors) {
+    for (const QColor back : {QColor(Qt::white), QColor(30, 30, 30)}) {
+        QPalette colors = host.palette();
+        colors.setColor(QPalette::Base, back);
+        colors.setColor(QPalette::Text, back.lightness() > 128 ? Qt::black : Qt::white);
+        host.setPalette(colors);
+        const QColor hint = AddressBox()->palette().color(QPalette::PlaceholderText);
+        EXPECT_EQ(hint.rgb(), colors.color(QPalette::Text).rgb());
+        EXPECT_GE(hint.alpha(), 150);
+        EXPECT_LT(hint.alpha(), 255) << "it is no entry";
+    }
+}
+
+TEST_F(PendingListFrameTest, TheCaptureButtonLooksPressedWhileCapturing) {
+    auto *capture = Find<QAbstractButton>("cmdCapture");
+    EXPECT_FALSE(capture->isChecked());
+    Click("cmdCapture");
+    EXPECT_TRUE(capture->isChecked());
+    Click("cmdCapture");
+    EXPECT_FALSE(capture->isChecked());
+    Click("cmdCapture");
+    profile.Boxes.Answers = {BoxAnswer::Yes};
+    Click("cmdFileDelete");
+    EXPECT_FALSE(capture->isChecked()) << "the last list has gone, capture has ended";
+}
+
+TEST_F(PendingListFrameTest, TheTimerGoesOnAfterATickThatFailed) {
+    Click("cmdCapture");
+    BlockLog(u"StatusLog.txt"_s);
+    Copy(u"aa@x.test"_s);
+    EXPECT_EQ(Errors(), QStringList(u"70 in Main.tmrCaptureEmail - Permission denied"_s));
+    EXPECT_TRUE(pending.IsCapturing());
+    EXPECT_TRUE(IsEnabled("cmdCapturesAdd")) << "what was taken is there";
+    QGuiApplication::clipboard()->setText(u"bb@x.test"_s);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return Pending() == Words("+aa@x.test +bb@x.test"); }));
+}
+
 } // namespace
 } // namespace varlo

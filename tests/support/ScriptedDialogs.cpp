@@ -43,6 +43,8 @@ BoxAnswer ScriptedDialogs::AskToDestroy(const QString &text, BoxIcon icon, const
 
 QString ScriptedDialogs::InputBox(const QString &prompt, const QString &title, const QString &text) {
     Asked.push_back({prompt, title, text});
+    if (OnInput)
+        OnInput(title);
     if (Inputs.empty()) {
         ADD_FAILURE() << "unexpected input box: " << prompt.toStdString();
         return {};

@@ -57,7 +57,8 @@ public:
     std::vector<Input> FileBoxes; // Prompt holds the filter, Default the folder
     std::vector<QUrl> Opened;
     bool Hourglass = false;
-    std::function<void(const QString &text)> OnBox; // called while a message box is open
+    std::function<void(const QString &text)> OnBox;    // called while a message box is open
+    std::function<void(const QString &title)> OnInput; // called while an input box is open
 
 private:
     QString NextFile(const QString &filter, const QString &folder, const QString &title);
