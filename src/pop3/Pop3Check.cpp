@@ -99,7 +99,8 @@ void Pop3Check::Examine(const QString &text) {
     const QPointer<Pop3Check> alive(this);
     const quint64 check = check_;
     clsMessage message;
-    message.CreateFromText(text, session_.Boxes);
+    if (!message.CreateFromText(text))
+        session_.Boxes.MsgBox(u"There was a problem with decoding the e-mail"_s);
     if (!alive || check != check_)
         return;
     const bool isRequest = Recognise(message, requests_) != Recognised::Unrelated;

@@ -106,10 +106,10 @@ private:
     }
 
     void Examine(const QString &text) {
-        fuzz::CountingDialogs boxes;
         clsMessage message;
         try {
-            message.CreateFromText(text, boxes);
+            const bool hasEmptyLine = message.CreateFromText(text);
+            Require(hasEmptyLine == text.contains(u"\r\n\r\n"_s), "a missing empty line is told");
             const bool isRequest = Recognise(message, requests_) != Recognised::Unrelated;
             const Pop3Effects effects = session_.MessageExamined(isRequest);
             Require(effects.size() == (isRequest || deleteUnrelated_ == 1 ? 2 : 0), "requests are deleted");

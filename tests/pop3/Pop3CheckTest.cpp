@@ -176,7 +176,9 @@ TEST_F(Pop3CheckTest, UnrelatedMessagesAreDeletedWhenTheSettingIsOne) {
     EXPECT_TRUE(UntilComplete());
     EXPECT_EQ(server.Mailbox, QByteArrayList());
     EXPECT_EQ(pending.Entries, Texts({"+e@f.test"}));
-    EXPECT_EQ(profile.Boxes.Texts(), Texts({"There was a problem with decoding the e-mail"}));
+    EXPECT_EQ(profile.Boxes.Shown,
+              (std::vector<ShownBox>{{kApplicationTitle, u"There was a problem with decoding the e-mail"_s,
+                                      BoxButtons::Ok, BoxIcon::None}}));
 }
 
 TEST_F(Pop3CheckTest, RefusedPasswordIsShownAsItCameWithNothingLogged) {

@@ -16,9 +16,8 @@ class RequestCaptureTest : public testing::Test {
 protected:
     void Request(const char *subject, const char *from) {
         clsMessage message;
-        message.CreateFromText(QString::fromUtf8("Subject: %1\r\nFrom: %2\r\n\r\n")
-                                   .arg(QString::fromLatin1(subject), QString::fromUtf8(from)),
-                               profile.Boxes);
+        ASSERT_TRUE(message.CreateFromText(QString::fromUtf8("Subject: %1\r\nFrom: %2\r\n\r\n")
+                                               .arg(QString::fromLatin1(subject), QString::fromUtf8(from))));
         ASSERT_NE(Recognise(message, requests), Recognised::Unrelated);
     }
     void Capture() { CaptureRequests(profile.session, requests, pending.Door()); }
