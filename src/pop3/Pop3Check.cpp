@@ -30,8 +30,25 @@ Pop3Check::Pop3Check(Session &session, PendingDoor pending, std::function<void()
     connect(&WinsockPOP_, &WinsockPOP::Error, this, &Pop3Check::WinsockPOP_Error);
 }
 
+// A session that an error left in the middle would go on from its number and its text, and the next check
+// delete messages that nobody has downloaded.
+template<typename Event> void Pop3Check::Handle(Event &&event) {
+    const QPointer<Pop3Check> alive(this);
+    LastResort(session_, [&] {
+        try {
+            event();
+        } catch (...) {
+            if (alive) {
+                WinsockPOP_.Close();
+                pop3_ = Pop3Session();
+            }
+            throw;
+        }
+    });
+}
+
 void Pop3Check::Start() {
-    LastResort(session_, [this] { Begin(); });
+    Handle([this] { Begin(); });
 }
 
 void Pop3Check::Begin() {
@@ -49,15 +66,15 @@ void Pop3Check::Begin() {
 }
 
 void Pop3Check::WinsockPOP_DataArrival(const QByteArray &chunk) {
-    LastResort(session_, [&] { CarryOut(pop3_.DataArrival(chunk)); });
+    Handle([&] { CarryOut(pop3_.DataArrival(chunk)); });
 }
 
 void Pop3Check::WinsockPOP_Error(int Number, const QString &Description) {
-    LastResort(session_, [&] { CarryOut(pop3_.SocketError(Number, Description)); });
+    Handle([&] { CarryOut(pop3_.SocketError(Number, Description)); });
 }
 
-// Boxes and the sending of notifications run an event loop, in which the operator can click for a new check
-// or close the window. What is left of the old event is void then.
+// A box runs an event loop, in which the operator can click for a new check or close the window. What is left
+// of the old event is void then.
 void Pop3Check::CarryOut(const Pop3Effects &effects) {
     const QPointer<Pop3Check> alive(this);
     const quint64 check = check_;

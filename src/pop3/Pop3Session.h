@@ -42,9 +42,9 @@ struct Pop3Effect {
 
 using Pop3Effects = std::vector<Pop3Effect>;
 
-// Lives as long as the program: what an interrupted check leaves behind (the number of the current message,
-// the text received so far) is there for the next one. Knows no socket, no file and no window, and never
-// throws.
+// What an interrupted check leaves behind (the number of the current message, the text received so far) is
+// there for the next one; after a Raise the owner takes a new session. Knows no socket, no file and no window,
+// and never throws.
 class Pop3Session {
 public:
     enum class State { Greeting, UserSent, PassSent, StatSent, Retrieving, MessageDone, QuitSent };

@@ -74,6 +74,14 @@ protected:
             lines << line.mid(line.indexOf(u'|') + 2);
         return lines;
     }
+    // The folder of the logs goes when the console has the line that ends so.
+    QMetaObject::Connection LoseLogsAt(const QString &ending) {
+        return QObject::connect(&profile.session.Status, &StatusFeed::ConsoleLine,
+                                [this, ending](const QString &line) {
+                                    if (line.endsWith(ending))
+                                        QDir(profile.Path(u"logs"_s)).removeRecursively();
+                                });
+    }
     ShownBox ErrorBox(int number) const {
         ShownBox box = profile.Boxes.Shown.back();
         EXPECT_TRUE(box.Title.endsWith(u" Error %1 in Unknown"_s.arg(number))) << box.Title.toStdString();
@@ -249,6 +257,44 @@ TEST_F(Pop3CheckTest, SenderThatCannotBeCutEndsTheCaptureKeepingWhatWasAdded) {
     EXPECT_EQ(Completed(), 0);
 }
 
+TEST_F(Pop3CheckTest, CheckAfterAnErrorStartsWithTheFirstMessage) {
+    const QByteArray first = Mail("subscribe", "a@b.test", "<1>");
+    const QByteArray tooLong = "X: " + QByteArray(40000, 'x') + "\r\n\r\nbody\r\n";
+    for (const QByteArrayList &spoilt :
+         {QByteArrayList{first, Mail("subscribe", "x@y.test", "<1>")}, QByteArrayList{first, tooLong}}) {
+        pending.Entries.clear();
+        profile.Boxes.Shown.clear();
+        server.Mailbox = spoilt;
+        const qsizetype done = Completed();
+        check->Start();
+        EXPECT_TRUE(UntilBox());
+        EXPECT_TRUE(Until([&] { return server.Open() == 0; }));
+        server.Commands.clear();
+        server.Mailbox = {first, Mail("subscribe", "c@d.test"), Mail("subscribe", "e@f.test")};
+        check->Start();
+        EXPECT_TRUE(UntilComplete(static_cast<int>(done) + 1));
+        EXPECT_EQ(server.Commands.mid(3),
+                  (QByteArrayList{"RETR 1", "DELE 1", "RETR 2", "DELE 2", "RETR 3", "DELE 3", "QUIT"}));
+        EXPECT_EQ(pending.Entries, Texts({"+a@b.test", "+c@d.test", "+e@f.test"}));
+    }
+}
+
+TEST_F(Pop3CheckTest, CheckAfterAnErrorOfALogStartsWithTheFirstMessage) {
+    server.Mailbox = {Mail("subscribe", "a@b.test"), Mail("subscribe", "c@d.test")};
+    const auto loss = LoseLogsAt(u"Downloading message 2/2"_s);
+    check->Start();
+    EXPECT_TRUE(UntilBox());
+    ErrorBox(76);
+    QObject::disconnect(loss);
+    EXPECT_EQ(server.Mailbox.size(), 2);
+    EXPECT_TRUE(Until([&] { return server.Open() == 0; }));
+    server.Commands.clear();
+    check->Start();
+    EXPECT_TRUE(UntilComplete());
+    EXPECT_EQ(server.Commands.mid(3), (QByteArrayList{"RETR 1", "DELE 1", "RETR 2", "DELE 2", "QUIT"}));
+    EXPECT_EQ(pending.Entries, Texts({"+a@b.test", "+c@d.test"}));
+}
+
 TEST_F(Pop3CheckTest, EndMarkSplitAtEveryPositionIsOneMessage) {
     const QByteArray reply = "+OK\r\n" + Mail("subscribe", "a@b.test") + ".\r\n";
     for (qsizetype at = reply.size() - 12; at < reply.size(); ++at) {
@@ -355,8 +401,8 @@ TEST_F(Pop3CheckTest, ThousandMessagesInOneCheck) {
     for (int i = 0; i < 1000; ++i)
         server.Mailbox << Mail("subscribe", QByteArray("a" + QByteArray::number(i) + "@b.test").constData());
     check->Start();
-    EXPECT_TRUE(UntilComplete());
-    EXPECT_EQ(pending.Entries.size(), 1000);
+    ASSERT_TRUE(UntilComplete());
+    ASSERT_EQ(pending.Entries.size(), 1000);
     EXPECT_EQ(pending.Entries.last(), u"+a999@b.test"_s);
 }
 
