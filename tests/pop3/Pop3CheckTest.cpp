@@ -248,13 +248,15 @@ TEST_F(Pop3CheckTest, HeaderBlockThatIsTooLongEndsTheEventInABox) {
     EXPECT_EQ(server.Commands.last(), "RETR 1");
 }
 
-TEST_F(Pop3CheckTest, SenderThatCannotBeCutEndsTheCaptureKeepingWhatWasAdded) {
-    server.Mailbox = {Mail("subscribe", "a@b.test"), Mail("subscribe", ">x<")};
+TEST_F(Pop3CheckTest, SenderThatCannotBeCutCostsTheOthersNothing) {
+    server.Mailbox = {Mail("subscribe", "a@b.test"), Mail("subscribe", ">x<"),
+                      Mail("unsubscribe", "c@d.test")};
     check->Start();
     EXPECT_TRUE(UntilBox());
     ErrorBox(5);
-    EXPECT_EQ(pending.Entries, Texts({"+a@b.test"}));
-    EXPECT_EQ(Completed(), 0);
+    EXPECT_EQ(pending.Entries, Texts({"+a@b.test", "-c@d.test"}));
+    EXPECT_EQ(Console().last(), u"POP3 check complete (+1, -1)"_s);
+    EXPECT_TRUE(Until([&] { return server.Open() == 0; }));
 }
 
 TEST_F(Pop3CheckTest, CheckAfterAnErrorStartsWithTheFirstMessage) {
