@@ -4,6 +4,7 @@
 #include "core/Reporting.h"
 #include "core/Settings.h"
 #include "core/TextFile.h"
+#include "pop3/KeptErrors.h"
 
 #include <QPointer>
 
@@ -74,15 +75,23 @@ void Pop3Check::WinsockPOP_Error(int Number, const QString &Description) {
 }
 
 // A box runs an event loop, in which the operator can click for a new check or close the window. What is left
-// of the old event is void then.
+// of the old event is void then. From QUIT on the server deletes, whatever happens here: a log that cannot be
+// written stops nothing any more, and is told when the rest is done.
 void Pop3Check::CarryOut(const Pop3Effects &effects) {
+    Session &session = session_;
     const QPointer<Pop3Check> alive(this);
     const quint64 check = check_;
+    const bool isEnding = pop3_.CurrentState() == Pop3Session::State::QuitSent;
+    KeptErrors errors;
     for (const Pop3Effect &effect : effects) {
-        CarryOut(effect);
+        if (isEnding)
+            errors([&] { CarryOut(effect); });
+        else
+            CarryOut(effect);
         if (!alive || check != check_)
-            return;
+            break;
     }
+    errors.Tell(session);
 }
 
 void Pop3Check::CarryOut(const Pop3Effect &effect) {

@@ -297,6 +297,28 @@ TEST_F(Pop3CheckTest, CheckAfterAnErrorOfALogStartsWithTheFirstMessage) {
     EXPECT_EQ(pending.Entries, Texts({"+a@b.test", "+c@d.test"}));
 }
 
+// From QUIT on the messages are gone from the server.
+TEST_F(Pop3CheckTest, LogThatCannotBeWrittenFromQuitOnLosesNoRequest) {
+    for (const char *line : {"POP: +OK deleted", "QUIT", "POP: +OK bye"}) {
+        profile.Boxes.Shown.clear();
+        profile.session.LogTrouble.clear();
+        pending.Entries.clear();
+        server.Mailbox = {Mail("subscribe", "a@b.test")};
+        server.Script["DELE 1"] = {{"+OK deleted\r\n"}};
+        ASSERT_TRUE(QDir().mkpath(profile.Path(u"logs"_s)));
+        const auto loss = LoseLogsAt(QString::fromLatin1(line));
+        const qsizetype done = Completed();
+        check->Start();
+        EXPECT_TRUE(UntilComplete(static_cast<int>(done) + 1)) << line;
+        EXPECT_TRUE(UntilBox());
+        ErrorBox(76);
+        EXPECT_EQ(pending.Entries, Texts({"+a@b.test"})) << line;
+        EXPECT_EQ(profile.Boxes.Shown.size(), 1U) << line;
+        EXPECT_TRUE(Until([&] { return server.Open() == 0; })) << line;
+        QObject::disconnect(loss);
+    }
+}
+
 TEST_F(Pop3CheckTest, EndMarkSplitAtEveryPositionIsOneMessage) {
     const QByteArray reply = "+OK\r\n" + Mail("subscribe", "a@b.test") + ".\r\n";
     for (qsizetype at = reply.size() - 12; at < reply.size(); ++at) {
