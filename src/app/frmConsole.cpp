@@ -18,6 +18,9 @@ namespace {
 using namespace std::chrono_literals;
 constexpr auto kFlushInterval = 50ms; // quick enough to look immediate
 
+// The text box forgets its oldest lines by itself, but slowly: more than these are better put in anew.
+constexpr int kFewLines = 1000;
+
 // Below this size, in pixels each way, a window is minimised rather than resized.
 constexpr int kSmallestInnerSize = 10;
 
@@ -36,7 +39,8 @@ void frmConsole::CreateControls() {
     txtConsole->setObjectName(u"txtConsole"_s);
     txtConsole->setAccessibleName(u"Console"_s);
     txtConsole->setReadOnly(true);
-    txtConsole->setUndoRedoEnabled(false); // an undo step for each line would double the memory
+    txtConsole->setUndoRedoEnabled(false);            // an undo step for each line would double the memory
+    txtConsole->setMaximumBlockCount(kMostLines + 1); // the last one is the empty line behind the last end
     flushTimer_.setSingleShot(true);
     flushTimer_.setInterval(kFlushInterval);
 }
@@ -66,15 +70,34 @@ void frmConsole::ShowAtEnd() {
 void frmConsole::Collect(const QString &line) {
     collected_ += line;
     collected_ += u'\n';
+    collectedLines_ += line.count(u'\n') + 1; // a chunk of a message is many lines
+    if (collectedLines_ >= 2 * kMostLines)
+        ForgetOldest();
     if (isVisible() && !flushTimer_.isActive())
         flushTimer_.start();
+}
+
+// Once for every kMostLines lines, so that a line costs the same however many there are.
+void frmConsole::ForgetOldest() {
+    qsizetype end = 0;
+    for (; collectedLines_ > kMostLines; --collectedLines_)
+        end = collected_.indexOf(u'\n', end) + 1;
+    collected_ = collected_.sliced(end);
 }
 
 void frmConsole::Flush() {
     if (collected_.isEmpty() || !isVisible())
         return;
+    const qsizetype shown = txtConsole->blockCount() - 1;
+    if (collectedLines_ > kFewLines && shown + collectedLines_ > kMostLines) {
+        collected_.prepend(txtConsole->toPlainText());
+        collectedLines_ += shown;
+        txtConsole->clear();
+        ForgetOldest();
+    }
     QTextCursor end(txtConsole->document());
     end.movePosition(QTextCursor::End);
+    collectedLines_ = 0;
     end.insertText(std::exchange(collected_, QString()));
 }
 
