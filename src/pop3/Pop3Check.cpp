@@ -14,6 +14,8 @@ namespace {
 
 using Kind = Pop3Effect::Kind;
 
+static_assert(WinsockPOP::kLongestLine >= Pop3Session::kTooLongReply); // a line that was cut is told
+
 // Read from the file for each check.
 Pop3Account ReadAccount(Settings &settings) {
     return {settings.Read(&Preferences::POPServer), settings.Read(&Preferences::POPUsername),
