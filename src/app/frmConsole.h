@@ -20,6 +20,8 @@ class frmConsole : public QWidget {
 public:
     // What is older is in the status log, if anywhere.
     static constexpr int kMostLines = 100'000;
+    // In characters: several times what that many lines usually are, but a server can make them long.
+    static constexpr qsizetype kMostText = qsizetype(32) * 1024 * 1024;
 
     explicit frmConsole(Session &session, QWidget *parent = nullptr);
 

@@ -179,6 +179,26 @@ TEST_F(frmConsoleTest, HoldsTheLastHundredThousandLinesWhileItIsVisible) {
     EXPECT_EQ(text_->document()->blockCount(), frmConsole::kMostLines + 1);
 }
 
+TEST_F(frmConsoleTest, LongLinesAreForgottenBeforeTheyAreTooMany) {
+    const QString chunk(64 * 1024 - 1, u'+');
+    const auto say = [&](qsizetype chunks) {
+        for (; chunks > 0; --chunks)
+            Q_EMIT profile_.session.Status.ConsoleLine(chunk);
+    };
+    const qsizetype most = frmConsole::kMostText / (chunk.size() + 1);
+    say(most);
+    console_.ShowAtEnd();
+    EXPECT_EQ(text_->document()->blockCount(), most + 1);
+    say(1);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return text_->document()->blockCount() == most / 2 + 1; }, 20000));
+    console_.hide();
+    say(3 * most);
+    Q_EMIT profile_.session.Status.ConsoleLine(u"last"_s);
+    console_.ShowAtEnd();
+    EXPECT_EQ(text_->document()->lastBlock().previous().text(), u"last"_s);
+    EXPECT_LE(text_->document()->characterCount(), frmConsole::kMostText + 1);
+}
+
 // Chunks of a message are long and are many lines each; what is kept while nobody looks is bounded, too.
 TEST_F(frmConsoleTest, LinesWithinAMessageCount) {
     const QString chunk = u"+\n"_s.repeated(frmConsole::kMostLines);
