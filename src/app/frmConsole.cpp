@@ -18,6 +18,9 @@ namespace {
 using namespace std::chrono_literals;
 constexpr auto kFlushInterval = 50ms; // quick enough to look immediate
 
+// The text box forgets its oldest lines by itself, but slowly: more than these are better put in anew.
+constexpr int kFewLines = 5000;
+
 // Below this size, in pixels each way, a window is minimised rather than resized.
 constexpr int kSmallestInnerSize = 10;
 
@@ -36,7 +39,8 @@ void frmConsole::CreateControls() {
     txtConsole->setObjectName(u"txtConsole"_s);
     txtConsole->setAccessibleName(u"Console"_s);
     txtConsole->setReadOnly(true);
-    txtConsole->setUndoRedoEnabled(false); // an undo step for each line would double the memory
+    txtConsole->setUndoRedoEnabled(false);            // an undo step for each line would double the memory
+    txtConsole->setMaximumBlockCount(kMostLines + 1); // the last one is the empty line behind the last end
     flushTimer_.setSingleShot(true);
     flushTimer_.setInterval(kFlushInterval);
 }
@@ -66,15 +70,37 @@ void frmConsole::ShowAtEnd() {
 void frmConsole::Collect(const QString &line) {
     collected_ += line;
     collected_ += u'\n';
+    collectedLines_ += line.count(u'\n') + 1; // a chunk of a message is many lines
+    if (collectedLines_ >= 2 * kMostLines || collected_.size() > kMostText)
+        ForgetOldest();
     if (isVisible() && !flushTimer_.isActive())
         flushTimer_.start();
+}
+
+// Once for every kMostLines lines, and of long ones half at a time, so that a line costs the same however much
+// there is.
+void frmConsole::ForgetOldest() {
+    const qsizetype text = collected_.size() > kMostText ? kMostText / 2 : kMostText;
+    qsizetype end = 0;
+    for (; collectedLines_ > kMostLines || collected_.size() - end > text; --collectedLines_)
+        end = collected_.indexOf(u'\n', end) + 1;
+    collected_ = collected_.sliced(end);
 }
 
 void frmConsole::Flush() {
     if (collected_.isEmpty() || !isVisible())
         return;
+    const qsizetype shown = txtConsole->blockCount() - 1;
+    const bool isTooLong = txtConsole->document()->characterCount() + collected_.size() > kMostText;
+    if (isTooLong || (collectedLines_ > kFewLines && shown + collectedLines_ > kMostLines)) {
+        collected_.prepend(txtConsole->toPlainText());
+        collectedLines_ += shown;
+        txtConsole->clear();
+        ForgetOldest();
+    }
     QTextCursor end(txtConsole->document());
     end.movePosition(QTextCursor::End);
+    collectedLines_ = 0;
     end.insertText(std::exchange(collected_, QString()));
 }
 

@@ -8,8 +8,10 @@
 #include "core/modPublic.h"
 
 #include <QDir>
+#include <QFileInfo>
 #include <QLocale>
 
+#include <filesystem>
 #include <utility>
 
 namespace varlo {
@@ -46,10 +48,25 @@ QString DateTimeText(const Session &session) {
 
 namespace {
 
+const QString kStatusLog = u"StatusLog.txt"_s;
+
+// A log that a server fills is no reason for a full disk. Where the file cannot be renamed, it grows on: a
+// line is worth more than the limit.
+void StartAnew(const QString &log) {
+    if (QFileInfo(log).size() < kLongestStatusLog)
+        return;
+    const QString older = QFileInfo(log).dir().filePath(u"StatusLog.1.txt"_s);
+    std::error_code ignored; // see above
+    std::filesystem::rename(log.toStdU16String(), older.toStdU16String(), ignored);
+}
+
 void Append(const Session &session, const QString &file, const QString &line) {
     if (!session.ProfilePath.isEmpty()) {
+        const QString path = ProfileLayout::Log(session, file);
+        if (file == kStatusLog)
+            StartAnew(path);
         try {
-            return AppendLine(ProfileLayout::Log(session, file), line);
+            return AppendLine(path, line);
         } catch (const RuntimeError &) {
             if (PathExists(session.ProfilePath))
                 throw;
@@ -112,7 +129,7 @@ void StatusMessage(Session &session, const QString &message, bool NoLog, bool No
     if (!NoStatusBar)
         Q_EMIT session.Status.StatusText(message);
     if (!NoLog && session.Prefs.LogStatus == 1)
-        WriteLog(session, u"StatusLog.txt"_s, line);
+        WriteLog(session, kStatusLog, line);
 }
 
 void WriteSessionMarker(const Session &session, const QString &file, const QString &words) {

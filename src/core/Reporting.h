@@ -6,6 +6,10 @@
 
 namespace varlo {
 
+// From this size on, in bytes, "StatusLog.txt" is continued in a new file; the one before is kept as
+// "StatusLog.1.txt".
+constexpr qint64 kLongestStatusLog = qint64(64) * 1024 * 1024;
+
 // Appends `line` to the log `file` of the open profile; before a profile is open (or after its folder
 // vanished), to a file of that name in the profiles folder itself, so that early errors are kept. Throws
 // RuntimeError, the same one once for each action of the operator: while the logs folder is gone, a run of a

@@ -18,10 +18,6 @@ bool MessageBuffer::Append(const QByteArray &chunk) {
     searched_ += bytes_.size() - from;
     if (bytes_.indexOf(kEndMark, from) >= 0)
         return true;
-    if (bytes_.size() > kLongestKept) {
-        const qsizetype tail = kEndMark.size() - 1; // may be the beginning of a mark
-        bytes_.remove(kLongestKept - tail, bytes_.size() - kLongestKept);
-    }
     clean_ = bytes_.size();
     return false;
 }

@@ -7,12 +7,11 @@
 namespace varlo {
 
 // Bytes go in as they come, in chunks of any size; each is looked at once for the end mark, so that a message
-// of 50 MB costs 50 times one of 1 MB. A server that never ends its message makes the buffer no larger than
-// kLongestKept: what lies beyond is body, which nobody reads.
+// of 50 MB costs 50 times one of 1 MB.
 class MessageBuffer {
 public:
-    // Above the largest message that the program is built for.
-    static constexpr qsizetype kLongestKept = qsizetype(64) * 1024 * 1024;
+    // Above the largest message that the program is built for, in bytes.
+    static constexpr qsizetype kLongest = qsizetype(64) * 1024 * 1024;
 
     // Appends the chunk. True when the text now holds the end mark: LF, a point, CR LF.
     bool Append(const QByteArray &chunk);
@@ -28,6 +27,9 @@ public:
 
     // Forgets the text and gives its memory back.
     void Clear();
+
+    // More than kLongest without an end mark: the server may never end it.
+    bool IsTooLong() const { return bytes_.size() > kLongest; }
 
     // Size of the text and the number of bytes that were looked at for the end mark since the last Clear, in
     // bytes.

@@ -4,6 +4,7 @@
 #include "core/Reporting.h"
 #include "core/Settings.h"
 #include "core/TextFile.h"
+#include "pop3/KeptErrors.h"
 
 #include <QPointer>
 
@@ -12,6 +13,8 @@ namespace varlo {
 namespace {
 
 using Kind = Pop3Effect::Kind;
+
+static_assert(WinsockPOP::kLongestLine >= Pop3Session::kTooLongReply); // a line that was cut is told
 
 // Read from the file for each check.
 Pop3Account ReadAccount(Settings &settings) {
@@ -30,8 +33,25 @@ Pop3Check::Pop3Check(Session &session, PendingDoor pending, std::function<void()
     connect(&WinsockPOP_, &WinsockPOP::Error, this, &Pop3Check::WinsockPOP_Error);
 }
 
+// A session that an error left in the middle would go on from its number and its text, and the next check
+// delete messages that nobody has downloaded.
+template<typename Event> void Pop3Check::Handle(Event &&event) {
+    const QPointer<Pop3Check> alive(this);
+    LastResort(session_, [&] {
+        try {
+            event();
+        } catch (...) {
+            if (alive) {
+                WinsockPOP_.Close();
+                pop3_ = Pop3Session();
+            }
+            throw;
+        }
+    });
+}
+
 void Pop3Check::Start() {
-    LastResort(session_, [this] { Begin(); });
+    Handle([this] { Begin(); });
 }
 
 void Pop3Check::Begin() {
@@ -49,23 +69,31 @@ void Pop3Check::Begin() {
 }
 
 void Pop3Check::WinsockPOP_DataArrival(const QByteArray &chunk) {
-    LastResort(session_, [&] { CarryOut(pop3_.DataArrival(chunk)); });
+    Handle([&] { CarryOut(pop3_.DataArrival(chunk)); });
 }
 
 void Pop3Check::WinsockPOP_Error(int Number, const QString &Description) {
-    LastResort(session_, [&] { CarryOut(pop3_.SocketError(Number, Description)); });
+    Handle([&] { CarryOut(pop3_.SocketError(Number, Description)); });
 }
 
-// Boxes and the sending of notifications run an event loop, in which the operator can click for a new check
-// or close the window. What is left of the old event is void then.
+// A box runs an event loop, in which the operator can click for a new check or close the window. What is left
+// of the old event is void then. From QUIT on the server deletes, whatever happens here: a log that cannot be
+// written stops nothing any more, and is told when the rest is done.
 void Pop3Check::CarryOut(const Pop3Effects &effects) {
+    Session &session = session_;
     const QPointer<Pop3Check> alive(this);
     const quint64 check = check_;
+    const bool isEnding = pop3_.CurrentState() == Pop3Session::State::QuitSent;
+    KeptErrors errors;
     for (const Pop3Effect &effect : effects) {
-        CarryOut(effect);
+        if (isEnding)
+            errors([&] { CarryOut(effect); });
+        else
+            CarryOut(effect);
         if (!alive || check != check_)
-            return;
+            break;
     }
+    errors.Tell(session);
 }
 
 void Pop3Check::CarryOut(const Pop3Effect &effect) {
@@ -99,7 +127,8 @@ void Pop3Check::Examine(const QString &text) {
     const QPointer<Pop3Check> alive(this);
     const quint64 check = check_;
     clsMessage message;
-    message.CreateFromText(text, session_.Boxes);
+    if (!message.CreateFromText(text))
+        session_.Boxes.MsgBox(u"There was a problem with decoding the e-mail"_s);
     if (!alive || check != check_)
         return;
     const bool isRequest = Recognise(message, requests_) != Recognised::Unrelated;

@@ -13,7 +13,7 @@
 namespace varlo {
 
 // Lives as long as the main window. Nothing here traps an error: one that a server or a full disk causes is
-// reported and ends its event, the check then rests until the next click.
+// reported and ends the check, and the next click finds everything as after the program's start.
 class Pop3Check : public QObject {
     Q_OBJECT
 
@@ -30,6 +30,7 @@ public:
     void Start();
 
 private:
+    template<typename Event> void Handle(Event &&event);
     void Begin();
     void WinsockPOP_DataArrival(const QByteArray &chunk);
     void WinsockPOP_Error(int Number, const QString &Description);

@@ -26,6 +26,8 @@
 //   "RETR 1"
 //     first, but goes on from the old number.
 //   - Text left over from an interrupted message stands before the next one.
+//   - Only what never ends is cut off: a reply or a message past its limit ends the check in Greeting. The reply to QUIT
+//     may be as long as it likes, since it is the last.
 //   - Lines that begin with a point keep the point that the server put before them.
 
 namespace varlo {
@@ -67,6 +69,10 @@ Pop3Effects Pop3Session::DataArrival(const QByteArray &chunk) {
         effects.push_back({Kind::Log, u"POP: "_s + WithoutLineEnd(chunk)});
     else if (state_ != State::Retrieving)
         return {{Kind::Close, {}}, {Kind::ReplyBox, u"POP3 Error ["_s + DecodeText(chunk) + u']'}};
+    if (chunk.size() >= kTooLongReply && AwaitsLine() && state_ != State::QuitSent) {
+        GiveUp(u"The reply is too long"_s, effects);
+        return effects;
+    }
     try {
         Act(chunk, effects);
     } catch (const RuntimeError &error) {
@@ -128,8 +134,11 @@ void Pop3Session::StatAnswered(const QByteArray &chunk, Pop3Effects &effects) {
 }
 
 void Pop3Session::TextArrived(const QByteArray &chunk, Pop3Effects &effects) {
-    if (!buffer_.Append(chunk))
+    if (!buffer_.Append(chunk)) {
+        if (buffer_.IsTooLong())
+            GiveUp(u"Message %1 is longer than 64 MB"_s.arg(current_), effects);
         return;
+    }
     buffer_.Strip();
     effects.push_back({Kind::Examine, buffer_.Head()});
 }
@@ -168,6 +177,13 @@ void Pop3Session::Quit(Pop3Effects &effects) {
     effects.push_back({Kind::Send, u"QUIT"_s});
     effects.push_back({Kind::Log, u"QUIT"_s});
     state_ = State::QuitSent;
+}
+
+// A number or a text that stayed would spoil the next check, as after an error.
+void Pop3Session::GiveUp(const QString &why, Pop3Effects &effects) {
+    *this = Pop3Session();
+    effects.push_back({Kind::Close, {}});
+    effects.push_back({Kind::ReplyBox, u"POP3 Error ["_s + why + u']'});
 }
 
 QString Pop3Session::Progress() const {

@@ -42,17 +42,21 @@ struct Pop3Effect {
 
 using Pop3Effects = std::vector<Pop3Effect>;
 
-// Lives as long as the program: what an interrupted check leaves behind (the number of the current message,
-// the text received so far) is there for the next one. Knows no socket, no file and no window, and never
-// throws.
+// What an interrupted check leaves behind (the number of the current message, the text received so far) is
+// there for the next one; after a Raise the owner takes a new session. Knows no socket, no file and no window,
+// and never throws.
 class Pop3Session {
 public:
+    // A reply of one line is shorter than this, in bytes; a server that never ends one would go on for ever.
+    static constexpr qsizetype kTooLongReply = 4096;
+
     enum class State { Greeting, UserSent, PassSent, StatSent, Retrieving, MessageDone, QuitSent };
 
     // Begins a check. The message count, the current message and the text received so far are not reset.
     Pop3Effects Start(const Pop3Account &account);
 
-    // One chunk of what the server sent; outside a message, one whole reply.
+    // One chunk of what the server sent; outside a message, one whole reply. One that is too long, and a
+    // message past MessageBuffer::kLongest, end the check with a box and leave nothing to the next one.
     Pop3Effects DataArrival(const QByteArray &chunk);
 
     // The message of the last Examine was read: a request, or something else.
@@ -77,6 +81,7 @@ private:
     void Deleted(Pop3Effects &effects);
     void QuitAccepted(Pop3Effects &effects);
     void Quit(Pop3Effects &effects);
+    void GiveUp(const QString &why, Pop3Effects &effects);
     QString Progress() const;
 
     State state_ = State::Greeting;

@@ -19,8 +19,8 @@ struct PendingDoor {
 };
 
 // Puts the sender of each request on the Pending list, subscribers first, reports "POP3 check complete (+3,
-// -1)" and processes the list when it is bypassed. Throws RuntimeError: 5 or 6 for a sender that cannot be
-// cut. What was added before stays added, the rest of the capture is skipped.
+// -1)" and processes the list when it is bypassed. Never throws: a sender that cannot be cut or finds no room
+// is told by name, with an error box, when all else is done.
 void CaptureRequests(Session &session, const Requests &requests, const PendingDoor &pending);
 
 } // namespace varlo

@@ -1,6 +1,5 @@
 #include "pop3/clsMessage.h"
 
-#include "core/Dialogs.h"
 #include "core/Literals.h"
 #include "core/RuntimeError.h"
 #include "pop3/TrimBlanks.h"
@@ -9,16 +8,15 @@
 
 namespace varlo {
 
-void clsMessage::CreateFromText(const QString &strMessage, Dialogs &boxes) {
+bool clsMessage::CreateFromText(const QString &strMessage) {
     const qsizetype emptyLine = strMessage.indexOf(u"\r\n\r\n"_s);
-    if (emptyLine < 0) {
-        boxes.MsgBox(u"There was a problem with decoding the e-mail"_s);
-        return;
-    }
+    if (emptyLine < 0)
+        return false;
     To16Bit(emptyLine + 1); // positions count from 1; a colon further on in a line cannot lie beyond this one
     headers_ = strMessage.left(emptyLine);
     for (const QStringView line : QStringTokenizer(headers_, u"\r\n"))
         TakeLine(line);
+    return true;
 }
 
 // A folded line begins with white space, so its "name" is none of the three and the value it continues stays

@@ -5,16 +5,14 @@
 
 namespace varlo {
 
-class Dialogs;
-
 // A minimal reader on purpose: three header names, no decoding of encoded words, no joining of folded lines.
 // The body is neither read nor kept.
 class clsMessage {
 public:
-    // Fills the object, once, from a whole message with CR LF line ends. A message without an empty line
-    // shows a box through `boxes` and leaves every field empty. Throws RuntimeError 6 for a header block
-    // longer than 32,766 characters; the fields are empty then, too.
-    void CreateFromText(const QString &strMessage, Dialogs &boxes);
+    // Fills the object, once, from a whole message with CR LF line ends. False for a message without an empty
+    // line: every field is empty then. Throws RuntimeError 6 for a header block longer than 32,766
+    // characters; the fields are empty then, too.
+    [[nodiscard]] bool CreateFromText(const QString &strMessage);
 
     // Everything before the first empty line.
     const QString &Headers() const { return headers_; }

@@ -10,6 +10,7 @@
 #include "support/TestProfile.h"
 #include "support/WaitUntil.h"
 
+#include <QSignalSpy>
 #include <gtest/gtest.h>
 
 namespace varlo::test {
@@ -34,7 +35,7 @@ protected:
                         return lists.Pending.Offer(request) == PendingList::Answer::Added;
                     },
                 .SelectLast = [] {},
-                .Bypass = [] { return true; },
+                .Bypass = [this] { return bypass; },
                 .ProcessPending = [this] { processing.Run(); }};
     }
     static QByteArray Request(const char *address) {
@@ -48,6 +49,7 @@ protected:
     }
     qsizetype Completed() const { return profile.StatusTexts.filter(u"POP3 check complete"_s).size(); }
 
+    bool bypass = true;
     TestProfile profile;
     Session &session = profile.session;
     FakeMailers mailers;
@@ -68,6 +70,26 @@ TEST_F(CheckBesideOthersTest, ANotificationThatWaitsHoldsNoCheckUp) {
     mailers.Finish();
     EXPECT_TRUE(WaitUntil([this] { return !processing.IsRunning(); }));
     EXPECT_EQ(lists.lstEmailList(kChronological).Entries(), (QStringList{u"b@x.test"_s, u"a@x.test"_s}));
+}
+
+TEST_F(CheckBesideOthersTest, RequestsThatFindNoRoomAreToldAndTheOthersCaptured) {
+    bypass = false;
+    QStringList addresses;
+    for (int i = 0; i < EntryListModel::kMostEntries - 1; ++i)
+        addresses << u"%1@y.test"_s.arg(i);
+    lists.Pending.AddAll(RequestKind::Subscribe, addresses);
+    QSignalSpy changes(&lists.Pending, &PendingList::Changed);
+    EXPECT_TRUE(changes.wait());
+    changes.clear();
+    server.Mailbox = {Request("a@x.test"), Request("c@x.test"), Request("d@x.test")};
+    EXPECT_TRUE(Check());
+    EXPECT_EQ(profile.StatusTexts.last(), u"POP3 check complete (+1)"_s);
+    EXPECT_EQ(lists.lstEmailList(kPending).Entries().last(), u"+a@x.test"_s);
+    EXPECT_TRUE(WaitUntil([&] { return !changes.isEmpty(); }));
+    ASSERT_EQ(profile.Boxes.Shown.size(), 1U);
+    EXPECT_TRUE(profile.Boxes.Shown[0].Title.endsWith(u" Error 6 in Unknown"_s));
+    EXPECT_TRUE(profile.Boxes.Shown[0].Text.contains(u"c@x.test"_s));
+    EXPECT_EQ(profile.Log(u"ErrorLog.txt"_s).size(), 2);
 }
 
 } // namespace

@@ -155,15 +155,59 @@ TEST_F(frmConsoleTest, MessageKeptFromTheLogDoesNotReachTheConsole) {
     EXPECT_EQ(text_->toPlainText(), QString());
 }
 
-TEST_F(frmConsoleTest, HoldsHundredsOfThousandsOfLines) {
-    constexpr int kLines = 300'000;
-    const QString line = u"05:06:07 | Sent message to [somebody@list.example]"_s;
-    for (int i = 0; i < kLines; ++i)
-        Q_EMIT profile_.session.Status.ConsoleLine(line);
+TEST_F(frmConsoleTest, HoldsTheLastHundredThousandLines) {
+    constexpr int kLines = 3 * frmConsole::kMostLines - 1;
+    for (int i = 1; i <= kLines; ++i)
+        Q_EMIT profile_.session.Status.ConsoleLine(u"05:06:07 | Sent message to [%1]"_s.arg(i));
     console_.ShowAtEnd();
-    EXPECT_EQ(text_->document()->blockCount(), kLines + 1);
-    EXPECT_EQ(text_->document()->lastBlock().previous().text(), line);
+    EXPECT_EQ(text_->document()->blockCount(), frmConsole::kMostLines + 1);
+    EXPECT_EQ(text_->document()->firstBlock().text(),
+              u"05:06:07 | Sent message to [%1]"_s.arg(kLines - frmConsole::kMostLines + 1));
+    EXPECT_EQ(text_->document()->lastBlock().previous().text(),
+              u"05:06:07 | Sent message to [%1]"_s.arg(kLines));
     EXPECT_TRUE(CaretAtEnd());
+}
+
+TEST_F(frmConsoleTest, HoldsTheLastHundredThousandLinesWhileItIsVisible) {
+    console_.ShowAtEnd();
+    for (int i = 1; i <= frmConsole::kMostLines; ++i)
+        Q_EMIT profile_.session.Status.ConsoleLine(QString::number(i));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return text_->document()->blockCount() > 1; }, 5000));
+    Q_EMIT profile_.session.Status.ConsoleLine(u"last"_s);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return text_->document()->firstBlock().text() == u"2"_s; }, 5000));
+    EXPECT_EQ(text_->document()->lastBlock().previous().text(), u"last"_s);
+    EXPECT_EQ(text_->document()->blockCount(), frmConsole::kMostLines + 1);
+}
+
+TEST_F(frmConsoleTest, LongLinesAreForgottenBeforeTheyAreTooMany) {
+    const QString chunk(64 * 1024 - 1, u'+');
+    const auto say = [&](qsizetype chunks) {
+        for (; chunks > 0; --chunks)
+            Q_EMIT profile_.session.Status.ConsoleLine(chunk);
+    };
+    const qsizetype most = frmConsole::kMostText / (chunk.size() + 1);
+    say(most);
+    console_.ShowAtEnd();
+    EXPECT_EQ(text_->document()->blockCount(), most + 1);
+    say(1);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return text_->document()->blockCount() == most / 2 + 1; }, 20000));
+    console_.hide();
+    say(3 * most);
+    Q_EMIT profile_.session.Status.ConsoleLine(u"last"_s);
+    console_.ShowAtEnd();
+    EXPECT_EQ(text_->document()->lastBlock().previous().text(), u"last"_s);
+    EXPECT_LE(text_->document()->characterCount(), frmConsole::kMostText + 1);
+}
+
+// Chunks of a message are long and are many lines each; what is kept while nobody looks is bounded, too.
+TEST_F(frmConsoleTest, LinesWithinAMessageCount) {
+    const QString chunk = u"+\n"_s.repeated(frmConsole::kMostLines);
+    for (int i = 0; i < 5; ++i)
+        Q_EMIT profile_.session.Status.ConsoleLine(chunk);
+    Q_EMIT profile_.session.Status.ConsoleLine(u"last"_s);
+    console_.ShowAtEnd();
+    EXPECT_EQ(text_->document()->blockCount(), frmConsole::kMostLines + 1);
+    EXPECT_EQ(text_->document()->lastBlock().previous().text(), u"last"_s);
 }
 
 } // namespace

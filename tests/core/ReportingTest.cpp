@@ -201,6 +201,35 @@ TEST_F(ReportingTest, StatusThatCannotBeLoggedIsShownBeforeTheErrorIsReported) {
     EXPECT_EQ(profile_.StatusTexts, QStringList{u"x"_s});
 }
 
+TEST_F(ReportingTest, StatusLogThatIsFullIsContinuedInANewFile) {
+    const QString older = u"logs/StatusLog.1.txt"_s;
+    profile_.Write(older, "an older one");
+    profile_.Write(u"logs/StatusLog.txt"_s, "first\r\n");
+    ASSERT_TRUE(QFile::resize(profile_.Path(u"logs/StatusLog.txt"_s), kLongestStatusLog - 1));
+    StatusMessage(session_, u"x"_s);
+    EXPECT_EQ(profile_.Read(older), "an older one");
+    StatusMessage(session_, u"y"_s);
+    EXPECT_EQ(profile_.Log(statusLog_), QStringList{time_ + u" | y"_s});
+    EXPECT_TRUE(profile_.Read(older).startsWith("first\r\n"));
+    EXPECT_TRUE(profile_.Read(older).endsWith(" | x\r\n"));
+}
+
+TEST_F(ReportingTest, FullStatusLogThatCannotBeKeptGrowsOn) {
+    ASSERT_TRUE(QDir().mkpath(profile_.Path(u"logs/StatusLog.1.txt/x"_s)));
+    profile_.Write(u"logs/StatusLog.txt"_s, "");
+    ASSERT_TRUE(QFile::resize(profile_.Path(u"logs/StatusLog.txt"_s), kLongestStatusLog));
+    StatusMessage(session_, u"x"_s);
+    EXPECT_TRUE(profile_.Read(u"logs/StatusLog.txt"_s).endsWith(" | x\r\n"));
+}
+
+TEST_F(ReportingTest, OtherLogsAreNeverCut) {
+    profile_.Write(u"logs/PendingLog.txt"_s, "");
+    ASSERT_TRUE(QFile::resize(profile_.Path(u"logs/PendingLog.txt"_s), kLongestStatusLog));
+    WriteLog(session_, u"PendingLog.txt"_s, u"x"_s);
+    EXPECT_TRUE(profile_.Read(u"logs/PendingLog.txt"_s).endsWith("x\r\n"));
+    EXPECT_EQ(profile_.Read(u"logs/PendingLog.txt"_s).size(), kLongestStatusLog + 3);
+}
+
 TEST_F(ReportingTest, SessionMarkersAreTwoLines) {
     WriteSessionMarker(session_, errorLog_, u" SESSION STARTED"_s);
     EXPECT_EQ(profile_.Log(errorLog_),

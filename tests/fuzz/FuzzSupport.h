@@ -1,7 +1,5 @@
-// What the fuzz targets share: a promise that aborts, input that is cut into parts, boxes that nobody sees.
+// What the fuzz targets share: a promise that aborts, and input that is cut into parts.
 #pragma once
-
-#include "support/MuteDialogs.h"
 
 #include <QByteArray>
 
@@ -43,16 +41,6 @@ public:
 private:
     QByteArray bytes_;
     qsizetype at_ = 0;
-};
-
-class CountingDialogs : public test::MuteDialogs {
-public:
-    BoxAnswer MsgBox(const QString &, BoxButtons, BoxIcon, const QString &) override {
-        ++Boxes;
-        return BoxAnswer::Ok;
-    }
-
-    int Boxes = 0;
 };
 
 } // namespace varlo::fuzz

@@ -36,12 +36,16 @@ public:
         CheckEffects(effects);
         if (!chunk.startsWith('+') && before != State::Retrieving)
             CheckRefusal(effects, before);
+        else if (IsTooLong(chunk, before))
+            CheckGivenUp(effects);
         else
             CheckStep(before, effects);
         CheckText(chunk, before, effects);
         if (!effects.empty() && effects.back().What == Kind::Examine)
             Examine(effects.back().Text);
-        if (!effects.empty() && (effects.front().What == Kind::Close || effects.back().What == Kind::Capture))
+        if (!effects.empty() &&
+            (effects.front().What == Kind::Close || effects.back().What == Kind::ReplyBox ||
+             effects.back().What == Kind::Capture))
             Click(); // nothing more comes from a connection that was closed
     }
 
@@ -65,6 +69,19 @@ private:
         Require(effects.size() == 2 && effects[0].What == Kind::Close && effects[1].What == Kind::ReplyBox,
                 "a refusal closes with a box");
         Require(session_.CurrentState() == before, "a refusal keeps the state");
+    }
+
+    static bool IsTooLong(const QByteArray &reply, State before) {
+        return before != State::Retrieving && before != State::QuitSent &&
+               reply.size() >= Pop3Session::kTooLongReply;
+    }
+
+    void CheckGivenUp(const Pop3Effects &effects) {
+        Require(effects.size() == 3 && effects[1].What == Kind::Close && effects[2].What == Kind::ReplyBox,
+                "a reply that is too long closes with a box");
+        Require(session_.CurrentState() == State::Greeting && session_.Buffer().Size() == 0,
+                "it leaves nothing");
+        text_.clear();
     }
 
     void CheckStep(State before, const Pop3Effects &effects) const {
@@ -106,10 +123,10 @@ private:
     }
 
     void Examine(const QString &text) {
-        fuzz::CountingDialogs boxes;
         clsMessage message;
         try {
-            message.CreateFromText(text, boxes);
+            const bool hasEmptyLine = message.CreateFromText(text);
+            Require(hasEmptyLine == text.contains(u"\r\n\r\n"_s), "a missing empty line is told");
             const bool isRequest = Recognise(message, requests_) != Recognised::Unrelated;
             const Pop3Effects effects = session_.MessageExamined(isRequest);
             Require(effects.size() == (isRequest || deleteUnrelated_ == 1 ? 2 : 0), "requests are deleted");

@@ -16,6 +16,7 @@ struct FakePending {
 
     QStringList Entries;
     QStringList Calls;
+    int MostEntries = 32767;
     bool BypassTicked = false;
     std::function<void()> OnProcess;
 
@@ -38,6 +39,8 @@ private:
         if (!isNew)
             StatusMessage(session_, u"Duplicate address ["_s + entry + u"] ignored"_s);
         const bool isTaken = isNew && request.Address.contains(u'@') && !request.Address.contains(u' ');
+        if (isTaken && Entries.size() >= MostEntries)
+            throw RuntimeError(Overflow);
         if (isTaken)
             Entries << entry;
         return isTaken;

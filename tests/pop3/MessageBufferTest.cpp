@@ -125,24 +125,14 @@ TEST(MessageBufferTest, FiftyMegabytesInSmallChunksAreSearchedOnce) {
     EXPECT_TRUE(buffer.Append("\r\n.\r\n"));
 }
 
-TEST(MessageBufferTest, EndlessMessageStopsGrowingWhileItsEndIsStillFound) {
-    const QByteArray chunk(1024 * 1024, 'x');
+TEST(MessageBufferTest, MessagePastTheLimitIsToldAndItsMemoryGivenBack) {
     MessageBuffer buffer;
-    buffer.Append("+OK\r\nSubject: x\r\n\r\n");
-    for (int i = 0; i < 80; ++i)
-        ASSERT_FALSE(buffer.Append(chunk));
-    EXPECT_EQ(buffer.Size(), MessageBuffer::kLongestKept);
-    EXPECT_FALSE(buffer.Append("\r\n."));
-    EXPECT_TRUE(buffer.Append("\r\n"));
-    EXPECT_EQ(HeadOf(buffer), u"Subject: x\r\n\r\n"_s);
-}
-
-TEST(MessageBufferTest, SeamOfAForgottenMiddleMakesNoEndMark) {
-    MessageBuffer buffer;
-    // Its line feed is the last byte that stays for good.
-    buffer.Append(QByteArray(MessageBuffer::kLongestKept - 4, 'x') + '\n');
-    EXPECT_FALSE(buffer.Append(QByteArray(100, 'y') + ".\r\n"));
-    EXPECT_FALSE(buffer.Append("z"));
+    EXPECT_FALSE(buffer.Append(QByteArray(MessageBuffer::kLongest, 'x')));
+    EXPECT_FALSE(buffer.IsTooLong());
+    EXPECT_FALSE(buffer.Append("x"));
+    EXPECT_TRUE(buffer.IsTooLong());
+    buffer.Clear();
+    EXPECT_FALSE(buffer.IsTooLong());
 }
 
 } // namespace varlo

@@ -1,22 +1,7 @@
 // Whole mailbox checks: preferences, server, boxes, logs and the Pending list.
-#include "pop3/Pop3Check.h"
+#include "pop3/Pop3CheckFixture.h"
 
-#include "core/Literals.h"
-#include "pop3/FakePending.h"
-#include "support/FakePop3Server.h"
-#include "support/Printers.h"
-#include "support/Settle.h"
-#include "support/TestProfile.h"
-#include "support/WaitUntil.h"
-
-#include <gtest/gtest.h>
-
-#include <memory>
-
-namespace varlo {
-
-using test::ServerReply;
-using test::ShownBox;
+namespace varlo::test {
 
 namespace {
 
@@ -24,69 +9,6 @@ const ShownBox kNotConfigured{kApplicationTitle,
                               u"You must configure your POP3 server, username and password from "
                               "preferences before you can use this feature."_s,
                               BoxButtons::Ok, BoxIcon::Exclamation};
-
-ShownBox ReplyBox(const QString &reply) {
-    return {u"Varlo POP3 Error"_s, u"POP3 Error ["_s + reply + u']', BoxButtons::Ok, BoxIcon::Exclamation};
-}
-
-QStringList Texts(std::initializer_list<const char *> texts) {
-    QStringList list;
-    for (const char *text : texts)
-        list << QString::fromUtf8(text);
-    return list;
-}
-
-QByteArray Mail(const char *subject, const char *from, const char *id = "") {
-    return QByteArray("From: ") + from + "\r\nSubject: " + subject + "\r\nMessage-ID: " + id +
-           "\r\n\r\nbody\r\n";
-}
-
-class Pop3CheckTest : public testing::Test {
-protected:
-    Pop3CheckTest() {
-        Set("POPServer", u"127.0.0.1"_s);
-        Set("POPUsername", u"joe"_s);
-        Set("POPPassword", u"secret"_s);
-        Set("POPPort", u"1"_s); // stored, and never used
-    }
-
-    // As the file has it, where the check reads it.
-    void Set(const char *key, const QString &value) {
-        profile.session.INI.SetSection(u"POP3"_s);
-        profile.session.INI.Values(QString::fromLatin1(key), value);
-    }
-
-    static bool Until(const std::function<bool()> &condition) { return test::WaitUntil(condition); }
-    bool UntilComplete(int checks = 1) {
-        return Until([&] { return Completed() == checks; });
-    }
-    qsizetype Completed() const { return profile.StatusTexts.filter(u"POP3 check complete"_s).size(); }
-    bool UntilSent(const char *command) {
-        return Until([&] { return server.Commands.contains(command); });
-    }
-    bool UntilBox() {
-        return Until([&] { return !profile.Boxes.Shown.empty(); });
-    }
-    // The console's lines without their times.
-    QStringList Console() const {
-        QStringList lines;
-        for (const QString &line : profile.ConsoleLines)
-            lines << line.mid(line.indexOf(u'|') + 2);
-        return lines;
-    }
-    ShownBox ErrorBox(int number) const {
-        ShownBox box = profile.Boxes.Shown.back();
-        EXPECT_TRUE(box.Title.endsWith(u" Error %1 in Unknown"_s.arg(number))) << box.Title.toStdString();
-        return box;
-    }
-
-    test::TestProfile profile;
-    test::FakePop3Server server;
-    test::FakePending pending{profile.session};
-    int PreferencesOpened = 0;
-    std::unique_ptr<Pop3Check> check = std::make_unique<Pop3Check>(
-        profile.session, pending.Door(), [this] { ++PreferencesOpened; }, server.serverPort());
-};
 
 } // namespace
 
@@ -104,14 +26,6 @@ TEST_F(Pop3CheckTest, MissingServerUserOrPasswordOpensThePreferences) {
     test::Settle();
     EXPECT_EQ(server.Connections, 0);
     EXPECT_EQ(Console(), QStringList());
-}
-
-TEST_F(Pop3CheckTest, DeleteSettingThatIsNoNumberEndsTheClick) {
-    Set("POPDeleteAll", u"yes"_s);
-    check->Start();
-    ErrorBox(13);
-    test::Settle();
-    EXPECT_EQ(server.Connections, 0);
 }
 
 TEST_F(Pop3CheckTest, PortIsTheFixedOne) {
@@ -176,75 +90,9 @@ TEST_F(Pop3CheckTest, UnrelatedMessagesAreDeletedWhenTheSettingIsOne) {
     EXPECT_TRUE(UntilComplete());
     EXPECT_EQ(server.Mailbox, QByteArrayList());
     EXPECT_EQ(pending.Entries, Texts({"+e@f.test"}));
-    EXPECT_EQ(profile.Boxes.Texts(), Texts({"There was a problem with decoding the e-mail"}));
-}
-
-TEST_F(Pop3CheckTest, RefusedPasswordIsShownAsItCameWithNothingLogged) {
-    server.Script["PASS secret"] = {{"-ERR <b>bad</b> & worse\r\n"}};
-    check->Start();
-    EXPECT_TRUE(UntilBox());
-    EXPECT_EQ(profile.Boxes.Shown, std::vector<ShownBox>{ReplyBox(u"-ERR <b>bad</b> & worse\r\n"_s)});
-    EXPECT_EQ(Console().last(), u"PASS ********"_s);
-    EXPECT_TRUE(Until([&] { return server.Open() == 0; }));
-    server.Script.clear();
-    check->Start();
-    EXPECT_TRUE(UntilComplete());
-}
-
-TEST_F(Pop3CheckTest, ConnectionThatFailsIsShownThenLogged) {
-    server.close();
-    check->Start();
-    EXPECT_EQ(Console(), Texts({"Connecting to POP3 server"}));
-    EXPECT_TRUE(UntilBox());
-    EXPECT_TRUE(Until([&] { return Console().size() == 2; }));
-    const QString text = u"POP3 check failed (error 10061 - Connection refused)"_s;
     EXPECT_EQ(profile.Boxes.Shown,
-              (std::vector<ShownBox>{{kApplicationTitle, text, BoxButtons::Ok, BoxIcon::None}}));
-    EXPECT_EQ(Console().last(), text);
-    EXPECT_EQ(profile.StatusTexts.last(), text);
-}
-
-TEST_F(Pop3CheckTest, SecondRequestWithTheSameMessageIdEndsTheEventInABox) {
-    server.Mailbox = {Mail("subscribe", "a@b.test", "<1>"), Mail("subscribe", "c@d.test", "<1>")};
-    check->Start();
-    EXPECT_TRUE(UntilBox());
-    ErrorBox(457);
-    test::Settle();
-    EXPECT_EQ(server.Commands.last(), "RETR 2");
-    EXPECT_EQ(profile.Log(u"ErrorLog.txt"_s).size(), 1);
-}
-
-TEST_F(Pop3CheckTest, StatThatCannotBeReadEndsTheEventInABox) {
-    const std::pair<const char *, int> replies[] = {
-        {"+OK 12\r\n", 5}, {"+OK 99999 1\r\n", 6}, {"+OK x 1\r\n", 13}};
-    for (const auto &[reply, number] : replies) {
-        profile.Boxes.Shown.clear();
-        server.Script["STAT"] = {{reply}};
-        check->Start();
-        EXPECT_TRUE(UntilBox());
-        ErrorBox(number);
-    }
-    server.Script["STAT"] = {{"+OK -1 1\r\n"}};
-    check->Start();
-    EXPECT_TRUE(UntilComplete());
-}
-
-TEST_F(Pop3CheckTest, HeaderBlockThatIsTooLongEndsTheEventInABox) {
-    server.Mailbox = {"X: " + QByteArray(40000, 'x') + "\r\n\r\nbody\r\n"};
-    check->Start();
-    EXPECT_TRUE(UntilBox());
-    ErrorBox(6);
-    test::Settle();
-    EXPECT_EQ(server.Commands.last(), "RETR 1");
-}
-
-TEST_F(Pop3CheckTest, SenderThatCannotBeCutEndsTheCaptureKeepingWhatWasAdded) {
-    server.Mailbox = {Mail("subscribe", "a@b.test"), Mail("subscribe", ">x<")};
-    check->Start();
-    EXPECT_TRUE(UntilBox());
-    ErrorBox(5);
-    EXPECT_EQ(pending.Entries, Texts({"+a@b.test"}));
-    EXPECT_EQ(Completed(), 0);
+              (std::vector<ShownBox>{{kApplicationTitle, u"There was a problem with decoding the e-mail"_s,
+                                      BoxButtons::Ok, BoxIcon::None}}));
 }
 
 TEST_F(Pop3CheckTest, EndMarkSplitAtEveryPositionIsOneMessage) {
@@ -260,63 +108,6 @@ TEST_F(Pop3CheckTest, EndMarkSplitAtEveryPositionIsOneMessage) {
         EXPECT_EQ(pending.Entries, Texts({"+a@b.test"})) << at;
         EXPECT_EQ(server.Commands.mid(3), (QByteArrayList{"RETR 1", "DELE 1", "QUIT"})) << at;
     }
-}
-
-TEST_F(Pop3CheckTest, ServerThatClosesAtAnyStepLeavesTheNextCheckWorking) {
-    int complete = 0;
-    for (const QByteArray command : {"", "USER joe", "PASS secret", "STAT", "RETR 1", "DELE 1", "QUIT"}) {
-        server.Mailbox = {Mail("subscribe", "a@b.test")};
-        server.Script = {{command, {{}, ServerReply::Then::Close}}};
-        const int connections = server.Connections;
-        check->Start();
-        EXPECT_TRUE(Until([&] { return server.Connections > connections && server.Open() == 0; }))
-            << command.constData();
-        EXPECT_EQ(Completed(), complete) << command.constData();
-        server.Script.clear();
-        server.Mailbox.clear();
-        check->Start();
-        EXPECT_TRUE(UntilComplete(++complete)) << command.constData();
-    }
-    EXPECT_EQ(profile.Boxes.Texts(), QStringList());
-}
-
-TEST_F(Pop3CheckTest, ResetAtAnyStepIsOneErrorBox) {
-    for (const QByteArray command : {"", "USER joe", "PASS secret", "STAT", "RETR 1"}) {
-        profile.Boxes.Shown.clear();
-        server.Mailbox = {Mail("subscribe", "a@b.test")};
-        const QByteArrayList lastWords = command.isEmpty() ? QByteArrayList{"+OK\r\n"} : QByteArrayList();
-        server.Script = {{command, {lastWords, ServerReply::Then::Reset}}};
-        check->Start();
-        EXPECT_TRUE(UntilBox()) << command.constData();
-        test::Settle();
-        EXPECT_EQ(profile.Boxes.Texts(),
-                  Texts({"POP3 check failed (error 10054 - Connection reset by peer)"}))
-            << command.constData();
-    }
-}
-
-TEST_F(Pop3CheckTest, SilentServerIsReplacedByTheNextCheck) {
-    for (const QByteArray command : {"", "USER joe", "STAT", "QUIT"}) {
-        server.Script = {{command, {}}};
-        const int connections = server.Connections;
-        check->Start();
-        EXPECT_TRUE(Until([&] { return server.Connections > connections; }));
-        EXPECT_TRUE(command.isEmpty() || UntilSent(command.constData()));
-        server.Commands.clear();
-    }
-    server.Script.clear();
-    check->Start();
-    EXPECT_TRUE(UntilComplete());
-    EXPECT_TRUE(Until([&] { return server.Open() == 0; }));
-}
-
-TEST_F(Pop3CheckTest, MegabyteWithoutALineEndIsOneBoundedBox) {
-    server.Script[""] = {{QByteArray(1024 * 1024, 'x')}};
-    check->Start();
-    EXPECT_TRUE(UntilBox());
-    test::Settle();
-    EXPECT_EQ(profile.Boxes.Shown, std::vector<ShownBox>{ReplyBox(QString(WinsockPOP::kLongestLine, u'x'))});
-    EXPECT_TRUE(Until([&] { return server.Open() == 0; }));
 }
 
 TEST_F(Pop3CheckTest, BinaryZerosAreText) {
@@ -353,8 +144,8 @@ TEST_F(Pop3CheckTest, ThousandMessagesInOneCheck) {
     for (int i = 0; i < 1000; ++i)
         server.Mailbox << Mail("subscribe", QByteArray("a" + QByteArray::number(i) + "@b.test").constData());
     check->Start();
-    EXPECT_TRUE(UntilComplete());
-    EXPECT_EQ(pending.Entries.size(), 1000);
+    ASSERT_TRUE(UntilComplete());
+    ASSERT_EQ(pending.Entries.size(), 1000);
     EXPECT_EQ(pending.Entries.last(), u"+a999@b.test"_s);
 }
 
@@ -425,13 +216,4 @@ TEST_F(Pop3CheckTest, WindowMayCloseWhileABoxIsOpen) {
     EXPECT_EQ(server.Open(), 0);
 }
 
-TEST_F(Pop3CheckTest, LogThatCannotBeWrittenEndsTheEventWithABox) {
-    check->Start();
-    EXPECT_TRUE(QDir(profile.session.ProfileFile(u"logs"_s)).removeRecursively());
-    EXPECT_TRUE(UntilBox());
-    ErrorBox(76);
-    test::Settle();
-    EXPECT_EQ(server.Commands, QByteArrayList());
-}
-
-} // namespace varlo
+} // namespace varlo::test

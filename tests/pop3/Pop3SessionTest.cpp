@@ -247,6 +247,49 @@ TEST_F(Pop3SessionTest, TextOfAnInterruptedMessageStandsBeforeTheNext) {
               Examine("Subject: old\r\n+OK\r\nFrom: new\r\n\r\n"));
 }
 
+TEST_F(Pop3SessionTest, MessagePastTheLimitEndsTheCheckAndLeavesNothing) {
+    LogOn();
+    Server("+OK 2 9\r\n");
+    Server(kMessage);
+    Request();
+    Server("+OK\r\n");
+    EXPECT_EQ(Server(QByteArray(MessageBuffer::kLongest, 'x')), kNothing);
+    EXPECT_EQ(Server("x"), (Pop3Effects{kClose, ReplyBox("POP3 Error [Message 2 is longer than 64 MB]")}));
+    EXPECT_EQ(session.Buffer().Size(), 0);
+    Click();
+    LogOn();
+    EXPECT_EQ(Server("+OK 1 9\r\n").back(), LogStatus("Downloading message 1/1"));
+    EXPECT_EQ(Server(kMessage).back(), Examine("Subject: x\r\n\r\n"));
+}
+
+TEST_F(Pop3SessionTest, ReplyThatIsTooLongEndsTheCheckInEveryOneLineState) {
+    const QByteArray longest = "+OK 1 " + QByteArray(Pop3Session::kTooLongReply - 7, '+');
+    const QByteArrayList steps{"+OK\r\n", "+OK\r\n", "+OK\r\n", "+OK 1 9\r\n", kMessage};
+    for (const qsizetype step : {0, 1, 2, 3, 5}) {
+        session = Pop3Session();
+        Click();
+        for (const QByteArray &reply : steps.first(step))
+            Server(reply);
+        if (step == 5)
+            Request();
+        const Pop3Session before = session;
+        EXPECT_EQ(Server(longest + '+'),
+                  (Pop3Effects{{Kind::Log, u"POP: "_s + QString::fromLatin1(longest.chopped(1))},
+                               kClose,
+                               ReplyBox("POP3 Error [The reply is too long]")}))
+            << step;
+        EXPECT_EQ(session.CurrentState(), State::Greeting);
+        session = before;
+        EXPECT_NE(Server(longest).back().What, Kind::ReplyBox) << step;
+    }
+}
+
+TEST_F(Pop3SessionTest, ReplyToQuitMayBeLong) {
+    LogOn();
+    Server("+OK 0 0\r\n");
+    EXPECT_EQ(Server(QByteArray(Pop3Session::kTooLongReply, '+')).back(), kCapture);
+}
+
 TEST_F(Pop3SessionTest, QuitReplyResetsTheCounters) {
     LogOn();
     Server("+OK 1 9\r\n");

@@ -3,7 +3,6 @@
 
 #include "core/Literals.h"
 #include "core/RuntimeError.h"
-#include "support/ScriptedDialogs.h"
 
 #include <QStringList>
 #include <gtest/gtest.h>
@@ -13,10 +12,9 @@ namespace varlo {
 namespace {
 
 clsMessage Message(const QString &subject, const QString &id = {}, const QString &from = {}) {
-    test::ScriptedDialogs boxes;
     clsMessage message;
-    message.CreateFromText(
-        u"Subject: %1\r\nMessage-ID: %2\r\nFrom: %3\r\n\r\nsubscribe\r\n"_s.arg(subject, id, from), boxes);
+    EXPECT_TRUE(message.CreateFromText(
+        u"Subject: %1\r\nMessage-ID: %2\r\nFrom: %3\r\n\r\nsubscribe\r\n"_s.arg(subject, id, from)));
     return message;
 }
 

@@ -2,7 +2,6 @@
 #include "pop3/RequestCapture.h"
 
 #include "core/Literals.h"
-#include "core/RuntimeError.h"
 #include "pop3/FakePending.h"
 #include "support/TestProfile.h"
 
@@ -16,10 +15,15 @@ class RequestCaptureTest : public testing::Test {
 protected:
     void Request(const char *subject, const char *from) {
         clsMessage message;
-        message.CreateFromText(QString::fromUtf8("Subject: %1\r\nFrom: %2\r\n\r\n")
-                                   .arg(QString::fromLatin1(subject), QString::fromUtf8(from)),
-                               profile.Boxes);
+        ASSERT_TRUE(message.CreateFromText(QString::fromUtf8("Subject: %1\r\nFrom: %2\r\n\r\n")
+                                               .arg(QString::fromLatin1(subject), QString::fromUtf8(from))));
         ASSERT_NE(Recognise(message, requests), Recognised::Unrelated);
+    }
+    QStringList Titles() const {
+        QStringList titles;
+        for (const test::ShownBox &box : profile.Boxes.Shown)
+            titles << box.Title;
+        return titles;
     }
     void Capture() { CaptureRequests(profile.session, requests, pending.Door()); }
 
@@ -111,18 +115,56 @@ TEST_F(RequestCaptureTest, BypassProcessesAfterTheSummary) {
     EXPECT_EQ(pending.Calls.mid(1), Texts({"select last", "process"}));
 }
 
-TEST_F(RequestCaptureTest, SenderThatCannotBeCutEndsTheCaptureKeepingWhatWasAdded) {
+TEST_F(RequestCaptureTest, SenderThatCannotBeCutIsReportedAndTheOthersAreCaptured) {
     Request("subscribe", "a@b.test");
-    Request("subscribe", ">x<");
+    Request("subscribe", "\"ab -> c\" <evil@x.test>");
     Request("subscribe", "c@d.test");
-    try {
-        Capture();
-        FAIL() << "no error";
-    } catch (const RuntimeError &error) {
-        EXPECT_EQ(error.Number(), int(InvalidProcedureCall));
-    }
+    Request("unsubscribe", "Joe <j@x.test>");
+    profile.Boxes.OnBox = [this](const QString &text) {
+        EXPECT_TRUE(text.contains(u"\"ab -> c\" <evil@x.test>"_s));
+        EXPECT_EQ(pending.Calls.last(), u"select last"_s);
+        EXPECT_EQ(profile.StatusTexts, Texts({"POP3 check complete (+2, -1)"}));
+    };
+    Capture();
+    EXPECT_EQ(pending.Entries, Texts({"+a@b.test", "+c@d.test", "-j@x.test"}));
+    EXPECT_EQ(Titles(), Texts({"varlo-pro Error 5 in Unknown"}));
+    EXPECT_EQ(profile.Log(u"ErrorLog.txt"_s).size(), 1);
+}
+
+TEST_F(RequestCaptureTest, EachSenderThatFindsNoRoomIsLoggedAndOneBoxTells) {
+    pending.MostEntries = 1;
+    for (const char *sender : {"a@b.test", "c@d.test", "e@f.test", ">x<"})
+        Request("subscribe", sender);
+    Capture();
     EXPECT_EQ(pending.Entries, Texts({"+a@b.test"}));
-    EXPECT_EQ(profile.StatusTexts, QStringList());
+    EXPECT_EQ(profile.StatusTexts, Texts({"POP3 check complete (+1)"}));
+    EXPECT_EQ(Titles(), Texts({"varlo-pro Error 6 in Unknown", "varlo-pro Error 5 in Unknown"}));
+    const QStringList log = profile.Log(u"ErrorLog.txt"_s);
+    ASSERT_EQ(log.size(), 3);
+    EXPECT_TRUE(log[0].endsWith(u" Error 6 in Unknown - Overflow [c@d.test]"_s));
+    EXPECT_TRUE(log[1].endsWith(u" Error 6 in Unknown - Overflow [e@f.test]"_s));
+}
+
+TEST_F(RequestCaptureTest, SenderThatCannotBeCutStopsNoProcessing) {
+    pending.BypassTicked = true;
+    Request("subscribe", ">x<");
+    Request("subscribe", "a@b.test");
+    Capture();
+    EXPECT_EQ(pending.Calls, Texts({"offer +a@b.test", "select last", "process"}));
+    EXPECT_EQ(profile.Boxes.Shown.size(), 1U);
+}
+
+TEST_F(RequestCaptureTest, LogThatCannotBeWrittenStopsNothing) {
+    ASSERT_TRUE(QDir(profile.Path(u"logs"_s)).removeRecursively());
+    pending.BypassTicked = true;
+    pending.Entries = Texts({"+a@b.test"});
+    Request("subscribe", "a@b.test");
+    Request("subscribe", "c@d.test");
+    Capture();
+    EXPECT_EQ(pending.Entries, Texts({"+a@b.test", "+c@d.test"}));
+    EXPECT_EQ(pending.Calls.mid(2), Texts({"select last", "process"}));
+    EXPECT_EQ(profile.StatusTexts.last(), u"POP3 check complete (+1)"_s);
+    EXPECT_EQ(Titles(), Texts({"varlo-pro Error 76 in Unknown"}));
 }
 
 } // namespace varlo

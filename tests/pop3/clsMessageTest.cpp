@@ -4,14 +4,12 @@
 #include "core/Literals.h"
 #include "core/RuntimeError.h"
 #include "support/ErrorOf.h"
-#include "support/ScriptedDialogs.h"
 
 #include <gtest/gtest.h>
 
-namespace varlo {
+#include <tuple>
 
-using test::ScriptedDialogs;
-using test::ShownBox;
+namespace varlo {
 
 namespace {
 
@@ -30,10 +28,8 @@ void PrintTo(const Fields &fields, std::ostream *out) {
 }
 
 Fields Read(const QString &text) {
-    ScriptedDialogs boxes;
     clsMessage message;
-    message.CreateFromText(text, boxes);
-    EXPECT_EQ(boxes.Texts(), QStringList());
+    EXPECT_TRUE(message.CreateFromText(text));
     return {message.Headers(), message.From(), message.Subject(), message.MessageID()};
 }
 
@@ -102,14 +98,10 @@ TEST(clsMessageTest, MessageThatBeginsWithTheEmptyLineHasNoHeaders) {
     EXPECT_EQ(Read(u"\r\n\r\nSubject: x"_s), (Fields{}));
 }
 
-TEST(clsMessageTest, MessageWithoutAnEmptyLineShowsOneBoxWithAllFieldsEmpty) {
+TEST(clsMessageTest, MessageWithoutAnEmptyLineIsToldWithAllFieldsEmpty) {
     for (const QString &text : {QString(), u"Subject: subscribe\r\n"_s, u"a\n\nb\r\n\r"_s}) {
-        ScriptedDialogs boxes;
         clsMessage message;
-        message.CreateFromText(text, boxes);
-        EXPECT_EQ(boxes.Shown, (std::vector<ShownBox>{{kApplicationTitle,
-                                                       u"There was a problem with decoding the e-mail"_s,
-                                                       BoxButtons::Ok, BoxIcon::None}}));
+        EXPECT_FALSE(message.CreateFromText(text));
         EXPECT_EQ(message.Headers() + message.From() + message.Subject() + message.MessageID(), QString());
     }
 }
@@ -122,12 +114,10 @@ TEST(clsMessageTest, HeaderBlockOf32766CharactersIsTheLongest) {
 }
 
 TEST(clsMessageTest, OverflowLeavesTheFieldsEmpty) {
-    ScriptedDialogs boxes;
     clsMessage message;
     const QString text = u"Subject: x\r\n"_s + QString(40000, u'z') + u"\r\n\r\n"_s;
-    EXPECT_THROW(message.CreateFromText(text, boxes), RuntimeError);
+    EXPECT_EQ(test::ErrorOf([&] { std::ignore = message.CreateFromText(text); }), int(Overflow));
     EXPECT_EQ(message.Headers() + message.Subject(), QString());
-    EXPECT_EQ(boxes.Texts(), QStringList());
 }
 
 TEST(clsMessageTest, BinaryZerosAreCharactersLikeOthers) {

@@ -3,7 +3,6 @@
 
 #include "core/Literals.h"
 #include "core/RuntimeError.h"
-#include "support/ScriptedDialogs.h"
 
 #include <QStringList>
 #include <gtest/gtest.h>
@@ -13,9 +12,8 @@ namespace varlo {
 namespace {
 
 clsMessage Message(const QString &subject) {
-    test::ScriptedDialogs boxes;
     clsMessage message;
-    message.CreateFromText(u"Subject: "_s + subject + u"\r\n\r\n"_s, boxes);
+    EXPECT_TRUE(message.CreateFromText(u"Subject: "_s + subject + u"\r\n\r\n"_s));
     return message;
 }
 
