@@ -1,9 +1,13 @@
 // The controls of the compose window: what they are, where they stand, what they are joined to.
 
 #include "compose/MessageEdit.h"
+#include "compose/PlainToolTip.h"
 #include "compose/frmCompose.h"
 #include "core/Icons.h"
 #include "core/Literals.h"
+#include "core/NameChooser.h"
+#include "core/NoticeBar.h"
+#include "core/Reporting.h"
 #include "core/StatusLabel.h"
 
 #include <QComboBox>
@@ -13,6 +17,8 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QProgressBar>
+#include <QPushButton>
+#include <QScreen>
 #include <QToolButton>
 #include <QVBoxLayout>
 
@@ -53,11 +59,23 @@ void AddLine(QMenu *menu, const QString &name) {
 void frmCompose::CreateControls() {
     setObjectName(u"frmCompose"_s);
     ShowIdleCaption();
+    CreateBars();
     CreateFields();
     CreateIndicators();
     CreateMessageMenu();
     CreateEditMenu();
     CreateInsertMenu();
+}
+
+void frmCompose::CreateBars() {
+    barUnsent = new NoticeBar("barUnsent");
+    const QPushButton *restore = barUnsent->AddButton("cmdUnsentRestore", u"Bring Bac&k"_s,
+                                                      u"Put the unsent message into this window"_s);
+    const QPushButton *discard =
+        barUnsent->AddButton("cmdUnsentDiscard", u"&Forget"_s, u"Delete the unsent message"_s);
+    connect(restore, &QPushButton::clicked, this, &frmCompose::cmdUnsentRestore_Click);
+    connect(discard, &QPushButton::clicked, this, &frmCompose::cmdUnsentDiscard_Click);
+    barAttachments = new NoticeBar("barAttachments");
 }
 
 void frmCompose::CreateFields() {
@@ -163,12 +181,14 @@ void frmCompose::LayOut() {
     prgSending->setFixedWidth(160);
     auto *content = new QWidget;
     auto *all = new QVBoxLayout(content);
+    all->addWidget(barUnsent);
+    all->addWidget(barAttachments);
     all->addLayout(fields);
     all->addWidget(txtMessage, 1);
     all->addLayout(status);
     setCentralWidget(content);
     SetTabOrder();
-    resize(720, 540);
+    resize(QSize(720, 540).boundedTo(screen()->availableSize()));
 }
 
 // From the recipients downwards; the indicator, which is not always there, comes last.
@@ -191,11 +211,32 @@ void frmCompose::ConnectControls() {
     connect(&recipients_, &Recipients::StatusChanged, lblStatus, &StatusLabel::setText);
     connect(&recipients_, &Recipients::ToolTipChanged, this, &frmCompose::ShowSources);
     connect(&recipients_, &Recipients::CountChanged, lblStatusRecipients, &QLabel::setText);
+    ConnectEngine();
+    ConnectUnsent();
+}
+
+void frmCompose::ConnectEngine() {
     connect(&engine_, &SendEngine::StatusChanged, lblStatus, &StatusLabel::setText);
     connect(&engine_, &SendEngine::CaptionChanged, this, &frmCompose::setWindowTitle);
     connect(&engine_, &SendEngine::ProgressChanged, prgSending, &QProgressBar::setValue);
     connect(&engine_, &SendEngine::SendingChanged, this, &frmCompose::SetSending);
+    connect(&engine_, &SendEngine::Sent, this, [this] {
+        isSent_ = true;
+        KeepUnsent(false);
+    });
     connect(&engine_, &SendEngine::Completed, this, &frmCompose::close);
+}
+
+void frmCompose::ConnectUnsent() {
+    constexpr int kSeconds = 10;
+    tmrUnsent_.setObjectName(u"tmrUnsent"_s);
+    tmrUnsent_.setSingleShot(true);
+    tmrUnsent_.setInterval(kSeconds * 1000);
+    connect(&tmrUnsent_, &QTimer::timeout, this, [this] { KeepUnsent(false); });
+    connect(txtMessage, &MessageEdit::textChanged, this, &frmCompose::WillKeep);
+    connect(txtSubject, &QLineEdit::textChanged, this, &frmCompose::WillKeep);
+    connect(txtTo, &QLineEdit::textChanged, this, &frmCompose::WillKeep);
+    connect(&recipients_, &Recipients::CountChanged, this, &frmCompose::WillKeep);
 }
 
 } // namespace varlo
