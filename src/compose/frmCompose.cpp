@@ -170,6 +170,7 @@ void frmCompose::SetSending(bool sending) {
     for (QWidget *input : std::initializer_list<QWidget *>{mnuMessage, mnuEdit, mnuInsert, barUnsent, cmbTo,
                                                            txtTo, txtSubject, txtMessage, picAttachments})
         input->setEnabled(!sending);
+    setAcceptDrops(!sending);
     prgSending->setValue(0);
     prgSending->setVisible(sending);
     if (!sending)

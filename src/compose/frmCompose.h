@@ -9,6 +9,7 @@
 
 #include <QMainWindow>
 #include <QTimer>
+#include <QUrl>
 
 class QComboBox;
 class QLabel;
@@ -82,6 +83,7 @@ private:
     void ShowUndoState();
     void ShowAttachments(const QString &sizeText);
     void ShowAttachmentsOfBefore();
+    void AttachDropped(const QList<QUrl> &urls);
     UnsentMessage Written() const;
     std::optional<UnsentMessage> OwnMessage() const; // nothing when it is sent or only the signature
     void WillKeep();                                 // within ten seconds

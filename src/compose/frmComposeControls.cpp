@@ -1,5 +1,6 @@
 // The controls of the compose window: what they are, where they stand, what they are joined to.
 
+#include "compose/FileDrops.h"
 #include "compose/MessageEdit.h"
 #include "compose/PlainToolTip.h"
 #include "compose/frmCompose.h"
@@ -208,6 +209,7 @@ void frmCompose::ConnectControls() {
     connect(txtMessage, &MessageEdit::customContextMenuRequested, this,
             [this](const QPoint &at) { mnuEdit->popup(txtMessage->viewport()->mapToGlobal(at)); });
     connect(picAttachments, &QToolButton::clicked, this, &frmCompose::mnuMessageAttach_Click);
+    connect(new FileDrops(this), &FileDrops::Dropped, this, &frmCompose::AttachDropped);
     connect(&recipients_, &Recipients::StatusChanged, lblStatus, &StatusLabel::setText);
     connect(&recipients_, &Recipients::ToolTipChanged, this, &frmCompose::ShowSources);
     connect(&recipients_, &Recipients::CountChanged, lblStatusRecipients, &QLabel::setText);

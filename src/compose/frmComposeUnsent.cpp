@@ -9,6 +9,7 @@
 #include "core/StatusLabel.h"
 
 #include <QComboBox>
+#include <QFileInfo>
 #include <QLineEdit>
 #include <QPointer>
 #include <QToolButton>
@@ -136,6 +137,20 @@ void frmCompose::ShowAttachmentsOfBefore() {
         LogError(session_, u"Compose.Load"_s, error);
         barAttachments->Say(UnreadableText(paths));
     }
+}
+
+// What Clear All has hidden stays out: the operator would not see that it goes along again.
+void frmCompose::AttachDropped(const QList<QUrl> &urls) {
+    const QStringList files = DroppedFiles(urls);
+    if (files.isEmpty())
+        return lblStatus->setText(u"A folder cannot be attached"_s);
+    const QStringList before =
+        picAttachments->isHidden() ? QStringList() : AttachmentPaths(session_.Attachments);
+    session_.Attachments = AttachmentArray(before + files);
+    ShowAttachmentsOfBefore();
+    WillKeep();
+    lblStatus->setText(files.size() == 1 ? u"Attached ["_s + QFileInfo(files.first()).fileName() + u']'
+                                         : u"Attached "_s + QString::number(files.size()) + u" files"_s);
 }
 
 } // namespace varlo
