@@ -56,6 +56,8 @@ void frmCompose::Form_Load() {
 void frmCompose::FillSources() {
     listNames_ = host_.ListNames();
     cmbTo->addItems(RecipientSourceTexts(listNames_, !host_.SelectedAddresses().isEmpty()));
+    for (int row = 0; row < static_cast<int>(listNames_.size()); ++row)
+        cmbTo->setItemData(row, PlainToolTip(listNames_.at(row)), Qt::ToolTipRole);
     cmbTo->setCurrentIndex(static_cast<int>(listNames_.indexOf(host_.CurrentListName())));
 }
 

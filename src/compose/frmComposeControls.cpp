@@ -80,10 +80,7 @@ void frmCompose::CreateBars() {
 }
 
 void frmCompose::CreateFields() {
-    cmbTo = Named(new QComboBox, u"cmbTo"_s);
-    // The width does not follow the longest name of a list.
-    cmbTo->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-    cmbTo->setMinimumContentsLength(20);
+    cmbTo = Named(new NameChooser(20, nullptr, NameChooser::ToolTip::OfCaller), u"cmbTo"_s);
     cmbTo->setMaxVisibleItems(20);
     lblStatusRecipients = Named(new QLabel(u"0 Recipients"_s), u"lblStatusRecipients"_s);
     txtTo = Named(new QLineEdit(u"Mailing List"_s), u"txtTo"_s);
@@ -91,7 +88,6 @@ void frmCompose::CreateFields() {
     txtSubject = Named(new QLineEdit, u"txtSubject"_s);
     txtMessage = Named(new MessageEdit, u"txtMessage"_s);
     txtMessage->setAccessibleName(u"Message"_s);
-    txtMessage->setContextMenuPolicy(Qt::CustomContextMenu);
 }
 
 void frmCompose::CreateIndicators() {
@@ -206,8 +202,7 @@ void frmCompose::ConnectControls() {
     connect(cmbTo, &QComboBox::activated, this, &frmCompose::cmbTo_Click);
     connect(txtMessage, &MessageEdit::textChanged, this, &frmCompose::txtMessage_Change);
     connect(txtMessage, &MessageEdit::ControlKey, this, &frmCompose::txtMessage_KeyDown);
-    connect(txtMessage, &MessageEdit::customContextMenuRequested, this,
-            [this](const QPoint &at) { mnuEdit->popup(txtMessage->viewport()->mapToGlobal(at)); });
+    connect(txtMessage, &MessageEdit::MenuWanted, mnuEdit, [this](const QPoint &at) { mnuEdit->popup(at); });
     connect(picAttachments, &QToolButton::clicked, this, &frmCompose::mnuMessageAttach_Click);
     connect(new FileDrops(this), &FileDrops::Dropped, this, &frmCompose::AttachDropped);
     connect(&recipients_, &Recipients::StatusChanged, lblStatus, &StatusLabel::setText);

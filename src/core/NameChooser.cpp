@@ -7,7 +7,8 @@
 
 namespace varlo {
 
-NameChooser::NameChooser(int columns, QWidget *parent) : QComboBox(parent) {
+NameChooser::NameChooser(int columns, QWidget *parent, ToolTip toolTip)
+    : QComboBox(parent), toolTip_(toolTip) {
     setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     setMinimumContentsLength(columns);
     connect(this, &QComboBox::currentTextChanged, this, &NameChooser::UpdateToolTip);
@@ -36,6 +37,8 @@ void NameChooser::resizeEvent(QResizeEvent *event) {
 }
 
 void NameChooser::UpdateToolTip() {
+    if (toolTip_ == ToolTip::OfCaller)
+        return;
     // Marked as markup and escaped: a tooltip otherwise guesses.
     setToolTip(ShownText() == currentText() ? QString() : u"<html>"_s + currentText().toHtmlEscaped());
 }

@@ -10,8 +10,11 @@ class NameChooser : public QComboBox {
     Q_OBJECT
 
 public:
-    // `columns`: how many letters of an average width fit at least.
-    explicit NameChooser(int columns, QWidget *parent = nullptr);
+    enum class ToolTip { OfName, OfCaller };
+
+    // `columns`: how many letters of an average width fit at least. With OfCaller the tooltip is left alone, for
+    // somebody who tells more than the name.
+    explicit NameChooser(int columns, QWidget *parent = nullptr, ToolTip toolTip = ToolTip::OfName);
 
     // The current name as it fits.
     QString ShownText() const;
@@ -22,6 +25,8 @@ protected:
 
 private:
     void UpdateToolTip();
+
+    const ToolTip toolTip_;
 };
 
 } // namespace varlo
