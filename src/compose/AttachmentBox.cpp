@@ -1,5 +1,7 @@
 #include "compose/AttachmentBox.h"
 
+#include "compose/ElidedRows.h"
+
 #include <QDropEvent>
 #include <QMimeData>
 
@@ -19,6 +21,7 @@ AttachmentBox::AttachmentBox(QWidget *parent) : QListWidget(parent) {
     setDragDropMode(QAbstractItemView::DropOnly);
     setDropIndicatorShown(false); // files go to the end, wherever they are dropped
     setUniformItemSizes(true);
+    new ElidedRows(this, Qt::ElideMiddle); // of a path, the end says which file it is
 }
 
 QStringList AttachmentBox::Rows() const {

@@ -43,6 +43,18 @@ QString AttachmentSummary(const QStringList &paths) {
     return QString::number(paths.size()) + u" Files ("_s + QString::number(total) + u" KB)"_s;
 }
 
+QString UnreadableText(const QStringList &paths) {
+    QStringList names;
+    for (const QString &path : paths)
+        if (const QFileInfo info(path); !info.isFile() || !info.isReadable())
+            names << u'[' + info.fileName() + u']';
+    if (names.isEmpty())
+        return {};
+    return (names.size() == 1 ? u"An attached file can no longer be read: "_s
+                              : u"Attached files can no longer be read: "_s) +
+           names.join(u", "_s);
+}
+
 QStringList DroppedFiles(const QList<QUrl> &urls) {
     QStringList files;
     for (const QUrl &url : urls) {

@@ -16,6 +16,9 @@ QStringList AttachmentArray(const QStringList &paths);
 // RuntimeError: 53 for a path where no file lies, 70 for one that cannot be read.
 QString AttachmentSummary(const QStringList &paths);
 
+// Names those of the paths that AttachmentSummary cannot count, for the operator; empty when there are none.
+QString UnreadableText(const QStringList &paths);
+
 // The local files among dropped addresses, in their order. A folder is no file that could be attached and is
 // left out; a file that is gone already is taken, the summary tells of it.
 QStringList DroppedFiles(const QList<QUrl> &urls);

@@ -6,6 +6,7 @@
 #include "core/Literals.h"
 
 #include <QClipboard>
+#include <QContextMenuEvent>
 #include <QFont>
 #include <QGuiApplication>
 #include <QKeyEvent>
@@ -113,8 +114,22 @@ void MessageEdit::keyPressEvent(QKeyEvent *event) {
     bool taken = false;
     if (event->modifiers() == Qt::ControlModifier)
         Q_EMIT ControlKey(event->key(), &taken);
-    if (!taken)
+    if (event->key() == Qt::Key_F10 && event->modifiers() == Qt::ShiftModifier)
+        OpenMenuAtCaret(); // the menu key comes as an event of its own
+    else if (!taken)
         QPlainTextEdit::keyPressEvent(event);
+}
+
+void MessageEdit::contextMenuEvent(QContextMenuEvent *event) {
+    if (event->reason() == QContextMenuEvent::Mouse)
+        Q_EMIT MenuWanted(event->globalPos());
+    else
+        OpenMenuAtCaret();
+}
+
+void MessageEdit::OpenMenuAtCaret() {
+    ensureCursorVisible();
+    Q_EMIT MenuWanted(viewport()->mapToGlobal(cursorRect().bottomLeft()));
 }
 
 bool MessageEdit::canInsertFromMimeData(const QMimeData *source) const {

@@ -36,15 +36,19 @@ public:
 Q_SIGNALS:
     // A key was pressed with Ctrl and no other modifier; set `*taken` to keep it from the text box.
     void ControlKey(int key, bool *taken);
+    // By the right mouse button, there; by the menu key or Shift+F10, at the caret. On the screen.
+    void MenuWanted(const QPoint &at);
 
 protected:
     void keyPressEvent(QKeyEvent *event) override;
+    void contextMenuEvent(QContextMenuEvent *event) override;
     bool canInsertFromMimeData(const QMimeData *source) const override;
     void insertFromMimeData(const QMimeData *source) override;
     QMimeData *createMimeDataFromSelection() const override;
 
 private:
     QString SelectedText() const;
+    void OpenMenuAtCaret();
 };
 
 } // namespace varlo

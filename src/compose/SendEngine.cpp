@@ -184,6 +184,7 @@ void SendEngine::Complete() {
         return;
     Caption(u"Send Complete"_s, 100);
     Stop();
+    Q_EMIT Sent();
     const QPointer<SendEngine> self(this); // it may go under the box
     session_.Boxes.MsgBox(Summary(), BoxButtons::Ok, BoxIcon::Information);
     if (!self)

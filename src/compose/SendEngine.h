@@ -60,6 +60,7 @@ Q_SIGNALS:
     void CaptionChanged(const QString &text); // "Sending: 12% Complete (34 secs remaining)"
     void ProgressChanged(int percent);        // 0 to 100
     void SendingChanged(bool sending);        // true: disable the menus and inputs
+    void Sent();                              // every recipient had his turn, the summary is to be read
     void Completed();                         // every recipient had his turn, the summary is read
 
 private:

@@ -1,5 +1,7 @@
 #include "compose/frmCompRecip.h"
 
+#include "compose/ElidedRows.h"
+#include "compose/PlainToolTip.h"
 #include "core/Literals.h"
 #include "core/MenuEntries.h"
 
@@ -7,6 +9,7 @@
 #include <QListWidget>
 #include <QMenu>
 #include <QPushButton>
+#include <QShortcut>
 #include <QVBoxLayout>
 
 namespace varlo {
@@ -35,7 +38,12 @@ void frmCompRecip::CreateControls() {
     // A click picks a list or drops it again.
     lstRecipients->setSelectionMode(QAbstractItemView::MultiSelection);
     lstRecipients->setUniformItemSizes(true);
-    lstRecipients->addItems(listNames_);
+    new ElidedRows(lstRecipients, Qt::ElideRight);
+    for (const QString &name : listNames_) {
+        auto *row = new QListWidgetItem(name, lstRecipients);
+        row->setToolTip(PlainToolTip(name));
+    }
+    lstRecipients->setContextMenuPolicy(Qt::CustomContextMenu);
     mnuListFunctions = new QMenu(this);
     mnuListFunctions->setObjectName(u"mnuListFunctions"_s);
     mnuSelectNone = AddEntry(mnuListFunctions, u"mnuSelectNone"_s, u"Select &no lists"_s);
@@ -66,6 +74,15 @@ void frmCompRecip::ConnectControls() {
     connect(mnuSelectAll, &QAction::triggered, this, &frmCompRecip::mnuSelectAll_Click);
     connect(mnuSelectInvert, &QAction::triggered, this, &frmCompRecip::mnuSelectInvert_Click);
     connect(cmdOK, &QPushButton::clicked, this, &frmCompRecip::accept);
+    const auto popUp = [this](const QPoint &at) {
+        mnuListFunctions->popup(lstRecipients->viewport()->mapToGlobal(at));
+    };
+    connect(lstRecipients, &QListWidget::customContextMenuRequested, this, popUp);
+    auto *menuKey = new QShortcut(QKeySequence(Qt::SHIFT | Qt::Key_F10), lstRecipients);
+    menuKey->setContext(Qt::WidgetShortcut);
+    connect(menuKey, &QShortcut::activated, this, [this, popUp] {
+        popUp(lstRecipients->visualItemRect(lstRecipients->currentItem()).bottomLeft());
+    });
 }
 
 void frmCompRecip::mnuSelectNone_Click() {

@@ -8,8 +8,10 @@
 #include "compose/frmAttach.h"
 #include "compose/frmCompRecip.h"
 #include "core/Literals.h"
+#include "core/NoticeBar.h"
 #include "core/PlainToolTip.h"
 #include "core/Reporting.h"
+#include "core/Settings.h"
 #include "core/StatusLabel.h"
 
 #include <QCloseEvent>
@@ -28,7 +30,7 @@ namespace varlo {
 frmCompose::frmCompose(Session &session, ComposeHost &host, MakeMailer makeMailer, QWidget *parent)
     : QMainWindow(parent), session_(session), host_(host),
       engine_(session, std::move(makeMailer), [this](const QString &entry) { host_.AddPending(entry); }),
-      recipients_(session) {
+      recipients_(session), unsent_(session) {
     CreateControls();
     LayOut();
     ConnectControls();
@@ -42,9 +44,11 @@ void frmCompose::Form_Load() {
     trap([this] { signature_ = LoadSignature(session_); });
     trap([this] { txtMessage->SetText(InitialBody(signature_, AutoAddSignature(session_))); });
     history_.Clear();
-    // The attachments outlive the window; those of an earlier message are still set.
-    ShowAttachments(QString());
-    trap([this] { picAttachments->setToolTip(AttachmentSummary(AttachmentPaths(session_.Attachments))); });
+    ShowAttachmentsOfBefore();
+    trap([this] { unsent_.Load(); });
+    OfferUnsent();
+    restoreGeometry(
+        QByteArray::fromBase64(session_.AllSettings.Read(&Preferences::ComposeGeometry).toLatin1()));
     // Reading runs events; none of them should meet a window that is half made.
     QMetaObject::invokeMethod(this, &frmCompose::ReadCurrentList, Qt::QueuedConnection);
 }
@@ -52,6 +56,8 @@ void frmCompose::Form_Load() {
 void frmCompose::FillSources() {
     listNames_ = host_.ListNames();
     cmbTo->addItems(RecipientSourceTexts(listNames_, !host_.SelectedAddresses().isEmpty()));
+    for (int row = 0; row < static_cast<int>(listNames_.size()); ++row)
+        cmbTo->setItemData(row, PlainToolTip(listNames_.at(row)), Qt::ToolTipRole);
     cmbTo->setCurrentIndex(static_cast<int>(listNames_.indexOf(host_.CurrentListName())));
 }
 
@@ -61,6 +67,10 @@ void frmCompose::ReadCurrentList() {
 }
 
 void frmCompose::cmbTo_Click(int index) {
+    ChooseRecipients(index, [this] { return PickLists(); });
+}
+
+void frmCompose::ChooseRecipients(int index, std::function<QStringList()> pickLists) {
     ShowSources(QString()); // a row that stands for no list has none to tell of
     RecipientChoice choice;
     choice.Index = index;
@@ -68,7 +78,7 @@ void frmCompose::cmbTo_Click(int index) {
     choice.CurrentListName = host_.CurrentListName();
     if (RecipientSourceAt(index, listNames_.size()) == RecipientSource::CurrentSelection)
         choice.SelectedAddresses = host_.SelectedAddresses();
-    choice.PickLists = [this] { return PickLists(); };
+    choice.PickLists = std::move(pickLists);
     recipients_.Choose(choice);
 }
 
@@ -78,8 +88,13 @@ QStringList frmCompose::PickLists() {
     const bool isAccepted = dialog->exec() == QDialog::Accepted;
     if (!dialog) // the window went while the dialog was open, and the dialog with it
         return {};
-    QStringList names = isAccepted ? dialog->SelectedLists() : QStringList();
+    const QStringList names = isAccepted ? dialog->SelectedLists() : QStringList();
     delete dialog;
+    return UsePickedLists(names);
+}
+
+QStringList frmCompose::UsePickedLists(const QStringList &names) {
+    pickedLists_ = names;
     ShowSources(ListNamesText(names));
     return names;
 }
@@ -154,9 +169,10 @@ void frmCompose::ShowIdleCaption() {
 }
 
 void frmCompose::SetSending(bool sending) {
-    for (QWidget *input : std::initializer_list<QWidget *>{mnuMessage, mnuEdit, mnuInsert, cmbTo, txtTo,
-                                                           txtSubject, txtMessage, picAttachments})
+    for (QWidget *input : std::initializer_list<QWidget *>{mnuMessage, mnuEdit, mnuInsert, barUnsent, cmbTo,
+                                                           txtTo, txtSubject, txtMessage, picAttachments})
         input->setEnabled(!sending);
+    setAcceptDrops(!sending);
     prgSending->setValue(0);
     prgSending->setVisible(sending);
     if (!sending)
@@ -164,11 +180,27 @@ void frmCompose::SetSending(bool sending) {
 }
 
 void frmCompose::closeEvent(QCloseEvent *event) {
+    Form_Unload();
+    event->accept();
+    deleteLater();
+}
+
+// The program's end destroys the window without closing it.
+frmCompose::~frmCompose() {
+    Form_Unload();
+}
+
+void frmCompose::Form_Unload() {
+    if (isUnloaded_)
+        return;
+    isUnloaded_ = true;
     engine_.Cancel();
     for (QDialog *dialog : findChildren<QDialog *>(Qt::FindDirectChildrenOnly))
         dialog->reject();
-    event->accept();
-    deleteLater();
+    tmrUnsent_.stop();
+    KeepUnsent(true);
+    session_.Prefs.ComposeGeometry = QString::fromLatin1(saveGeometry().toBase64());
+    session_.AllSettings.Write({&Preferences::ComposeGeometry});
 }
 
 bool frmCompose::eventFilter(QObject *watched, QEvent *event) {
@@ -200,8 +232,11 @@ void frmCompose::mnuMessageAttach_Click() {
     const bool isAccepted = dialog->exec() == QDialog::Accepted;
     if (!dialog) // the window went while the dialog was open, and the dialog with it
         return;
-    if (isAccepted)
+    if (isAccepted) {
         ShowAttachments(dialog->SizeText());
+        barAttachments->hide(); // the operator has seen the files
+        WillKeep();
+    }
     delete dialog;
 }
 

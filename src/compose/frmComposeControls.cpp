@@ -1,10 +1,15 @@
 // The controls of the compose window: what they are, where they stand, what they are joined to.
 
+#include "compose/FileDrops.h"
 #include "compose/MessageEdit.h"
+#include "compose/PlainToolTip.h"
 #include "compose/frmCompose.h"
 #include "core/Icons.h"
 #include "core/Literals.h"
 #include "core/MenuEntries.h"
+#include "core/NameChooser.h"
+#include "core/NoticeBar.h"
+#include "core/Reporting.h"
 #include "core/StatusLabel.h"
 
 #include <QComboBox>
@@ -14,6 +19,8 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QProgressBar>
+#include <QPushButton>
+#include <QScreen>
 #include <QToolButton>
 #include <QVBoxLayout>
 
@@ -50,6 +57,7 @@ QAction *AddEntry(QMenu *menu, const QString &name, const QString &caption, Wind
 void frmCompose::CreateControls() {
     setObjectName(u"frmCompose"_s);
     ShowIdleCaption();
+    CreateBars();
     CreateFields();
     CreateIndicators();
     CreateMessageMenu();
@@ -57,11 +65,19 @@ void frmCompose::CreateControls() {
     CreateInsertMenu();
 }
 
+void frmCompose::CreateBars() {
+    barUnsent = new NoticeBar("barUnsent");
+    const QPushButton *restore = barUnsent->AddButton("cmdUnsentRestore", u"Bring Bac&k"_s,
+                                                      u"Put the unsent message into this window"_s);
+    const QPushButton *discard =
+        barUnsent->AddButton("cmdUnsentDiscard", u"&Forget"_s, u"Delete the unsent message"_s);
+    connect(restore, &QPushButton::clicked, this, &frmCompose::cmdUnsentRestore_Click);
+    connect(discard, &QPushButton::clicked, this, &frmCompose::cmdUnsentDiscard_Click);
+    barAttachments = new NoticeBar("barAttachments");
+}
+
 void frmCompose::CreateFields() {
-    cmbTo = Named(new QComboBox, u"cmbTo"_s);
-    // The width does not follow the longest name of a list.
-    cmbTo->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-    cmbTo->setMinimumContentsLength(20);
+    cmbTo = Named(new NameChooser(20, nullptr, std::nullopt), u"cmbTo"_s);
     cmbTo->setMaxVisibleItems(20);
     lblStatusRecipients = Named(new QLabel(u"0 Recipients"_s), u"lblStatusRecipients"_s);
     txtTo = Named(new QLineEdit(u"Mailing List"_s), u"txtTo"_s);
@@ -69,7 +85,6 @@ void frmCompose::CreateFields() {
     txtSubject = Named(new QLineEdit, u"txtSubject"_s);
     txtMessage = Named(new MessageEdit, u"txtMessage"_s);
     txtMessage->setAccessibleName(u"Message"_s);
-    txtMessage->setContextMenuPolicy(Qt::CustomContextMenu);
 }
 
 void frmCompose::CreateIndicators() {
@@ -160,12 +175,14 @@ void frmCompose::LayOut() {
     prgSending->setFixedWidth(160);
     auto *content = new QWidget;
     auto *all = new QVBoxLayout(content);
+    all->addWidget(barUnsent);
+    all->addWidget(barAttachments);
     all->addLayout(fields);
     all->addWidget(txtMessage, 1);
     all->addLayout(status);
     setCentralWidget(content);
     SetTabOrder();
-    resize(720, 540);
+    resize(QSize(720, 540).boundedTo(screen()->availableSize()));
 }
 
 // From the recipients downwards; the indicator, which is not always there, comes last.
@@ -182,17 +199,38 @@ void frmCompose::ConnectControls() {
     connect(cmbTo, &QComboBox::activated, this, &frmCompose::cmbTo_Click);
     connect(txtMessage, &MessageEdit::textChanged, this, &frmCompose::txtMessage_Change);
     connect(txtMessage, &MessageEdit::ControlKey, this, &frmCompose::txtMessage_KeyDown);
-    connect(txtMessage, &MessageEdit::customContextMenuRequested, this,
-            [this](const QPoint &at) { mnuEdit->popup(txtMessage->viewport()->mapToGlobal(at)); });
+    connect(txtMessage, &MessageEdit::MenuWanted, mnuEdit, [this](const QPoint &at) { mnuEdit->popup(at); });
     connect(picAttachments, &QToolButton::clicked, this, &frmCompose::mnuMessageAttach_Click);
+    connect(new FileDrops(this), &FileDrops::Dropped, this, &frmCompose::AttachDropped);
     connect(&recipients_, &Recipients::StatusChanged, lblStatus, &StatusLabel::setText);
     connect(&recipients_, &Recipients::ToolTipChanged, this, &frmCompose::ShowSources);
     connect(&recipients_, &Recipients::CountChanged, lblStatusRecipients, &QLabel::setText);
+    ConnectEngine();
+    ConnectUnsent();
+}
+
+void frmCompose::ConnectEngine() {
     connect(&engine_, &SendEngine::StatusChanged, lblStatus, &StatusLabel::setText);
     connect(&engine_, &SendEngine::CaptionChanged, this, &frmCompose::setWindowTitle);
     connect(&engine_, &SendEngine::ProgressChanged, prgSending, &QProgressBar::setValue);
     connect(&engine_, &SendEngine::SendingChanged, this, &frmCompose::SetSending);
+    connect(&engine_, &SendEngine::Sent, this, [this] {
+        isSent_ = true;
+        KeepUnsent(false);
+    });
     connect(&engine_, &SendEngine::Completed, this, &frmCompose::close);
+}
+
+void frmCompose::ConnectUnsent() {
+    constexpr int kSeconds = 10;
+    tmrUnsent_.setObjectName(u"tmrUnsent"_s);
+    tmrUnsent_.setSingleShot(true);
+    tmrUnsent_.setInterval(kSeconds * 1000);
+    connect(&tmrUnsent_, &QTimer::timeout, this, [this] { KeepUnsent(false); });
+    connect(txtMessage, &MessageEdit::textChanged, this, &frmCompose::WillKeep);
+    connect(txtSubject, &QLineEdit::textChanged, this, &frmCompose::WillKeep);
+    connect(txtTo, &QLineEdit::textChanged, this, &frmCompose::WillKeep);
+    connect(&recipients_, &Recipients::CountChanged, this, &frmCompose::WillKeep);
 }
 
 } // namespace varlo

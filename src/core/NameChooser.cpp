@@ -8,10 +8,11 @@
 
 namespace varlo {
 
-NameChooser::NameChooser(int columns, QWidget *parent, const QString &toolTip)
+NameChooser::NameChooser(int columns, QWidget *parent, const std::optional<QString> &toolTip)
     : QComboBox(parent), toolTip_(toolTip) {
     setFocusPolicy(Qt::StrongFocus);
-    setToolTip(toolTip);
+    if (toolTip_)
+        setToolTip(*toolTip_);
     setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     setMinimumContentsLength(columns);
     connect(this, &QComboBox::currentTextChanged, this, &NameChooser::UpdateToolTip);
@@ -47,7 +48,8 @@ void NameChooser::wheelEvent(QWheelEvent *event) {
 }
 
 void NameChooser::UpdateToolTip() {
-    setToolTip(ShownText() == currentText() ? toolTip_ : LongToolTip(currentText()));
+    if (toolTip_)
+        setToolTip(ShownText() == currentText() ? *toolTip_ : LongToolTip(currentText()));
 }
 
 } // namespace varlo

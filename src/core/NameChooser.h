@@ -3,6 +3,8 @@
 
 #include <QComboBox>
 
+#include <optional>
+
 namespace varlo {
 
 // Its width does not follow the longest name. One that does not fit ends in "..." and has its whole as a tooltip.
@@ -11,9 +13,10 @@ class NameChooser : public QComboBox {
     Q_OBJECT
 
 public:
-    // `columns`: how many letters of an average width fit at least.
-    // `toolTip` is shown while the name fits.
-    explicit NameChooser(int columns, QWidget *parent = nullptr, const QString &toolTip = {});
+    // `columns`: how many letters of an average width fit at least. `toolTip` is shown while the name fits; without
+    // a value the tooltip is left alone, for somebody who tells more than the name.
+    explicit NameChooser(int columns, QWidget *parent = nullptr,
+                         const std::optional<QString> &toolTip = QString());
 
     // The current name as it fits.
     QString ShownText() const;
@@ -26,7 +29,7 @@ protected:
 private:
     void UpdateToolTip();
 
-    const QString toolTip_;
+    const std::optional<QString> toolTip_;
 };
 
 } // namespace varlo

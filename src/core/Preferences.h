@@ -34,6 +34,7 @@ struct Preferences {
     int ListSortBy{};
     QString WindowGeometry; // what Qt saves of the main window, as base64
     QString WindowSplitter;
+    QString ComposeGeometry; // of the compose window, in the same form
 
     bool operator==(const Preferences &) const = default;
 };

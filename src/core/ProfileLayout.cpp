@@ -10,6 +10,10 @@ QString Draft(const Session &session) {
     return session.ProfileFile(u"draft.txt"_s);
 }
 
+QString Unsent(const Session &session) {
+    return session.ProfileFile(u"unsent.ini"_s);
+}
+
 QString ListsFolder(const Session &session) {
     return session.ProfileFile(u"lists"_s);
 }

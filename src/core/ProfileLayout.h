@@ -10,6 +10,7 @@ inline const QString kListExtension = u".vlo"_s;
 
 QString Settings(const Session &session);
 QString Draft(const Session &session);
+QString Unsent(const Session &session);
 
 QString ListsFolder(const Session &session);
 // The file of the list `name`.

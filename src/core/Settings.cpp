@@ -47,6 +47,7 @@ constexpr std::array kTable = std::to_array<Setting>({
     {"Main", "ListSortBy", "1", &P::ListSortBy, Use::Outside},
     {"Window", "Geometry", "", &P::WindowGeometry, Use::Outside},
     {"Window", "Splitter", "", &P::WindowSplitter, Use::Outside},
+    {"Window", "ComposeGeometry", "", &P::ComposeGeometry, Use::Outside},
 });
 
 // ---- Every member has a row: counted when this file is compiled

@@ -51,6 +51,11 @@ std::unique_ptr<QWidget> OpenWindow::Make(const std::string &name) {
         return std::make_unique<frmAbout>(profile_.session);
     if (name == "frmCompose")
         return MakeCompose();
+    if (name == "frmCompose_offer") {
+        profile_.Write(u"unsent.ini"_s, "[Message]\r\nSubject=News of the week\r\n");
+        profile_.session.Attachments = QStringList{profile_.Path(u"gone.pdf"_s)};
+        return MakeCompose();
+    }
     if (name == "frmCompRecip")
         return std::make_unique<frmCompRecip>(host_.ListNames());
     if (name == "frmAttach")
@@ -94,8 +99,8 @@ std::unique_ptr<QWidget> OpenWindow::MakeAttach() {
 }
 
 std::vector<std::string> WindowNames() {
-    std::vector<std::string> names{"frmMain",  "frmMain_offer", "frmProfile",   "frmConsole",
-                                   "frmAbout", "frmCompose",    "frmCompRecip", "frmAttach"};
+    std::vector<std::string> names{"frmMain",    "frmMain_offer", "frmProfile", "frmConsole",      "frmAbout",
+                                   "frmCompose", "frmCompRecip",  "frmAttach",  "frmCompose_offer"};
     for (int page = 0; page < 5; ++page)
         names.push_back("frmOptions_" + std::to_string(page));
     return names;

@@ -19,6 +19,14 @@ TEST_F(AttachmentBoxTest, RowsAreGivenFromFirstToLast) {
     EXPECT_EQ(box.Rows(), QStringList({"b", "a", "b"}));
 }
 
+TEST_F(AttachmentBoxTest, OfALongPathTheMiddleIsLeftOut) {
+    box.addItem(QString(1000, u'x'));
+    box.resize(200, 100);
+    box.show();
+    EXPECT_EQ(box.textElideMode(), Qt::ElideMiddle);
+    EXPECT_EQ(box.visualItemRect(box.item(0)).width(), box.viewport()->width());
+}
+
 TEST_F(AttachmentBoxTest, DroppedFilesAreCopiedNeverMoved) {
     const QList<QUrl> urls{QUrl::fromLocalFile("/b"), QUrl::fromLocalFile("/a")};
     QSignalSpy dropped(&box, &AttachmentBox::FilesDropped);

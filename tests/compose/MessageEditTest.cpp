@@ -4,6 +4,7 @@
 #include "core/Literals.h"
 
 #include <QClipboard>
+#include <QContextMenuEvent>
 #include <QFontInfo>
 #include <QGuiApplication>
 #include <QMimeData>
@@ -226,6 +227,24 @@ TEST_F(MessageEditTest, KeysWithCtrlAloneAreOfferedFirst) {
     EXPECT_EQ(keys, QList<int>{Qt::Key_A});
     EXPECT_FALSE(edit.textCursor().hasSelection());
     EXPECT_EQ(edit.Text(), "bone");
+}
+
+TEST_F(MessageEditTest, TheMenuIsWantedWhereTheMouseIsOrAtTheCaret) {
+    QList<QPoint> places;
+    QObject::connect(&edit, &MessageEdit::MenuWanted, &edit, [&](const QPoint &at) { places << at; });
+    edit.resize(300, 200);
+    edit.show();
+    edit.SetText("one\r\ntwo");
+    edit.SetCaret(7);
+    const QPoint caret = edit.viewport()->mapToGlobal(edit.cursorRect().bottomLeft());
+    QContextMenuEvent mouse(QContextMenuEvent::Mouse, QPoint(5, 5), QPoint(105, 205));
+    QCoreApplication::sendEvent(edit.viewport(), &mouse);
+    QContextMenuEvent menuKey(QContextMenuEvent::Keyboard, QPoint(5, 5), QPoint(105, 205));
+    QCoreApplication::sendEvent(&edit, &menuKey);
+    QTest::keyClick(&edit, Qt::Key_F10, Qt::ShiftModifier);
+    EXPECT_EQ(places, (QList<QPoint>{QPoint(105, 205), caret, caret}));
+    QTest::keyClick(&edit, Qt::Key_F10);
+    EXPECT_EQ(places.size(), 3) << "F10 alone is the menu bar's";
 }
 
 TEST_F(MessageEditTest, AKeyThatIsNotTakenKeepsItsMeaning) {

@@ -55,6 +55,28 @@ TEST_F(frmCompRecipTest, TheCommandsSelectAllNoneAndTheOthers) {
     EXPECT_EQ(dialog.SelectedLists(), QStringList());
 }
 
+TEST_F(frmCompRecipTest, TheCommandsAreTheMenuOfTheListToo) {
+    auto *menu = test::Find<QMenu>(&dialog, "mnuListFunctions");
+    dialog.show();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&dialog));
+    List()->setFocus();
+    QContextMenuEvent press(QContextMenuEvent::Mouse, QPoint(5, 5), List()->mapToGlobal(QPoint(5, 5)));
+    QCoreApplication::sendEvent(List()->viewport(), &press);
+    EXPECT_TRUE(menu->isVisible());
+    menu->hide();
+    QTest::keyClick(List(), Qt::Key_F10, Qt::ShiftModifier);
+    EXPECT_TRUE(menu->isVisible());
+    menu->hide();
+}
+
+TEST_F(frmCompRecipTest, EachRowHasItsWholeNameAsATooltip) {
+    EXPECT_EQ(List()->item(1)->toolTip(), "alpha");
+    EXPECT_EQ(List()->textElideMode(), Qt::ElideRight);
+    const frmCompRecip marked({"<b>R&D"});
+    EXPECT_EQ(test::Find<QListWidget>(&marked, "lstRecipients")->item(0)->toolTip(),
+              "<html>&lt;b&gt;R&amp;D");
+}
+
 TEST_F(frmCompRecipTest, OkAccepts) {
     test::Find<QPushButton>(&dialog, "cmdOK")->click();
     EXPECT_EQ(dialog.result(), QDialog::Accepted);

@@ -2,6 +2,7 @@
 
 #include "compose/ComposeFixture.h"
 #include "core/Literals.h"
+#include "core/NameChooser.h"
 
 #include <QMenu>
 #include <QMenuBar>
@@ -109,6 +110,29 @@ TEST_F(frmComposeControlsTest, MenuEntriesHaveTheirIcons) {
     for (const char *name :
          {"mnuMessageSend", "mnuMessageOpen", "mnuMessageSave", "mnuMessageAttach", "mnuInsSignature"})
         EXPECT_FALSE(Find<QAction>(name)->icon().isNull()) << name;
+}
+
+TEST_F(frmComposeControlsTest, ALongNameOfAListEndsInDotsAndIsToldWhole) {
+    const QString name(200, u'n');
+    List(name, "");
+    host.Current = name;
+    Open();
+    const auto *chooser = Find<NameChooser>("cmbTo");
+    EXPECT_TRUE(chooser->ShownText().endsWith(QChar(0x2026)));
+    EXPECT_EQ(chooser->toolTip(), name);
+    window->resize(window->width() + 40, window->height());
+    QCoreApplication::processEvents();
+    EXPECT_EQ(chooser->toolTip(), name);
+    EXPECT_EQ(chooser->itemData(0, Qt::ToolTipRole), name);
+    EXPECT_EQ(chooser->itemData(1, Qt::ToolTipRole), QVariant());
+}
+
+TEST_F(frmComposeControlsTest, TheMenuKeyOpensTheEditMenuInTheMessage) {
+    Open();
+    QTest::keyClick(Body(), Qt::Key_F10, Qt::ShiftModifier);
+    auto *menu = Find<QMenu>("mnuEdit");
+    EXPECT_TRUE(menu->isVisible());
+    menu->hide();
 }
 
 TEST_F(frmComposeControlsTest, MarkupInTheStatusIsShownAsItStands) {

@@ -12,6 +12,7 @@ TEST(ProfileLayoutTest, EveryNameLiesInTheOpenProfile) {
     const Session &session = profile.session;
     EXPECT_EQ(ProfileLayout::Settings(session), profile.Path(u"prefs.ini"_s));
     EXPECT_EQ(ProfileLayout::Draft(session), profile.Path(u"draft.txt"_s));
+    EXPECT_EQ(ProfileLayout::Unsent(session), profile.Path(u"unsent.ini"_s));
     EXPECT_EQ(ProfileLayout::ListsFolder(session), profile.Path(u"lists"_s));
     EXPECT_EQ(ProfileLayout::ListFile(session, u"a b"_s), profile.Path(u"lists/a b.vlo"_s));
     EXPECT_EQ(ProfileLayout::SentFolder(session), profile.Path(u"sent"_s));
