@@ -1,9 +1,9 @@
 #include "compose/frmCompRecip.h"
 
 #include "compose/ElidedRows.h"
-#include "compose/PlainToolTip.h"
 #include "core/Literals.h"
 #include "core/MenuEntries.h"
+#include "core/PlainToolTip.h"
 
 #include <QHBoxLayout>
 #include <QListWidget>

@@ -2,13 +2,13 @@
 
 #include "compose/FileDrops.h"
 #include "compose/MessageEdit.h"
-#include "compose/PlainToolTip.h"
 #include "compose/frmCompose.h"
 #include "core/Icons.h"
 #include "core/Literals.h"
 #include "core/MenuEntries.h"
 #include "core/NameChooser.h"
 #include "core/NoticeBar.h"
+#include "core/PlainToolTip.h"
 #include "core/Reporting.h"
 #include "core/StatusLabel.h"
 
