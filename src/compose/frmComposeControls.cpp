@@ -21,6 +21,7 @@
 #include <QProgressBar>
 #include <QPushButton>
 #include <QScreen>
+#include <QStyle>
 #include <QToolButton>
 #include <QVBoxLayout>
 
@@ -85,6 +86,8 @@ void frmCompose::CreateFields() {
     txtSubject = Named(new QLineEdit, u"txtSubject"_s);
     txtMessage = Named(new MessageEdit, u"txtMessage"_s);
     txtMessage->setAccessibleName(u"Message"_s);
+    // Three lines where the screen is small and bars take their room.
+    txtMessage->setMinimumHeight(3 * txtMessage->fontMetrics().lineSpacing() + 12);
 }
 
 void frmCompose::CreateIndicators() {
@@ -153,6 +156,7 @@ void frmCompose::CreateInsertMenu() {
 
 void frmCompose::LayOut() {
     auto *fields = new QGridLayout;
+    fields->setVerticalSpacing(3);
     fields->addWidget(BuddyLabel(u"Reci&pients:"_s, cmbTo), 0, 0);
     fields->addWidget(cmbTo, 0, 1);
     fields->addWidget(picAttachments, 0, 2);
@@ -175,6 +179,8 @@ void frmCompose::LayOut() {
     prgSending->setFixedWidth(160);
     auto *content = new QWidget;
     auto *all = new QVBoxLayout(content);
+    all->setContentsMargins(9, 4, 9, 4);
+    all->setSpacing(3);
     all->addWidget(barUnsent);
     all->addWidget(barAttachments);
     all->addLayout(fields);
@@ -182,7 +188,8 @@ void frmCompose::LayOut() {
     all->addLayout(status);
     setCentralWidget(content);
     SetTabOrder();
-    resize(QSize(720, 540).boundedTo(screen()->availableSize()));
+    const QSize frame(0, style()->pixelMetric(QStyle::PM_TitleBarHeight));
+    resize(QSize(720, 540).boundedTo(screen()->availableSize() - frame));
 }
 
 // From the recipients downwards; the indicator, which is not always there, comes last.

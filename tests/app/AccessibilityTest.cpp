@@ -129,7 +129,8 @@ QStringList Twice(const QMultiMap<QString, QString> &mnemonics) {
 
 TEST_P(AccessibilityTest, NoLetterStandsForTwoThings) {
     QStringList expected;
-    if (GetParam() == "frmCompose") // wanted: the captions are given; Alt+E goes from one menu to the other
+    if (GetParam().starts_with(
+            "frmCompose")) // wanted: the captions are given; Alt+E goes from one menu to the other
         expected << u"Alt+E: &Edit, M&essage"_s;
     EXPECT_EQ(Twice(Mnemonics(window)), expected);
 }

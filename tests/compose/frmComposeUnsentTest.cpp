@@ -291,6 +291,17 @@ TEST_F(frmComposeUnsentTest, NobodyIsAskedWhileTheProgramEnds) {
 
 // ---- Size and place
 
+TEST_F(frmComposeUnsentTest, WithBothBarsFitsASmallScreenAtTwiceTheSize) {
+    profile.Write("unsent.ini", "[Message]\r\nSubject=" + QByteArray(500, 'w') + "\r\n");
+    profile.session.Attachments = QStringList{profile.Path(QString(200, u'w'))};
+    Open();
+    EXPECT_TRUE(Bar()->isVisible());
+    EXPECT_TRUE(Find<NoticeBar>("barAttachments")->isVisible());
+    const QSize least = window->minimumSizeHint();
+    EXPECT_LE(least.width(), 1024 / 2);
+    EXPECT_LE(least.height(), 600 / 2 - 24); // the frame's caption
+}
+
 TEST_F(frmComposeUnsentTest, SizeAndPlaceAreKept) {
     Open();
     window->setGeometry(40, 60, 530, 410);
