@@ -111,5 +111,16 @@ TEST_F(ListsPageTest, RequestsDuringARunAreAppliedAfterIt) {
     EXPECT_EQ(Current(), Words("late@x.test"));
 }
 
+TEST_F(ListsPageTest, BothListsGrowWithTheWindow) {
+    host.resize(1000, 500);
+    QCoreApplication::processEvents();
+    const int currentBefore = current.width();
+    const int pendingBefore = pending.width();
+    host.resize(1400, 500);
+    QCoreApplication::processEvents();
+    EXPECT_GT(current.width(), currentBefore + 100);
+    EXPECT_GT(pending.width(), pendingBefore + 100);
+}
+
 } // namespace
 } // namespace varlo
