@@ -13,8 +13,25 @@ NOT_A_STATEMENT = ("return", "break", "continue", "throw", "using", "static_asse
                    "else", "goto", "co_")
 
 
+def blanked(text):
+    return re.sub(r"[^\n]", " ", text)
+
+
+def compiled_here(text):
+    """The text with what only Windows compiles blanked: nothing here can notice a change of it."""
+    def here(match):
+        first, other = match.group("first"), match.group("other") or ""
+        return blanked(first) + other if match.group("system") == "WIN" else first + blanked(other)
+
+    return re.sub(r"^#ifdef Q_OS_(?P<system>WIN|UNIX)(?P<first>.*?)(?P<other>^#else.*?)?(?=^#endif)",
+                  lambda match: match.group()[:match.start("first") - match.start()] + here(match), text,
+                  flags=re.DOTALL | re.MULTILINE)
+
+
 def masked(text):
-    """The text with comments, literals and preprocessor lines blanked, offsets and line breaks kept."""
+    """The text with comments, literals, preprocessor lines and what is for another system blanked, offsets and line
+    breaks kept."""
+    text = compiled_here(text)
     pattern = re.compile(
         r'//[^\n]*|/\*.*?\*/|R"([^(\n]*)\(.*?\)\1"|"(?:\\.|[^"\\\n])*"|\'(?:\\.|[^\'\\\n])+\'|^[ \t]*#(?:\\\n|[^\n])*',
         re.DOTALL | re.MULTILINE)

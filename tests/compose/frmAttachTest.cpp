@@ -53,6 +53,15 @@ TEST_F(frmAttachTest, WithoutAttachmentsShowsNoRowsAndNoKilobytes) {
     EXPECT_EQ(List()->toolTip(), kToolTip);
 }
 
+TEST_F(frmAttachTest, ItsControlsHaveTheirNamesAndCaptions) {
+    Open();
+    QStringList captions;
+    for (const char *name : {"cmdAddFile", "cmdRemoveFile", "cmdOK", "cmdCancel"})
+        captions << test::Find<QPushButton>(dialog.get(), name)->text().remove(u'&');
+    EXPECT_EQ(captions, (QStringList{u"Add File..."_s, u"Remove File"_s, u"OK"_s, u"Cancel"_s}));
+    EXPECT_EQ(dialog->windowTitle(), u"Attachments"_s);
+}
+
 TEST_F(frmAttachTest, LoadsTheArrayInItsOrder) {
     Open({c, a, b});
     EXPECT_EQ(List()->Rows(), QStringList({c, a, b}));

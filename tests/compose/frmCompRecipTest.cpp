@@ -24,6 +24,7 @@ protected:
 
 TEST_F(frmCompRecipTest, ListsTheNamesInTheirOrderWithNoneSelected) {
     EXPECT_EQ(dialog.windowTitle(), "Select Recipient Lists");
+    EXPECT_EQ(test::Find<QPushButton>(&dialog, "cmdOK")->text(), "OK");
     EXPECT_EQ(List()->count(), 3);
     EXPECT_EQ(List()->item(0)->text(), "news");
     EXPECT_EQ(dialog.SelectedLists(), QStringList());
@@ -80,6 +81,20 @@ TEST_F(frmCompRecipTest, EachRowHasItsWholeNameAsATooltip) {
 TEST_F(frmCompRecipTest, OkAccepts) {
     test::Find<QPushButton>(&dialog, "cmdOK")->click();
     EXPECT_EQ(dialog.result(), QDialog::Accepted);
+}
+
+TEST_F(frmCompRecipTest, EnterOnTheSelectButtonIsOkay) {
+    dialog.show();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&dialog));
+    auto *select = test::Find<QPushButton>(&dialog, "cmdListFunctions");
+    select->setFocus();
+    QTimer::singleShot(1000, &dialog, [] { // a menu that opens instead would wait for ever
+        if (QWidget *menu = QApplication::activePopupWidget())
+            menu->close();
+    });
+    QTest::keyClick(select, Qt::Key_Return);
+    EXPECT_EQ(dialog.result(), QDialog::Accepted);
+    EXPECT_FALSE(dialog.isVisible());
 }
 
 } // namespace

@@ -32,6 +32,15 @@ TEST_F(frmComposeControlsTest, EveryControlHasItsText) {
     EXPECT_EQ(Find<QLineEdit>("txtTo")->toolTip(), "\"To:\" name as it will appear to recipients");
 }
 
+TEST_F(frmComposeControlsTest, TheFieldsBeginInOneColumn) {
+    Open();
+    QCoreApplication::processEvents();
+    const int left = Find<QLineEdit>("txtTo")->x();
+    EXPECT_EQ(Find<QComboBox>("cmbTo")->x(), left);
+    EXPECT_EQ(Find<QLineEdit>("txtSubject")->x(), left);
+    EXPECT_GT(Find<QToolButton>("picAttachments")->x(), Find<QComboBox>("cmbTo")->geometry().right());
+}
+
 TEST_F(frmComposeControlsTest, TheMenusHoldTheirEntriesAndLines) {
     Open();
     QStringList menus;

@@ -80,5 +80,15 @@ TEST_F(NameChooserTest, WhatIsPaintedIsTheTextThatFits) {
     EXPECT_EQ(same.grab().toImage(), cut);
 }
 
+TEST_F(NameChooserTest, LooksAsAnyOtherBoxWhereTheNameFits) {
+    NameChooser own{20};
+    QComboBox other;
+    for (QComboBox *box : {static_cast<QComboBox *>(&own), &other}) {
+        box->addItem(u"News"_s);
+        box->resize(chooser.size());
+    }
+    EXPECT_EQ(own.grab().toImage(), other.grab().toImage());
+}
+
 } // namespace
 } // namespace varlo::test

@@ -8,6 +8,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdio>
+#include <cstdlib>
 #include <stdexcept>
 
 namespace varlo::test {
@@ -46,6 +48,19 @@ TEST_F(ReportingTest, TimeHasSecondsAndNoDate) {
     EXPECT_FALSE(time_.contains(u"26"_s)) << time_.toStdString();
     EXPECT_TRUE(DateTimeText(session_).endsWith(u' ' + time_));
     EXPECT_TRUE(DateTimeText(session_).contains(u"26"_s)) << DateTimeText(session_).toStdString();
+}
+
+// In a process of its own, because the format is asked for once.
+TEST_F(ReportingTest, SecondsStandBehindTheMinutesWhereTheSystemLeavesThemOut) {
+    testing::FLAGS_gtest_death_test_style = "threadsafe";
+    const QByteArray before = qgetenv("LC_ALL");
+    qputenv("LC_ALL", "en_US.UTF-8");
+    const auto tell = [this] {
+        std::fputs(qPrintable(time_), stderr);
+        std::_Exit(0);
+    };
+    EXPECT_EXIT(tell(), testing::ExitedWithCode(0), "5:06:07 AM$");
+    before.isNull() ? qunsetenv("LC_ALL") : qputenv("LC_ALL", before);
 }
 
 TEST_F(ReportingTest, TimeFollowsTheClockFromSecondToSecond) {

@@ -33,5 +33,16 @@ TEST(LocalTime, FollowsAChangeOfTheTimeZoneWithinASecond) {
     zone.isNull() ? qunsetenv("TZ") : qputenv("TZ", zone);
 }
 
+TEST(LocalTime, AsksTheSystemInEachSecond) {
+    const QByteArray zone = qgetenv("TZ");
+    LocalTime();
+    qputenv("TZ", "VRL-3:15");
+    const qint64 second = QDateTime::currentSecsSinceEpoch();
+    while (QDateTime::currentSecsSinceEpoch() == second)
+        QThread::msleep(5);
+    EXPECT_EQ(LocalTime().offsetFromUtc(), (3 * 60 + 15) * 60);
+    zone.isNull() ? qunsetenv("TZ") : qputenv("TZ", zone);
+}
+
 } // namespace
 } // namespace varlo::test

@@ -207,6 +207,16 @@ TEST_F(WidgetDialogsTest, ATextTallerThanTheScreenGetsAScrollBar) {
     boxes_.MsgBox(lines.first(8).join(u'\n'), BoxButtons::Ok, BoxIcon::None, kErrorTitle);
 }
 
+TEST_F(WidgetDialogsTest, ATallTextBeginsInTheUpperLeftCorner) {
+    WhenOpen<QMessageBox>([](QMessageBox &box) {
+        const auto *area = box.findChild<QScrollArea *>();
+        ASSERT_NE(area, nullptr);
+        EXPECT_EQ(qobject_cast<QLabel *>(area->widget())->alignment(), Qt::AlignTop | Qt::AlignLeft);
+        box.accept();
+    });
+    boxes_.MsgBox(QString(5'000, u'\n'), BoxButtons::Ok, BoxIcon::None, kErrorTitle);
+}
+
 TEST_F(WidgetDialogsTest, HourglassIsAwayWhileABoxWaits) {
     boxes_.SetHourglass(true);
     boxes_.SetHourglass(true);

@@ -7,6 +7,7 @@
 
 #include <QDir>
 #include <QLabel>
+#include <QPushButton>
 #include <QSignalSpy>
 #include <QWheelEvent>
 #include <gtest/gtest.h>
@@ -61,6 +62,26 @@ TEST_F(CurrentListFrameTest, ItsControlsHaveTheirNamesCaptionsAndToolTips) {
     EXPECT_EQ(current.objectName(), u"fraCurrent"_s);
     EXPECT_EQ(current.title(), u"Current List"_s);
     EXPECT_EQ(Find<QLabel>("lblCurrentList")->text().remove(u'&'), u"Current List"_s);
+}
+
+TEST_F(CurrentListFrameTest, ItsButtonsStandInTheirRowsAboveAndBelowTheList) {
+    OpenLists({{kNews, Words("aa@x.test")}});
+    QCoreApplication::processEvents();
+    const QRect list = View(lists.VisibleBox())->geometry();
+    const auto expectRow = [this](std::initializer_list<const char *> names, int top, int bottom) {
+        int right = 0;
+        for (const char *name : names) {
+            const QRect button = Find<QPushButton>(name)->geometry();
+            EXPECT_GT(button.top(), top) << name;
+            EXPECT_LT(button.bottom(), bottom) << name;
+            EXPECT_GT(button.left(), right) << name;
+            right = button.right();
+        }
+    };
+    expectRow({"cmdFileNew", "cmdFileRename", "cmdFileDelete", "cmdFileSave"}, Chooser()->geometry().bottom(),
+              list.top());
+    expectRow({"cmdListEdit_0", "cmdListDelete_0", "cmdListFind", "cmdListSort"}, list.bottom(),
+              current.height());
 }
 
 TEST_F(CurrentListFrameTest, TheChooserOffersTheListsAndChoosesNone) {

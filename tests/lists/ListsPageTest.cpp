@@ -295,5 +295,16 @@ TEST_F(ListsPageTest, TheListsAreLockedUntilTheNotificationsAreSent) {
     EXPECT_EQ(told, (std::vector<bool>{true, false}));
 }
 
+TEST_F(ListsPageTest, BothListsGrowWithTheWindow) {
+    host.resize(1000, 500);
+    QCoreApplication::processEvents();
+    const int currentBefore = current.width();
+    const int pendingBefore = pending.width();
+    host.resize(1400, 500);
+    QCoreApplication::processEvents();
+    EXPECT_GT(current.width(), currentBefore + 100);
+    EXPECT_GT(pending.width(), pendingBefore + 100);
+}
+
 } // namespace
 } // namespace varlo

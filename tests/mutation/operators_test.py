@@ -79,6 +79,13 @@ class Operators(unittest.TestCase):
         text = body("// if (a < 1) b();\n/* c(d, e);\n   f = 1; */")
         self.assertEqual(operators.changes_of(text), [])
 
+    def test_leaves_what_only_another_system_compiles(self):
+        shown = [operators.shown(text, change)[0] for text in (
+            body("#ifdef Q_OS_WIN\na();\n#else\nb();\n#endif\nc();"),
+            "#ifdef Q_OS_UNIX\n" + body("d();") + "#else\n" + body("e();") + "#endif\n" + body("f();"),
+            body("#ifdef EDQUOT\ng();\n#endif")) for change in operators.changes_of(text)]
+        self.assertEqual(shown, ["b();", "c();", "d();", "f();", "g();"])
+
     def test_changes_nothing_outside_functions(self):
         text = ("#include <a.h>\nnamespace a {\nconstexpr int b = 1;\nenum class C { D = 1 };\n"
                 "struct E {\n    int f = 1;\n};\nint g(int h, int i);\n}\n")

@@ -91,6 +91,13 @@ TEST(HeaderTextTest, LongTextOfAnyLengthIsNeverSplitWithinACharacter) {
     }
 }
 
+TEST(HeaderTextTest, EncodedLinesAreAsFullAsTheyMayBe) {
+    QList<qsizetype> sizes;
+    for (const QByteArray &line : Subject(QString(100, QChar(0xFC))).chopped(2).split('\n'))
+        sizes << line.trimmed().size();
+    EXPECT_EQ(sizes, (QList<qsizetype>{73, 72, 72, 72, 52})) << "the name takes room on the first line only";
+}
+
 TEST(HeaderTextTest, MailboxIsQuoted) {
     EXPECT_EQ(MailboxHeader("To", u"A \"B\" \\ C, D"_s, "a@x.org"),
               "To: \"A \\\"B\\\" \\\\ C, D\" <a@x.org>\r\n");

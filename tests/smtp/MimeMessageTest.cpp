@@ -8,6 +8,7 @@
 
 #include <QDateTime>
 #include <QFile>
+#include <QRegularExpression>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
@@ -175,6 +176,14 @@ TEST_F(MimeMessageTest, HeadersNameTheSenderAndTheRecipient) {
     const QString date = QString::fromLatin1(first.mid(6, first.indexOf("\r\n") - 6));
     EXPECT_TRUE(QDateTime::fromString(date, Qt::RFC2822Date).isValid()) << date.toStdString();
     EXPECT_FALSE(date.contains(u'.')) << "whole seconds";
+}
+
+TEST_F(MimeMessageTest, DateIsWrittenInTheFormOfMail) {
+    const Mailbox somebody = ParseMailbox(u"ed@x.org"_s);
+    const QString headers = QString::fromLatin1(MessageHeaders().Render(somebody, somebody, QByteArray()));
+    static const QRegularExpression date(u"^Date: [0-9]{2} (Jan|Feb|Mar|Apr|May|Jun|Jul|Aug|Sep|Oct|Nov|Dec) "
+                                         "[0-9]{4} [0-9]{2}:[0-9]{2}:[0-9]{2} [+-][0-9]{4}\r\nFrom: "_s);
+    EXPECT_TRUE(date.match(headers).hasMatch()) << headers.toStdString();
 }
 
 } // namespace OSSMTP

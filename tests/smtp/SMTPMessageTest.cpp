@@ -47,6 +47,18 @@ TEST(SMTPMessageTest, MessageArrivesWithItsHeaders) {
     EXPECT_EQ(read.Text, u"Hello\r\n"_s);
 }
 
+TEST(SMTPMessageTest, LargeMessageArrivesWithItsHeadersToo) {
+    const FakeSmtpServer server;
+    Sender sender(server);
+    const QString text = u"much\r\n"_s.repeated(20'000);
+    sender.Message.Text = text;
+    ASSERT_TRUE(sender.SendTo(kAnn));
+    const ReceivedMail read = ReadMail(server.Mails().value(0).Data);
+    EXPECT_EQ(read.Header("Subject"), u"News"_s);
+    EXPECT_EQ(read.Header("To"), u"\"Readers\" <ann@example.com>"_s);
+    EXPECT_EQ(read.Text, text);
+}
+
 TEST(SMTPMessageTest, MessageIdsDiffer) {
     const FakeSmtpServer server;
     Sender sender(server);

@@ -84,6 +84,16 @@ TEST(SMTPTest, RefusedRecipientIsReportedAndTheNextOneReached) {
     }
 }
 
+TEST(SMTPTest, RefusalBeforeTheConnectionBrokeIsTheAnswerAndNotTriedAgain) {
+    const FakeSmtpServer server(
+        WithFault({SmtpStep::Rcpt, SmtpFault::ReplyThenClose, "550 no such user\r\n", "ann"}));
+    Sender sender(server);
+    EXPECT_FALSE(sender.SendTo(kAnn));
+    EXPECT_EQ(sender.Last(), (Outcome{Outcome::Kind::Refused, 550, u"no such user"_s, false}));
+    EXPECT_EQ(server.Connections(), 1);
+    EXPECT_TRUE(sender.SendTo(kBob)) << "on a new connection";
+}
+
 TEST(SMTPTest, DataGrantedThoughTheRecipientWasRefusedGetsALoneDot) {
     SmtpScript script = WithFault({SmtpStep::Rcpt, SmtpFault::Reply, "550 no such user\r\n", "ann"});
     script.DataForNobody = true;

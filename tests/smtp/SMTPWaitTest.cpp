@@ -1,6 +1,7 @@
 // What happens while the component waits: windows stay alive, a destruction ends it, mails follow one another.
 
 #include "core/Literals.h"
+#include "core/RuntimeError.h"
 #include "net/ScriptedServer.h"
 #include "smtp/SMTP.h"
 #include "smtp/Sender.h"
@@ -153,6 +154,21 @@ TEST(SMTPWaitTest, WindowsStayAliveWhileALargeFileIsReadAndSent) {
     const Ticker window;
     EXPECT_TRUE(sender.SendTo(kAnn));
     EXPECT_GT(window.Ticks, 2);
+}
+
+TEST(SMTPWaitTest, FileThatVanishesWhileAnotherIsReadIsTold) {
+    const QTemporaryDir folder;
+    const FakeSmtpServer server;
+    Sender sender(server);
+    QFile second(folder.filePath(u"second.txt"_s));
+    ASSERT_TRUE(second.open(QIODevice::WriteOnly));
+    sender.Message.Attachments << MakeFile(folder, 50'000'000) << second.fileName();
+    sender.Submit(kAnn);
+    ASSERT_TRUE(second.remove());
+    ASSERT_TRUE(WaitUntil([&] { return !sender.Outcomes.empty(); }));
+    EXPECT_EQ(sender.Last(),
+              (Outcome{Kind::NotTried, FileNotFound, RuntimeError(FileNotFound).Description(), true}));
+    EXPECT_EQ(server.Connections(), 0);
 }
 
 TEST(SMTPWaitTest, MailsFollowOneAnotherInTheHandlersWithoutRecursion) {
