@@ -176,7 +176,7 @@ TEST(SMTPMessageTest, TextsOfAllTheWorldArriveAsTheyAre) {
     const QString subject = u"\u65e5\u672c\u8a9e\u306e\u4ef6\u540d \U0001F600 "_s.repeated(20);
     sender.Message.Subject = subject;
     sender.Message.Text = text;
-    sender.Message.Attachments << file;
+    sender.Message.Attachments = {file};
     ASSERT_TRUE(sender.Send(u"\"Zo\u00eb \"Z\" L\u00f3pez\" <ann@example.com>"_s));
     const ReceivedMail mail = ReadMail(server.Mails().value(0).Data);
     EXPECT_EQ(mail.Header("Subject"), subject);
@@ -191,7 +191,7 @@ TEST(SMTPMessageTest, AttachmentsBelongToTheirMessage) {
     const QString file = WriteTemporary(folder, u"a.txt"_s, "data");
     const FakeSmtpServer server;
     Sender sender(server);
-    sender.Message.Attachments << file;
+    sender.Message.Attachments = {file};
     for (const QString &address : {kAnn, kBob})
         ASSERT_TRUE(sender.SendTo(address));
     sender.Message.Attachments.clear();
@@ -206,7 +206,7 @@ TEST(SMTPMessageTest, AttachmentIsReadAgainWhenItChanged) {
     const QTemporaryDir folder;
     const FakeSmtpServer server;
     Sender sender(server);
-    sender.Message.Attachments << WriteTemporary(folder, u"a.txt"_s, "old");
+    sender.Message.Attachments = {WriteTemporary(folder, u"a.txt"_s, "old")};
     ASSERT_TRUE(sender.SendTo(kAnn));
     WriteTemporary(folder, u"a.txt"_s, "newer");
     ASSERT_TRUE(sender.SendTo(kAnn));
@@ -233,7 +233,7 @@ TEST(SMTPMessageTest, AttachmentThatVanishedBetweenTwoRecipientsIsTold) {
     const QString file = WriteTemporary(folder, u"a.txt"_s, "data");
     const FakeSmtpServer server;
     Sender sender(server);
-    sender.Message.Attachments << file;
+    sender.Message.Attachments = {file};
     ASSERT_TRUE(sender.SendTo(kAnn));
     QFile::remove(file);
     EXPECT_FALSE(sender.SendTo(kBob));
