@@ -6,6 +6,7 @@
 #include "support/FakeMailer.h"
 #include "support/TestProfile.h"
 
+#include <QCoreApplication>
 #include <QLineEdit>
 #include <QListView>
 #include <QPushButton>

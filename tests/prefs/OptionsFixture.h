@@ -8,6 +8,16 @@
 #include "support/KnownSettings.h"
 #include "support/TestProfile.h"
 
+#include <QAbstractButton>
+#include <QCheckBox>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QTest>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <vector>
+
 namespace varlo::test {
 
 struct frmOptionsTest : testing::Test {
