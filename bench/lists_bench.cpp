@@ -16,6 +16,7 @@
 //   CopyTexts/n        the same texts made with their signs, and nothing else
 //   Search/n           for a text in every second entry, after a search for one in every other
 //   LowerAndContains/n the same comparisons, and nothing else
+//   FindAsYouType/n    one key in the box above the list, beside LowerAndContains
 //   SortOrder/n        with 500 selected entries
 //   SortTexts/n        the same texts lower-cased and sorted, which the two boxes save
 
@@ -24,6 +25,7 @@
 #include "core/StatusLabel.h"
 #include "core/TextFile.h"
 #include "lists/EntryListView.h"
+#include "lists/FoundRows.h"
 #include "lists/ListEditing.h"
 #include "lists/ListStore.h"
 #include "lists/PendingProcessing.h"
@@ -256,6 +258,19 @@ void LowerAndContains(benchmark::State &state) {
     }
 }
 
+// A key in the box above the list: by turns one that every entry contains, and one that none does.
+void FindAsYouType(benchmark::State &state) {
+    Program program(state.range(0));
+    FoundRows found(program.lists.lstEmailList(kChronological));
+    bool isIn = false;
+    for (auto _ : state) {
+        isIn = !isIn;
+        found.SetText(isIn ? u"@"_s : u"no such text"_s);
+    }
+    if (found.rowCount() > 0 && !isIn)
+        state.SkipWithError("found");
+}
+
 void SortOrder(benchmark::State &state) {
     Program program(state.range(0));
     Window window(program);
@@ -303,6 +318,7 @@ BENCHMARK(CopyToPending)->Apply(Sizes);
 BENCHMARK(CopyTexts)->Apply(Sizes);
 BENCHMARK(Search)->Apply(Sizes);
 BENCHMARK(LowerAndContains)->Apply(Sizes);
+BENCHMARK(FindAsYouType)->Apply(Sizes);
 BENCHMARK(SortOrder)->Apply(Sizes);
 BENCHMARK(SortTexts)->Apply(Sizes);
 

@@ -12,6 +12,8 @@
 
 #include <QBoxLayout>
 #include <QLabel>
+#include <QLineEdit>
+#include <QLocale>
 #include <QPushButton>
 #include <QShortcut>
 
@@ -35,6 +37,14 @@ void CurrentListFrame::CreateControls() {
     cmdFileRename = NewButton(this, "cmdFileRename", u"Re&name"_s, u"Rename current list"_s, u"rename");
     cmdFileDelete = NewButton(this, "cmdFileDelete", u"&Delete"_s, u"Delete current list"_s, u"delete");
     cmdFileSave = NewButton(this, "cmdFileSave", u"&Save"_s, u"Save current list"_s, u"save");
+    txtFind = new QLineEdit(this);
+    txtFind->setObjectName(u"txtFind"_s);
+    txtFind->setPlaceholderText(u"Find as you type"_s);
+    txtFind->setAccessibleName(u"Find in the current list"_s);
+    txtFind->setToolTip(u"Show only the addresses that contain this text"_s);
+    txtFind->setClearButtonEnabled(true);
+    lblFound = new QLabel(this);
+    lblFound->setObjectName(u"lblFound"_s);
     chronological_ = new EntryListView(lists_, kChronological, u"Current list, chronological"_s, this);
     alphabetical_ = new EntryListView(lists_, kAlphabetical, u"Current list, alphabetical"_s, this);
     cmdListEdit = NewButton(this, "cmdListEdit_0", u"Edi&t"_s, u"Edit selected items"_s, u"edit");
@@ -51,12 +61,16 @@ void CurrentListFrame::LayOutControls() {
     auto *fileButtons = new QHBoxLayout;
     for (QPushButton *button : {cmdFileNew, cmdFileRename, cmdFileDelete, cmdFileSave})
         fileButtons->addWidget(button);
+    auto *find = new QHBoxLayout;
+    find->addWidget(txtFind, 1);
+    find->addWidget(lblFound);
     auto *listButtons = new QHBoxLayout;
     for (QPushButton *button : {cmdListEdit, cmdListDelete, cmdListFind, cmdListSort})
         listButtons->addWidget(button);
     auto *column = new QVBoxLayout(this);
     column->addLayout(chooser);
     column->addLayout(fileButtons);
+    column->addLayout(find);
     column->addWidget(chronological_, 1);
     column->addWidget(alphabetical_, 1);
     column->addLayout(listButtons);
@@ -73,11 +87,25 @@ void CurrentListFrame::ConnectControls() {
     connect(cmdListEdit, &QPushButton::clicked, this, [this] { editing_.EditSelected(lists_.VisibleBox()); });
     connect(cmdListDelete, &QPushButton::clicked, this,
             [this] { editing_.DeleteSelected(lists_.VisibleBox()); });
-    connect(cmdListFind, &QPushButton::clicked, this, [this] { editing_.Search(); });
+    connect(cmdListFind, &QPushButton::clicked, this, [this] {
+        txtFind->clear(); // the matches are selected among all addresses
+        editing_.Search();
+    });
+    connect(txtFind, &QLineEdit::textChanged, this, &CurrentListFrame::Narrow);
+    connect(&lists_.Open, &OpenList::Loaded, txtFind, &QLineEdit::clear);
     connect(cmdListSort, &QPushButton::clicked, this,
             [this] { Q_EMIT SortMenuWanted(cmdListSort->mapToGlobal(QPoint(0, cmdListSort->height()))); });
     connect(new QShortcut(QKeySequence::Save, this), &QShortcut::activated, cmdFileSave, &QPushButton::click);
     connect(new QShortcut(QKeySequence::Find, this), &QShortcut::activated, cmdListFind, &QPushButton::click);
+    auto *find = new QShortcut(QKeySequence(u"Ctrl+Shift+F"_s), this);
+    connect(find, &QShortcut::activated, txtFind, [this] { txtFind->setFocus(Qt::ShortcutFocusReason); });
+    auto *showAll = new QShortcut(QKeySequence(Qt::Key_Escape), txtFind);
+    showAll->setContext(Qt::WidgetShortcut);
+    connect(showAll, &QShortcut::activated, txtFind, &QLineEdit::clear);
+    auto *toTheFound = new QShortcut(QKeySequence(Qt::Key_Down), txtFind);
+    toTheFound->setContext(Qt::WidgetShortcut);
+    connect(toTheFound, &QShortcut::activated, this,
+            [this] { ListBox()->setFocus(Qt::ShortcutFocusReason); });
     for (const bool next : {true, false})
         connect(new QShortcut(QKeySequence(next ? u"F3"_s : u"Shift+F3"_s), this), &QShortcut::activated,
                 this, [this, next] { editing_.ShowSelected(next); });
@@ -87,6 +115,7 @@ void CurrentListFrame::ConnectControls() {
         connect(view, &EntryListView::DeleteWanted, cmdListDelete, &QPushButton::click);
         connect(view, &EntryListView::EditWanted, cmdListEdit, &QPushButton::click);
         connect(view, &EntryListView::MenuWanted, this, &CurrentListFrame::ContextMenuWanted);
+        connect(view, &EntryListView::FoundAnew, this, &CurrentListFrame::ShowFoundCount);
     }
 }
 
@@ -184,6 +213,26 @@ void CurrentListFrame::ShowSortOrder() {
     const bool alphabetical = lists_.VisibleBox() == kAlphabetical;
     chronological_->setVisible(!alphabetical);
     alphabetical_->setVisible(alphabetical);
+    Narrow();
+}
+
+// The order that is not shown need not be searched.
+void CurrentListFrame::Narrow() {
+    for (EntryListView *view : {chronological_, alphabetical_})
+        view->Narrow(view == ListBox() ? txtFind->text() : QString());
+    ShowFoundCount();
+}
+
+// Who presses "Delete" should know of what he has selected and does not see.
+void CurrentListFrame::ShowFoundCount() {
+    const auto *view = lists_.VisibleBox() == kAlphabetical ? alphabetical_ : chronological_;
+    const QLocale locale;
+    QString text = locale.toString(view->ShownCount()) + u" of "_s +
+                   locale.toString(lists_.lstEmailList(lists_.VisibleBox()).Count());
+    if (const int hidden = view->HiddenSelectedCount(); hidden > 0)
+        text += u", "_s + locale.toString(hidden) + u" selected not shown"_s;
+    lblFound->setText(text);
+    lblFound->setVisible(!txtFind->text().isEmpty());
 }
 
 QWidget *CurrentListFrame::ListBox() const {
@@ -201,8 +250,9 @@ void CurrentListFrame::UpdateControls() {
     cmbMList->setEnabled(cmbMList->count() > 0);
     cmdFileRename->setEnabled(!ChosenName().isEmpty());
     for (QWidget *control :
-         std::initializer_list<QWidget *>{cmdListFind, cmdListSort, chronological_, alphabetical_})
+         std::initializer_list<QWidget *>{txtFind, cmdListFind, cmdListSort, chronological_, alphabetical_})
         control->setEnabled(hasEntries);
+    ShowFoundCount();
     cmdListEdit->setEnabled(hasSelection);
     cmdListDelete->setEnabled(hasSelection);
 }

@@ -6,6 +6,7 @@
 #include <QGroupBox>
 
 class QLabel;
+class QLineEdit;
 class QPushButton;
 
 namespace varlo {
@@ -53,6 +54,8 @@ private:
     void cmbMList_Click();
     void ChooseName(const QString &name);
     void ShowOpenList();
+    void Narrow();
+    void ShowFoundCount();
     void cmdFileNew_Click();
     void cmdFileRename_Click();
     void cmdFileDelete_Click();
@@ -66,6 +69,8 @@ private:
     QPushButton *cmdFileRename = nullptr;
     QPushButton *cmdFileDelete = nullptr;
     QPushButton *cmdFileSave = nullptr;
+    QLineEdit *txtFind = nullptr;
+    QLabel *lblFound = nullptr;
     EntryListView *chronological_ = nullptr; // lstEmailList_0
     EntryListView *alphabetical_ = nullptr;  // lstEmailList_1
     QPushButton *cmdListEdit = nullptr;

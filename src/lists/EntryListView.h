@@ -3,8 +3,12 @@
 
 #include <QListView>
 
+#include <memory>
+
 namespace varlo {
 
+class FoundDelegate;
+class FoundRows;
 class ListBox;
 class ListStore;
 
@@ -14,11 +18,22 @@ class EntryListView : public QListView {
 public:
     // Shows box `box` of the store; its object name is "lstEmailList_" and the number.
     EntryListView(ListStore &lists, int box, const QString &accessibleName, QWidget *parent = nullptr);
+    ~EntryListView() override;
 
     // What stands in the box while it is empty.
     void SetHint(const QString &hint);
 
+    // Shows only the rows that contain `text`, letter case aside; all rows when it is empty. The list and its
+    // selection stay as they are, until the operator selects something: then that is the selection.
+    void Narrow(const QString &text);
+    // How many rows are shown.
+    int ShownCount() const { return model()->rowCount(); }
+    // How many selected rows are not shown.
+    int HiddenSelectedCount() const;
+
 Q_SIGNALS:
+    // The narrowed list has changed, and other rows are shown.
+    void FoundAnew();
     // The operator changed the selection with mouse or keyboard.
     void SelectionTouched();
     void DeleteWanted();
@@ -35,13 +50,23 @@ protected:
                                                          const QEvent *event) const override;
 
 private:
+    bool IsNarrowed() const;
+    void ShowFound();
+    void ShowAll();
+    // What of the list's selection is shown becomes the selection of the rows found; and the other way about.
+    void ShowSelection();
+    void TakeSelection();
     // Copies the selected entries, one a line.
     void CopySelection() const;
     void OpenMenuAtCurrentRow();
     // A hint in place of entries is read to who does not see it.
     void TellHint();
 
-    const ListBox &box_;
+    ListBox &box_;
+    std::unique_ptr<FoundRows> found_;
+    std::unique_ptr<QItemSelectionModel> foundSelection_;
+    FoundDelegate *foundDelegate_;
+    bool isTaking_ = false; // the selection of the rows found goes to the list
     QString hint_;
 };
 

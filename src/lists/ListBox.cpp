@@ -34,20 +34,21 @@ QStringList ListBox::SelectedEntries() const {
     return entries;
 }
 
-void ListBox::SelectRows(const QList<int> &rows) {
-    QItemSelection selection;
+void SelectExactly(QItemSelectionModel &selection, const QList<int> &rows) {
+    const QAbstractItemModel &model = *selection.model();
+    QItemSelection ranges;
     for (qsizetype i = 0; i < rows.size();) {
         qsizetype last = i;
         while (last + 1 < rows.size() && rows[last + 1] == rows[last] + 1)
             ++last;
-        selection.append(QItemSelectionRange(model_.index(rows[i]), model_.index(rows[last])));
+        ranges.append(QItemSelectionRange(model.index(rows[i], 0), model.index(rows[last], 0)));
         i = last + 1;
     }
     // Telling what changed from one selection to the next costs their numbers of ranges multiplied: seconds,
     // when every other row was found twice. From an empty one it costs nothing.
-    if (selection.size() > 1)
-        selection_.clearSelection();
-    selection_.select(selection, QItemSelectionModel::ClearAndSelect);
+    if (ranges.size() > 1)
+        selection.clearSelection();
+    selection.select(ranges, QItemSelectionModel::ClearAndSelect);
 }
 
 void ChangingList::Touch() {

@@ -14,6 +14,9 @@ enum BoxIndex : int {
     kPending = 2,       // requests: "+" or "-", directly followed by the address
 };
 
+// Selects exactly these rows (ascending), as one change.
+void SelectExactly(QItemSelectionModel &selection, const QList<int> &rows);
+
 class ListBox : public QObject {
     Q_OBJECT
 
@@ -28,8 +31,7 @@ public:
     QList<int> SelectedRows() const;
     int SelectedCount() const;
     QStringList SelectedEntries() const;
-    // Selects exactly these rows (ascending), as one change.
-    void SelectRows(const QList<int> &rows);
+    void SelectRows(const QList<int> &rows) { SelectExactly(selection_, rows); }
 
 Q_SIGNALS:
     // Entries or the selection; at once, and for each change.
