@@ -5,6 +5,7 @@
 #include "core/Reporting.h"
 #include "core/modPublic.h"
 #include "lists/AddressRules.h"
+#include "lists/Domains.h"
 #include "lists/ListStore.h"
 #include "lists/SelectionPause.h"
 
@@ -174,6 +175,15 @@ void ListEditing::SelectNone(int box) {
     lists_.Selection(box).clearSelection();
     Trapped(session_, u"Main.mnuListsDeSelAll"_s,
             [&] { StatusMessage(session_, u"Cleared address selections"_s); });
+}
+
+void ListEditing::SelectDomains(const QSet<QString> &domains) {
+    const int box = lists_.VisibleBox();
+    const QList<int> rows = RowsOfDomains(lists_.lstEmailList(box).Entries(), domains);
+    lists_.SelectRows(box, rows);
+    if (!rows.isEmpty())
+        MakeCurrent(box, rows.first());
+    ReportSelection(box);
 }
 
 void ListEditing::ReportSelection(int box) {

@@ -5,6 +5,7 @@
 #include "core/Session.h"
 
 #include <QPersistentModelIndex>
+#include <QSet>
 
 namespace varlo {
 
@@ -34,6 +35,8 @@ public:
     void SwapSigns();
     void SelectAll(int box);
     void SelectNone(int box);
+    // Selects the entries of the visible Current box that are of these domains (lower-cased).
+    void SelectDomains(const QSet<QString> &domains);
     // The status line after a click in a list box.
     void ReportSelection(int box);
 

@@ -35,6 +35,7 @@ void ListsMenu::CreateCurrentMenu() {
     mnuListsCurrent->addSeparator();
     mnuListsCurrentSelAll = AddEntry(mnuListsCurrent, "mnuListsCurrentSelAll", u"Select &All"_s);
     mnuListsCurrentDeSelAll = AddEntry(mnuListsCurrent, "mnuListsCurrentDeSelAll", u"Select &None"_s);
+    mnuListsSelectDomain = AddEntry(mnuListsCurrent, "mnuListsSelectDomain", u"Select by &Domain..."_s);
 }
 
 void ListsMenu::CreatePendingMenu() {
@@ -65,6 +66,7 @@ void ListsMenu::ConnectEntries() {
             [this] { editing_.SelectAll(lists_.VisibleBox()); });
     connect(mnuListsCurrentDeSelAll, &QAction::triggered, this,
             [this] { editing_.SelectNone(lists_.VisibleBox()); });
+    connect(mnuListsSelectDomain, &QAction::triggered, this, &ListsMenu::SelectDomainWanted);
     connect(mnuListsPendingSelAll, &QAction::triggered, this, [this] { editing_.SelectAll(kPending); });
     connect(mnuListsPendingDeSelAll, &QAction::triggered, this, [this] { editing_.SelectNone(kPending); });
 }

@@ -24,6 +24,9 @@ public:
     void ShowSortOrder();
     void UpdateControls();
 
+Q_SIGNALS:
+    void SelectDomainWanted();
+
 private:
     void CreateCurrentMenu();
     void CreatePendingMenu();
@@ -38,6 +41,7 @@ private:
     QAction *mnuSortOrder[2] = {};
     QAction *mnuListsCurrentSelAll = nullptr;
     QAction *mnuListsCurrentDeSelAll = nullptr;
+    QAction *mnuListsSelectDomain = nullptr;
     QMenu *mnuListsPending = nullptr;
     QAction *mnuListsPendingCopy[2] = {};
     QAction *mnuListsPendingSelAll = nullptr;

@@ -4,6 +4,7 @@
 #include "lists/ListsMenu.h"
 #include "lists/PendingListFrame.h"
 #include "lists/UnsavedOffer.h"
+#include "lists/frmSelectDomain.h"
 
 #include <QSplitter>
 #include <QVBoxLayout>
@@ -55,7 +56,20 @@ void ListsPage::ConnectMenus() {
     const auto popUp = [](QMenu *menu) { return [menu](const QPoint &position) { menu->popup(position); }; };
     connect(fraCurrent_, &CurrentListFrame::SortMenuWanted, mnuLists_, popUp(mnuLists_->SortMenu()));
     connect(fraCurrent_, &CurrentListFrame::ContextMenuWanted, mnuLists_, popUp(mnuLists_->CurrentMenu()));
+    connect(mnuLists_, &ListsMenu::SelectDomainWanted, this, &ListsPage::SelectDomain);
     connect(fraPending_, &PendingListFrame::ContextMenuWanted, mnuLists_, popUp(mnuLists_->PendingMenu()));
+}
+
+void ListsPage::SelectDomain() {
+    const OpenList::Hold hold(lists_.Open);
+    const QStringList entries = lists_.lstEmailList(lists_.VisibleBox()).Entries();
+    const QPointer<frmSelectDomain> dialog = new frmSelectDomain(CountDomains(entries), this);
+    const bool isAccepted = dialog->exec() == QDialog::Accepted;
+    if (!dialog)
+        return; // the window went while it was open
+    if (isAccepted)
+        editing_.SelectDomains(dialog->SelectedDomains());
+    delete dialog;
 }
 
 void ListsPage::ShowSortOrder() {

@@ -58,6 +58,7 @@ private:
     void LayOutControls();
     void ConnectControls();
     void ConnectMenus();
+    void SelectDomain();
     void SetLocked(bool locked);
     void PlaceFocus(const QWidget &instead);
     void ProcessIfFree();

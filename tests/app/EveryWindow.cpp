@@ -8,6 +8,7 @@
 #include "compose/frmCompRecip.h"
 #include "compose/frmCompose.h"
 #include "core/Literals.h"
+#include "lists/frmSelectDomain.h"
 #include "prefs/frmOptions.h"
 
 #include <QLineEdit>
@@ -58,6 +59,9 @@ std::unique_ptr<QWidget> OpenWindow::Make(const std::string &name) {
     }
     if (name == "frmCompRecip")
         return std::make_unique<frmCompRecip>(host_.ListNames());
+    if (name == "frmSelectDomain")
+        return std::make_unique<frmSelectDomain>(
+            QList<DomainCount>{{u"example.org"_s, 2}, {u"example.com"_s, 1}});
     if (name == "frmAttach")
         return MakeAttach();
     return MakeOptions(name.back() - '0');
@@ -99,8 +103,9 @@ std::unique_ptr<QWidget> OpenWindow::MakeAttach() {
 }
 
 std::vector<std::string> WindowNames() {
-    std::vector<std::string> names{"frmMain",    "frmMain_offer", "frmProfile", "frmConsole",      "frmAbout",
-                                   "frmCompose", "frmCompRecip",  "frmAttach",  "frmCompose_offer"};
+    std::vector<std::string> names{"frmMain",         "frmMain_offer",   "frmProfile",   "frmConsole",
+                                   "frmAbout",        "frmCompose",      "frmCompRecip", "frmAttach",
+                                   "frmSelectDomain", "frmCompose_offer"};
     for (int page = 0; page < 5; ++page)
         names.push_back("frmOptions_" + std::to_string(page));
     return names;
