@@ -14,6 +14,7 @@ ListsMenu::ListsMenu(Session &session, ListStore &lists, ListEditing &editing, Q
     setObjectName(u"mnuLists"_s);
     CreateCurrentMenu();
     CreatePendingMenu();
+    CreateUndoEntries();
     ConnectEntries();
 }
 
@@ -48,6 +49,14 @@ void ListsMenu::CreatePendingMenu() {
     mnuListsPendingDeSelAll = AddEntry(mnuListsPending, "mnuListsPendingDeSelAll", u"Select &None"_s);
 }
 
+void ListsMenu::CreateUndoEntries() {
+    AddLine(this, "mnuListsLine1");
+    mnuListsUndo = AddEntry(this, "mnuListsUndo", u"&Undo"_s);
+    mnuListsUndo->setShortcut(u"Ctrl+Z"_s);
+    mnuListsRedo = AddEntry(this, "mnuListsRedo", u"&Redo"_s);
+    mnuListsRedo->setShortcut(u"Ctrl+Y"_s);
+}
+
 void ListsMenu::ConnectEntries() {
     using Transfer = ListEditing::Transfer;
     for (int i : {0, 1}) {
@@ -62,6 +71,8 @@ void ListsMenu::ConnectEntries() {
             ShowSortOrder();
         });
     }
+    connect(mnuListsUndo, &QAction::triggered, this, [this] { editing_.Undo(); });
+    connect(mnuListsRedo, &QAction::triggered, this, [this] { editing_.Redo(); });
     connect(mnuListsCurrentSelAll, &QAction::triggered, this,
             [this] { editing_.SelectAll(lists_.VisibleBox()); });
     connect(mnuListsCurrentDeSelAll, &QAction::triggered, this,
@@ -75,6 +86,12 @@ void ListsMenu::ShowSortOrder() {
     mnuSortOrder[lists_.VisibleBox() == kAlphabetical ? 1 : 0]->setChecked(true);
 }
 
+// The step in the text: "Undo Delete 3 Addresses".
+void ListsMenu::ShowStep(QAction *entry, const QString &caption, QString step) {
+    entry->setText(step.isEmpty() ? caption : caption + u' ' + step.replace(u'&', u"&&"_s));
+    entry->setEnabled(!step.isEmpty());
+}
+
 void ListsMenu::UpdateControls() {
     const bool hasCurrent = lists_.lstEmailList(kChronological).Count() > 0;
     const bool hasCurrentSelection = lists_.SelectedCount(lists_.VisibleBox()) > 0;
@@ -86,6 +103,8 @@ void ListsMenu::UpdateControls() {
     mnuListsPending->setEnabled(lists_.Pending.Count() > 0);
     for (QAction *entry : {mnuListsPendingCopy[0], mnuListsPendingCopy[1], mnuListsPendingDeSelAll})
         entry->setEnabled(hasPendingSelection);
+    ShowStep(mnuListsUndo, u"&Undo"_s, lists_.Undo.UndoText());
+    ShowStep(mnuListsRedo, u"&Redo"_s, lists_.Undo.RedoText());
 }
 
 } // namespace varlo

@@ -30,7 +30,9 @@ Q_SIGNALS:
 private:
     void CreateCurrentMenu();
     void CreatePendingMenu();
+    void CreateUndoEntries();
     void ConnectEntries();
+    static void ShowStep(QAction *entry, const QString &caption, QString step);
 
     Session &session_;
     ListStore &lists_;
@@ -46,6 +48,8 @@ private:
     QAction *mnuListsPendingCopy[2] = {};
     QAction *mnuListsPendingSelAll = nullptr;
     QAction *mnuListsPendingDeSelAll = nullptr;
+    QAction *mnuListsUndo = nullptr;
+    QAction *mnuListsRedo = nullptr;
 };
 
 } // namespace varlo

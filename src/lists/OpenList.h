@@ -4,7 +4,10 @@
 #include "core/Session.h"
 #include "lists/ListBox.h"
 
+#include <QSet>
+
 #include <array>
+#include <functional>
 
 namespace varlo {
 
@@ -20,7 +23,14 @@ public:
     ListBox &Box(int box) { return boxes_[static_cast<size_t>(box)]; }
     const ListBox &Box(int box) const { return boxes_[static_cast<size_t>(box)]; }
     const QString &Name() const { return name_; } // empty when no list is open
-    bool IsSaved() const { return saved_; }
+    bool IsSaved() const { return IsSavedRevision(revision_); }
+
+    // A number for what the list holds, another one after each change that is to be saved.
+    quint64 Revision() const { return revision_; }
+    // The list's file has what the list held then.
+    bool IsSavedRevision(quint64 revision) const { return savedRevisions_.contains(revision); }
+    // The boxes hold again what they held then: for who undoes changes.
+    void ReturnTo(quint64 revision);
 
     // The box that is shown: the alphabetical one when "ListSortBy" is 1.
     int VisibleBox() const;
@@ -65,6 +75,9 @@ public:
     // A load is under way and lets events run: what would be put on the list now would be lost.
     bool IsLoading() const { return loading_; }
 
+    // What a save is called in the history of the list; without it, "Save".
+    void DescribeChangesBy(std::function<QString()> describe) { describe_ = std::move(describe); }
+
     // Writes the chronological box to the list `name`. False after a failure, reported as "Main.WriteList". A
     // file that could not be loaded whole is first kept as a ".bak" file.
     bool WriteList(const QString &name);
@@ -85,6 +98,8 @@ public:
 Q_SIGNALS:
     // Another list is open now, or the same one anew.
     void Loaded();
+    // No list is open any more.
+    void Closed();
     void Saved(const QString &name);
     // The last Hold has gone.
     void Released();
@@ -94,15 +109,18 @@ Q_SIGNALS:
 private:
     ListBox &Other(int box) { return Box(box == kChronological ? kAlphabetical : kChronological); }
     void Fill(const QString &name);
-    void SetSaved(bool saved);
+    void MarkSaved();
     void TellKept(const QString &label);
     void MarkUnsaved();
 
     Session &session_;
+    std::function<QString()> describe_;
     std::array<ListBox, 2> boxes_{ListBox(EntryListModel::Order::Chronological),
                                   ListBox(EntryListModel::Order::Alphabetical)};
     QString name_;
-    bool saved_ = true;
+    quint64 revision_ = 0;
+    quint64 lastRevision_ = 0;
+    QSet<quint64> savedRevisions_{0}; // more than one after AddToVisibleOnly
     bool loading_ = false;
     bool isLeaving_ = false; // Load asks about the list that is left, or loads the next one
     int holds_ = 0;
