@@ -3,6 +3,8 @@
 #include "core/RuntimeError.h"
 #include "core/modPublic.h"
 
+#include <QScopeGuard>
+
 #include <numeric>
 
 namespace varlo {
@@ -111,6 +113,12 @@ void EntryListModel::SetEntries(const QStringList &entries) {
         throw RuntimeError(Overflow);
 }
 
+void EntryListModel::ReplaceAll(const QStringList &entries) {
+    NoteAll(&RowsChange::Removed);
+    const auto noted = qScopeGuard([this] { NoteAll(&RowsChange::Added); });
+    SetEntries(entries);
+}
+
 int EntryListModel::Add(const QString &entry) {
     if (Count() >= kMostEntries)
         throw RuntimeError(Overflow);
@@ -136,6 +144,7 @@ void EntryListModel::Append(const QStringList &entries) {
     for (const QString &entry : entries) {
         const Row added{entry, nextSerial_++};
         Index(added);
+        NoteAdded(added);
         rows_.Insert(row++, added);
     }
     endInsertRows();
@@ -147,9 +156,11 @@ int EntryListModel::Replace(int row, const QString &entry) {
         return Add(entry);
     }
     const quint32 serial = rows_.At(row).Serial;
+    NoteRemoved(rows_.At(row));
     Unindex(row);
     rows_.SetAt(row, {entry, serial});
     Index(rows_.At(row));
+    NoteAdded(rows_.At(row));
     Q_EMIT dataChanged(index(row), index(row));
     return row;
 }
@@ -167,10 +178,12 @@ void EntryListModel::RemoveRows(const QList<int> &rows) {
         qsizetype next = 0;
         int at = 0;
         Rows().ForEach([&](const Row &row) {
-            if (next < rows.size() && rows[next] == at)
+            if (next < rows.size() && rows[next] == at) {
+                NoteRemoved(row);
                 ++next;
-            else
+            } else {
                 kept.Append(row);
+            }
             ++at;
         });
         Reset(std::move(kept));
@@ -253,11 +266,13 @@ void EntryListModel::InsertRow(int row, const QString &entry) {
     beginInsertRows({}, row, row);
     const Row added{entry, nextSerial_++};
     Index(added);
+    NoteAdded(added);
     rows_.Insert(row, added);
     endInsertRows();
 }
 
 void EntryListModel::RemoveRow(int row) {
+    NoteRemoved(Rows().At(row));
     Unindex(row);
     Rows().RemoveAt(row);
 }

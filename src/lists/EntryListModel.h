@@ -2,6 +2,7 @@
 #pragma once
 
 #include "lists/ChunkedRows.h"
+#include "lists/RowsChange.h"
 
 #include <QAbstractListModel>
 #include <QHash>
@@ -39,8 +40,14 @@ public:
     // What tells a row from all others, as long as it is on the list, whatever comes and goes before it.
     quint32 Serial(int row) const { return Rows().At(row).Serial; }
 
-    // Replaces all entries. Throws RuntimeError 6 after the first 32,767 of a longer list have been taken.
+    // What every change but SetEntries did to the rows is added to `record` from now on; null: to nothing.
+    void RecordTo(RowsChange *record) { record_ = record; }
+
+    // Replaces all entries, for a list that is opened. Throws RuntimeError 6 after the first 32,767 of a longer
+    // list have been taken.
     void SetEntries(const QStringList &entries);
+    // The same as a change of the list.
+    void ReplaceAll(const QStringList &entries);
     // Adds one entry and returns its row. Throws RuntimeError 6 when the list is full.
     int Add(const QString &entry);
     // Adds many. Throws RuntimeError 6 after as many as fit have been taken.
@@ -50,6 +57,10 @@ public:
     void Remove(int row);
     // Removes many; `rows` ascend without repeats.
     void RemoveRows(const QList<int> &rows);
+    // Takes these rows out, as far as they are still there, and puts those in, each where it belongs. Not
+    // recorded. The list must not become too long (HasRoomFor).
+    void Exchange(const QList<EntryRow> &out, const QList<EntryRow> &in);
+    bool HasRoomFor(qsizetype out, qsizetype in) const { return Count() - out + in <= kMostEntries; }
 
     // The row of the first entry that equals `entry` but for letter case, or -1.
     int FindFirst(const QString &entry) const;
@@ -59,10 +70,7 @@ public:
     QList<int> RowsOf(const QStringList &entries) const;
 
 private:
-    struct Row {
-        QString Text;
-        quint32 Serial = 0; // ascends with the rows of a chronological list
-    };
+    using Row = EntryRow;
     // Where all equal entries of a chronological list stand, ascending. All of them, so that a list that
     // holds every address twice loses its entries as fast as any other; nearly always there is one.
     using Serials = QVarLengthArray<quint32, 2>;
@@ -79,6 +87,12 @@ private:
     void Append(const QStringList &entries);
     void InsertRow(int row, const QString &entry);
     void RemoveRow(int row);
+    void NoteAll(QList<EntryRow> RowsChange::*part);
+    void NoteAdded(const Row &row);
+    void NoteRemoved(const Row &row);
+    QList<int> RowsStill(const QList<EntryRow> &rows) const;
+    void PutBack(QList<EntryRow> rows);
+    void Merge(const QList<EntryRow> &rows);
 
     const Order order_;
     mutable ChunkedRows<Row> rows_;         // empty while the entries are still in unsorted_
@@ -86,6 +100,7 @@ private:
     mutable QHash<QString, Serials> index_; // of a chronological list, by lower-cased text
     mutable bool isIndexed_ = false;        // index_ knows all rows; else it is empty
     quint32 nextSerial_ = 0;
+    RowsChange *record_ = nullptr;
 };
 
 } // namespace varlo

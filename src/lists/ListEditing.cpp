@@ -20,6 +20,12 @@ QString CountText(int count) {
     return QString::number(count) + (count == 1 ? u" address"_s : u" addresses"_s);
 }
 
+// What an undo of it is called.
+QString TransferText(ListEditing::Transfer transfer, int count, const QString &target) {
+    const QString done = transfer == ListEditing::Transfer::Move ? u"Move "_s : u"Copy "_s;
+    return done + AddressesText(count) + u" to "_s + target + u" List"_s;
+}
+
 // Where the current row, or what takes its place, stands after `rows` (ascending) have gone.
 int RowAfter(const QList<int> &rows, int current) {
     const int place = current < 0 ? rows.value(0) : current;
@@ -57,6 +63,7 @@ bool ListEditing::EditOne(int box, const QPersistentModelIndex &index) {
 void ListEditing::ReplaceAddress(int box, int row, const QString &address) {
     const QString old = lists_.lstEmailList(box).Entry(row);
     int newRow = row;
+    const ListStep step(lists_.Undo, u"Edit"_s);
     if (box == kPending) {
         PendingRequest request = lists_.Pending.Request(row);
         request.Address = address;
@@ -74,6 +81,7 @@ void ListEditing::DeleteSelected(int box) {
     Trapped(session_, u"Main.cmdListDelete"_s, [&] {
         const QStringList entries = lists_.SelectedEntries(box);
         const QList<int> rows = lists_.SelectedRows(box);
+        const ListStep step(lists_.Undo, u"Delete "_s + AddressesText(rows.size()));
         const int next = RowAfter(rows, lists_.Selection(box).currentIndex().row());
         if (box == kPending)
             lists_.Pending.RemoveRows(rows);
@@ -82,6 +90,22 @@ void ListEditing::DeleteSelected(int box) {
         MakeCurrent(box, std::min(next, lists_.lstEmailList(box).Count() - 1));
         for (const QString &entry : entries)
             StatusMessage(session_, u"Deleted ["_s + entry + u"]"_s);
+    });
+}
+
+void ListEditing::Undo() {
+    const QString text = lists_.Undo.UndoText();
+    Trapped(session_, u"Main.mnuListsUndo"_s, [&] {
+        lists_.Undo.Undo();
+        StatusMessage(session_, u"Undone: "_s + text);
+    });
+}
+
+void ListEditing::Redo() {
+    const QString text = lists_.Undo.RedoText();
+    Trapped(session_, u"Main.mnuListsRedo"_s, [&] {
+        lists_.Undo.Redo();
+        StatusMessage(session_, u"Redone: "_s + text);
     });
 }
 
@@ -157,6 +181,7 @@ bool ListEditing::ChangeSortOrder(int order) {
 
 void ListEditing::SwapSigns() {
     const QList<int> rows = lists_.SelectedRows(kPending);
+    const ListStep step(lists_.Undo, u"Reverse "_s + AddressesText(rows.size()));
     for (int row : rows)
         lists_.Pending.Replace(row, lists_.Pending.Request(row).Reversed());
     Trapped(session_, u"Main.cmdListSwap"_s,
@@ -190,6 +215,7 @@ void ListEditing::TellTransfer(Transfer transfer, int count, const QString &targ
 
 void ListEditing::CurrentToPending(Transfer transfer) {
     const int count = lists_.SelectedCount(lists_.VisibleBox());
+    const ListStep step(lists_.Undo, TransferText(transfer, count, u"Pending"_s));
     const bool copied = Trapped(session_, u"Main.mnuListsCurrentCopy"_s, [&] {
         lists_.Pending.AddAll(RequestKind::Subscribe, lists_.SelectedEntries(lists_.VisibleBox()));
     });
@@ -201,6 +227,7 @@ void ListEditing::CurrentToPending(Transfer transfer) {
 
 void ListEditing::PendingToCurrent(Transfer transfer) {
     const int count = lists_.SelectedCount(kPending);
+    const ListStep step(lists_.Undo, TransferText(transfer, count, u"Current"_s));
     const bool copied = Trapped(session_, u"Main.mnuListsPendingCopy"_s, [&] {
         QStringList addresses;
         for (int row : lists_.SelectedRows(kPending))

@@ -20,6 +20,9 @@ public:
     void EditSelected(int box);
     // Deletes the selected entries as one change; Current entries go from both boxes.
     void DeleteSelected(int box);
+    // Go back over the last change of the lists, or forth again. For when there is one.
+    void Undo();
+    void Redo();
     // Asks for a text, offering that of the last search, and selects the entries of the visible Current box
     // that contain it; the first one becomes the current row, in view. An empty or cancelled box leaves the
     // selection alone.

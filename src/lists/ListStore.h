@@ -1,6 +1,7 @@
 // The two lists in memory and, by their numbers, the three list boxes that show them.
 #pragma once
 
+#include "lists/ListUndo.h"
 #include "lists/OpenList.h"
 #include "lists/PendingList.h"
 
@@ -12,6 +13,7 @@ public:
 
     OpenList Open;
     PendingList Pending;
+    ListUndo Undo{Open, Pending};
 
     ListBox &Box(int box) { return box == kPending ? Pending.Box() : Open.Box(box); }
     const ListBox &Box(int box) const { return box == kPending ? Pending.Box() : Open.Box(box); }

@@ -14,6 +14,7 @@ ListsMenu::ListsMenu(Session &session, ListStore &lists, ListEditing &editing, Q
     setObjectName(u"mnuLists"_s);
     CreateCurrentMenu();
     CreatePendingMenu();
+    CreateUndoEntries();
     ConnectEntries();
 }
 
@@ -47,6 +48,14 @@ void ListsMenu::CreatePendingMenu() {
     mnuListsPendingDeSelAll = AddEntry(mnuListsPending, "mnuListsPendingDeSelAll", u"Select &None"_s);
 }
 
+void ListsMenu::CreateUndoEntries() {
+    AddLine(this, "mnuListsLine1");
+    mnuListsUndo = AddEntry(this, "mnuListsUndo", u"&Undo"_s);
+    mnuListsUndo->setShortcut(u"Ctrl+Z"_s);
+    mnuListsRedo = AddEntry(this, "mnuListsRedo", u"&Redo"_s);
+    mnuListsRedo->setShortcut(u"Ctrl+Y"_s);
+}
+
 void ListsMenu::ConnectEntries() {
     using Transfer = ListEditing::Transfer;
     for (int i : {0, 1}) {
@@ -61,6 +70,8 @@ void ListsMenu::ConnectEntries() {
             ShowSortOrder();
         });
     }
+    connect(mnuListsUndo, &QAction::triggered, this, [this] { editing_.Undo(); });
+    connect(mnuListsRedo, &QAction::triggered, this, [this] { editing_.Redo(); });
     connect(mnuListsCurrentSelAll, &QAction::triggered, this,
             [this] { editing_.SelectAll(lists_.VisibleBox()); });
     connect(mnuListsCurrentDeSelAll, &QAction::triggered, this,
@@ -71,6 +82,12 @@ void ListsMenu::ConnectEntries() {
 
 void ListsMenu::ShowSortOrder() {
     mnuSortOrder[lists_.VisibleBox() == kAlphabetical ? 1 : 0]->setChecked(true);
+}
+
+// The step in the text: "Undo Delete 3 Addresses".
+void ListsMenu::ShowStep(QAction *entry, const QString &caption, QString step) {
+    entry->setText(step.isEmpty() ? caption : caption + u' ' + step.replace(u'&', u"&&"_s));
+    entry->setEnabled(!step.isEmpty());
 }
 
 void ListsMenu::UpdateControls() {
@@ -84,6 +101,8 @@ void ListsMenu::UpdateControls() {
     mnuListsPending->setEnabled(lists_.Pending.Count() > 0);
     for (QAction *entry : {mnuListsPendingCopy[0], mnuListsPendingCopy[1], mnuListsPendingDeSelAll})
         entry->setEnabled(hasPendingSelection);
+    ShowStep(mnuListsUndo, u"&Undo"_s, lists_.Undo.UndoText());
+    ShowStep(mnuListsRedo, u"&Redo"_s, lists_.Undo.RedoText());
 }
 
 } // namespace varlo

@@ -27,7 +27,9 @@ public:
 private:
     void CreateCurrentMenu();
     void CreatePendingMenu();
+    void CreateUndoEntries();
     void ConnectEntries();
+    static void ShowStep(QAction *entry, const QString &caption, QString step);
 
     Session &session_;
     ListStore &lists_;
@@ -42,6 +44,8 @@ private:
     QAction *mnuListsPendingCopy[2] = {};
     QAction *mnuListsPendingSelAll = nullptr;
     QAction *mnuListsPendingDeSelAll = nullptr;
+    QAction *mnuListsUndo = nullptr;
+    QAction *mnuListsRedo = nullptr;
 };
 
 } // namespace varlo

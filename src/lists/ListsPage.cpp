@@ -41,6 +41,7 @@ void ListsPage::ConnectControls() {
     connect(&lists_.Open, &OpenList::Changed, this, &ListsPage::UpdateControls);
     connect(&lists_.Open, &OpenList::SortOrderChanged, this, &ListsPage::ShowSortOrder);
     connect(&lists_.Pending, &PendingList::Changed, this, &ListsPage::UpdateControls);
+    connect(&processing_, &PendingProcessing::RunningChanged, this, &ListsPage::UpdateControls);
     connect(&processing_, &PendingProcessing::RunningChanged, this, &ListsPage::SetLocked);
     // Queued: what has ended is still on its way out.
     connect(&lists_.Open, &OpenList::Released, this, &ListsPage::ProcessIfFree, Qt::QueuedConnection);

@@ -8,7 +8,10 @@ namespace varlo {
 
 bool AddTypedAddress(ListStore &lists, const QString &text, RequestKind kind,
                      const std::function<void()> &process) {
-    const auto answer = lists.Pending.Offer({kind, text, RequestOrigin::Typed});
+    const auto answer = [&] {
+        const ListStep step(lists.Undo, u"Add Request"_s);
+        return lists.Pending.Offer({kind, text, RequestOrigin::Typed});
+    }();
     if (answer == PendingList::Answer::Invalid)
         return false;
     if (process)

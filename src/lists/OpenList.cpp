@@ -24,14 +24,21 @@ int OpenList::VisibleBox() const {
     return session_.Prefs.ListSortBy == 1 ? kAlphabetical : kChronological;
 }
 
-void OpenList::SetSaved(bool saved) {
-    saved_ = saved;
+void OpenList::MarkSaved() {
+    savedRevisions_ = {revision_};
     Touch();
 }
 
-// Without an open list there is no file to differ from.
 void OpenList::MarkUnsaved() {
-    SetSaved(name_.isEmpty());
+    revision_ = ++lastRevision_;
+    if (name_.isEmpty()) // without an open list there is no file to differ from
+        MarkSaved();
+    Touch();
+}
+
+void OpenList::ReturnTo(quint64 revision) {
+    revision_ = revision;
+    Touch();
 }
 
 void OpenList::Add(const QString &address) {
@@ -82,11 +89,19 @@ void OpenList::RemoveRows(int box, const QList<int> &rows) {
 
 void OpenList::ReplaceAll(const QStringList &entries) {
     for (ListBox &box : boxes_)
-        box.Model().SetEntries(entries);
+        box.Model().ReplaceAll(entries);
     MarkUnsaved();
 }
 
 void OpenList::AddToVisibleOnly(const QStringList &entries) {
+    const bool wasSaved = IsSaved();
+    const auto counted = qScopeGuard([&] {
+        if (VisibleBox() != kChronological)
+            return; // what is to be saved is as before
+        revision_ = ++lastRevision_;
+        if (wasSaved)
+            savedRevisions_.insert(revision_);
+    });
     Box(VisibleBox()).Model().AddAll(entries);
 }
 
@@ -113,7 +128,7 @@ bool OpenList::Load(const QString &name) {
     ErrorTrap trap(session_, label);
     loading_ = true;
     const auto loaded = qScopeGuard([this] { loading_ = false; });
-    SetSaved(true);
+    MarkSaved();
     const Hourglass hourglass(session_.Boxes);
     trap([&] { StatusMessage(session_, u"Loading ["_s + name + u"]..."_s); });
     // Lets the status line paint. The operator's clicks wait until the list is there. The network should
@@ -142,7 +157,7 @@ bool OpenList::WriteList(const QString &name) {
 bool OpenList::Save(const QString &name, const QString &label) {
     if (!WriteList(name))
         return false;
-    SetSaved(true);
+    MarkSaved();
     // The list is saved, whether or not the log takes the line.
     Trapped(session_, label, [&] { StatusMessage(session_, u"Saved ["_s + name + u"]"_s); });
     if (!isLeaving_) // else the lines of the next list follow
@@ -160,7 +175,7 @@ void OpenList::TellKept(const QString &label) {
 }
 
 bool OpenList::PromptSaveList() {
-    if (saved_)
+    if (IsSaved())
         return true;
     const Hold hold(*this);
     const QString question = u"The changes to list ["_s + name_ + u"] have not been saved, save now?"_s;
@@ -175,13 +190,14 @@ void OpenList::Rename(const QString &name) {
 }
 
 void OpenList::DropChanges() {
-    SetSaved(true);
+    MarkSaved();
 }
 
 void OpenList::Close() {
     Box(kChronological).Model().SetEntries({});
     name_.clear();
-    SetSaved(true);
+    MarkSaved();
+    Q_EMIT Closed();
 }
 
 } // namespace varlo

@@ -4,6 +4,8 @@
 #include "core/Session.h"
 #include "lists/ListBox.h"
 
+#include <QSet>
+
 #include <array>
 
 namespace varlo {
@@ -20,7 +22,14 @@ public:
     ListBox &Box(int box) { return boxes_[static_cast<size_t>(box)]; }
     const ListBox &Box(int box) const { return boxes_[static_cast<size_t>(box)]; }
     const QString &Name() const { return name_; } // empty when no list is open
-    bool IsSaved() const { return saved_; }
+    bool IsSaved() const { return IsSavedRevision(revision_); }
+
+    // A number for what the list holds, another one after each change that is to be saved.
+    quint64 Revision() const { return revision_; }
+    // The list's file has what the list held then.
+    bool IsSavedRevision(quint64 revision) const { return savedRevisions_.contains(revision); }
+    // The boxes hold again what they held then: for who undoes changes.
+    void ReturnTo(quint64 revision);
 
     // The box that is shown: the alphabetical one when "ListSortBy" is 1.
     int VisibleBox() const;
@@ -85,6 +94,8 @@ public:
 Q_SIGNALS:
     // Another list is open now, or the same one anew.
     void Loaded();
+    // No list is open any more.
+    void Closed();
     void Saved(const QString &name);
     // The last Hold has gone.
     void Released();
@@ -94,7 +105,7 @@ Q_SIGNALS:
 private:
     ListBox &Other(int box) { return Box(box == kChronological ? kAlphabetical : kChronological); }
     void Fill(const QString &name);
-    void SetSaved(bool saved);
+    void MarkSaved();
     void TellKept(const QString &label);
     void MarkUnsaved();
 
@@ -102,7 +113,9 @@ private:
     std::array<ListBox, 2> boxes_{ListBox(EntryListModel::Order::Chronological),
                                   ListBox(EntryListModel::Order::Alphabetical)};
     QString name_;
-    bool saved_ = true;
+    quint64 revision_ = 0;
+    quint64 lastRevision_ = 0;
+    QSet<quint64> savedRevisions_{0}; // more than one after AddToVisibleOnly
     bool loading_ = false;
     bool isLeaving_ = false; // Load asks about the list that is left, or loads the next one
     int holds_ = 0;

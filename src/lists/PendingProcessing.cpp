@@ -17,9 +17,12 @@ namespace varlo {
 // What one run knows.
 struct PendingProcessing::Pass {
     Pass(ListStore &lists, QStringList entries)
-        : Entries(std::move(entries)), Chronological(lists, kChronological),
-          Alphabetical(lists, kAlphabetical) {}
+        : Step(lists.Undo, u"Process Pending List"_s), Entries(std::move(entries)),
+          Chronological(lists, kChronological), Alphabetical(lists, kAlphabetical) {
+        Step.LeaveArrivals();
+    }
 
+    ListStep Step;
     // Requests that arrive while a notification is sent stay for the next run.
     const QStringList Entries;
     qsizetype Index = 0;
@@ -160,6 +163,7 @@ void PendingProcessing::SendNotification() {
         WordWrap(session_, FromOneLine(isNew ? prefs.SubBody : prefs.UnsubBody), prefs.SMTPWrap);
     if (!IsRunning()) // ended under the box that told of a width that cannot be
         return;
+    pass_->Step.SetText(u"Process Pending List (Sent Mails Cannot Be Called Back)"_s);
     const MailMessage message{isNew ? prefs.SubSubject : prefs.UnsubSubject, text, {}};
     pass_->SMTP->Submit({std::make_shared<const MailMessage>(message), request.Address});
 }

@@ -5,7 +5,9 @@
 #include "lists/FramesFixture.h"
 
 #include <QAction>
+#include <QLineEdit>
 #include <QSignalSpy>
+#include <QTest>
 #include <gtest/gtest.h>
 
 namespace varlo {
@@ -41,7 +43,7 @@ protected:
 TEST_F(ListsMenuTest, HasTheTwoListsWithTheirEntries) {
     EXPECT_EQ(menu.objectName(), u"mnuLists"_s);
     EXPECT_EQ(menu.title().remove(u'&'), u"Lists"_s);
-    EXPECT_EQ(Captions(&menu), (QStringList{u"Current List"_s, u"Pending List"_s}));
+    EXPECT_EQ(Captions(&menu).mid(0, 2), (QStringList{u"Current List"_s, u"Pending List"_s}));
     EXPECT_EQ(Captions(menu.CurrentMenu()),
               (QStringList{u"Copy to Pending List"_s, u"Move to Pending List"_s, u"-"_s, u"Sort"_s, u"-"_s,
                            u"Select All"_s, u"Select None"_s}));
@@ -121,6 +123,52 @@ TEST_F(ListsMenuTest, TheCheckMarkStaysWhenTheOperatorKeepsTheOrder) {
     EXPECT_EQ(CheckedOrders(), (std::vector<bool>{false, true}));
     EXPECT_TRUE(View(kAlphabetical)->isVisible());
     EXPECT_EQ(lists.SelectedCount(kAlphabetical), 501);
+}
+
+TEST_F(ListsMenuTest, UndoAndRedoSayWhatTheyAreAbout) {
+    EXPECT_EQ(Entry("mnuListsUndo")->text(), u"&Undo"_s);
+    EXPECT_FALSE(Entry("mnuListsUndo")->isEnabled());
+    EXPECT_FALSE(Entry("mnuListsRedo")->isEnabled());
+    lists.SelectRows(kAlphabetical, {0});
+    editing.DeleteSelected(kAlphabetical);
+    TakeStatus();
+    EXPECT_EQ(Entry("mnuListsUndo")->text(), u"&Undo Delete 1 Address"_s);
+    Choose("mnuListsUndo");
+    EXPECT_EQ(Current(), Words("bb@x.test aa@x.test"));
+    EXPECT_EQ(Entry("mnuListsRedo")->text(), u"&Redo Delete 1 Address"_s);
+    EXPECT_FALSE(Entry("mnuListsUndo")->isEnabled());
+    Choose("mnuListsRedo");
+    EXPECT_EQ(Current(), Words("bb@x.test"));
+    EXPECT_EQ(TakeStatus(), (QStringList{u"Undone: Delete 1 Address"_s, u"Redone: Delete 1 Address"_s}));
+}
+
+TEST_F(ListsMenuTest, AnAndInTheTextOfAStepIsNoMnemonic) {
+    {
+        const ListStep step(lists.Undo, u"Import Q&A.txt"_s);
+        lists.Open.Add(u"cc@x.test"_s);
+    }
+    EXPECT_EQ(Entry("mnuListsUndo")->text(), u"&Undo Import Q&&A.txt"_s);
+}
+
+TEST_F(ListsMenuTest, TheKeysOfUndoBelongToATextBoxThatHasTheFocus) {
+    host.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&host));
+    host.addAction(menu.menuAction()); // as the menu bar of the main window does
+    lists.SelectRows(kAlphabetical, {0});
+    editing.DeleteSelected(kAlphabetical);
+    Turn();
+    auto *typed = Find<QLineEdit>("txtAddEmail");
+    typed->setFocus();
+    QTest::keyClicks(typed, u"cc"_s);
+    QTest::keyClick(typed, Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(typed->text(), QString());
+    EXPECT_EQ(Current(), Words("bb@x.test"));
+    View(kAlphabetical)->setFocus();
+    QTest::keyClick(View(kAlphabetical), Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(Current(), Words("bb@x.test aa@x.test"));
+    Turn();
+    QTest::keyClick(View(kAlphabetical), Qt::Key_Y, Qt::ControlModifier);
+    EXPECT_EQ(Current(), Words("bb@x.test"));
 }
 
 TEST_F(ListsMenuTest, AStoredOrderThatCannotBeIsShownAsChronological) {
