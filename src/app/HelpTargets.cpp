@@ -101,6 +101,7 @@ QString HelpTargets::Page(const QString &window) {
         {u"frmOptions"_s, u"options.html"_s}, {u"frmConsole"_s, u"console.html"_s},
         {u"frmCompose"_s, u"compose.html"_s}, {u"frmCompRecip"_s, u"recipients.html"_s},
         {u"frmAttach"_s, u"attach.html"_s},   {u"frmAbout"_s, u"about.html"_s},
+        {u"frmImport"_s, u"task-in.html"_s},
     };
     return pages.value(window);
 }

@@ -24,9 +24,13 @@ public:
     void ShowSortOrder();
     void UpdateControls();
 
+Q_SIGNALS:
+    void ImportWanted();
+
 private:
     void CreateCurrentMenu();
     void CreatePendingMenu();
+    void CreateBulkEntries();
     void CreateUndoEntries();
     void ConnectEntries();
     static void ShowStep(QAction *entry, const QString &caption, QString step);
@@ -44,6 +48,7 @@ private:
     QAction *mnuListsPendingCopy[2] = {};
     QAction *mnuListsPendingSelAll = nullptr;
     QAction *mnuListsPendingDeSelAll = nullptr;
+    QAction *mnuListsImport = nullptr;
     QAction *mnuListsUndo = nullptr;
     QAction *mnuListsRedo = nullptr;
 };
