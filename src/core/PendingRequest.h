@@ -12,7 +12,7 @@ enum class RequestKind {
 };
 
 // Who asked for it; the tests that a request has to pass depend on it.
-enum class RequestOrigin { List, Typed, Clipboard, Mailbox, FailedDelivery };
+enum class RequestOrigin { List, Typed, Clipboard, Mailbox, FailedDelivery, Import };
 
 struct PendingRequest {
     RequestKind Kind = RequestKind::Subscribe;

@@ -6,27 +6,6 @@
 
 namespace varlo {
 
-namespace {
-
-const QString kForbidden = u"!#$%^&*()=+{}[]|\\;:'/?>,< \""_s;
-constexpr qsizetype kShortest = 6;
-
-} // namespace
-
-bool PassesAddressRules(const QString &address) {
-    const qsizetype at = address.indexOf(u'@');
-    if (at < 0 || address.size() < kShortest)
-        return false;
-    const QStringView domain = QStringView(address).sliced(at + 1);
-    if (domain.contains(u'@') || !domain.contains(u'.'))
-        return false;
-    // Control characters beside the forbidden ones: an address with a line break in it would be two lines of
-    // a file.
-    const bool hasForbidden = std::any_of(address.begin(), address.end(),
-                                          [](QChar c) { return c < u' ' || kForbidden.contains(c); });
-    return !hasForbidden && !address.contains(u".."_s);
-}
-
 bool IsValidAddress(Session &session, const QString &address, bool Silent) {
     const bool valid = PassesAddressRules(address);
     if (!valid && !Silent)

@@ -1,17 +1,14 @@
 // The two tests that every path runs before it puts an address on a list.
 #pragma once
 
+#include "core/AddressSyntax.h"
 #include "core/Session.h"
 
 namespace varlo {
 
 class EntryListModel;
 
-// The fixed syntactic rules, deliberately loose: "@", ".", six characters, one "@" only, a point behind it,
-// none of the forbidden characters, no "..".
-bool PassesAddressRules(const QString &address);
-
-// The same, and a box that names an invalid address unless `Silent`.
+// Whether the address passes the rules (core/AddressSyntax.h); a box names an invalid one unless `Silent`.
 bool IsValidAddress(Session &session, const QString &address, bool Silent);
 
 // False, with a status line, when the list box holds the entry already, letter case aside. Entries are

@@ -85,6 +85,8 @@ void EntryListView::paintEvent(QPaintEvent *event) {
 void EntryListView::keyPressEvent(QKeyEvent *event) {
     if (event->matches(QKeySequence::Copy)) {
         CopySelection();
+    } else if (event->matches(QKeySequence::Paste)) {
+        Q_EMIT PasteWanted();
     } else if (event->matches(QKeySequence::Delete)) {
         Q_EMIT DeleteWanted();
     } else if (event->key() == Qt::Key_F2 && event->modifiers() == Qt::NoModifier) {

@@ -38,6 +38,7 @@ Q_SIGNALS:
     void SelectionTouched();
     void DeleteWanted();
     void EditWanted();
+    void PasteWanted();
     // The right button went down at `position` (of the screen), or a key asked for the menu at the current row.
     void MenuWanted(const QPoint &position);
 

@@ -15,6 +15,7 @@ ListsMenu::ListsMenu(Session &session, ListStore &lists, ListEditing &editing, Q
     CreateCurrentMenu();
     CreatePendingMenu();
     CreateUndoEntries();
+    CreateBulkEntries();
     ConnectEntries();
 }
 
@@ -57,6 +58,13 @@ void ListsMenu::CreateUndoEntries() {
     mnuListsRedo->setShortcut(u"Ctrl+Y"_s);
 }
 
+void ListsMenu::CreateBulkEntries() {
+    AddLine(this, "mnuListsLine2");
+    mnuListsImport = AddEntry(this, "mnuListsImport", u"&Import Addresses..."_s);
+    mnuListsImport->setShortcut(u"Ctrl+I"_s);
+    connect(mnuListsImport, &QAction::triggered, this, &ListsMenu::ImportWanted);
+}
+
 void ListsMenu::ConnectEntries() {
     using Transfer = ListEditing::Transfer;
     for (int i : {0, 1}) {
@@ -97,6 +105,7 @@ void ListsMenu::UpdateControls() {
     const bool hasCurrentSelection = lists_.SelectedCount(lists_.VisibleBox()) > 0;
     const bool hasPendingSelection = lists_.SelectedCount(kPending) > 0;
     mnuListsCurrent->setEnabled(hasCurrent);
+    mnuListsImport->setEnabled(!lists_.Open.Name().isEmpty());
     mnuSort->setEnabled(hasCurrent);
     for (QAction *entry : {mnuListsCurrentCopy[0], mnuListsCurrentCopy[1], mnuListsCurrentDeSelAll})
         entry->setEnabled(hasCurrentSelection);

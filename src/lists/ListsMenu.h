@@ -26,10 +26,12 @@ public:
 
 Q_SIGNALS:
     void SelectDomainWanted();
+    void ImportWanted();
 
 private:
     void CreateCurrentMenu();
     void CreatePendingMenu();
+    void CreateBulkEntries();
     void CreateUndoEntries();
     void ConnectEntries();
     static void ShowStep(QAction *entry, const QString &caption, QString step);
@@ -48,6 +50,7 @@ private:
     QAction *mnuListsPendingCopy[2] = {};
     QAction *mnuListsPendingSelAll = nullptr;
     QAction *mnuListsPendingDeSelAll = nullptr;
+    QAction *mnuListsImport = nullptr;
     QAction *mnuListsUndo = nullptr;
     QAction *mnuListsRedo = nullptr;
 };

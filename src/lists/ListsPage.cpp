@@ -1,5 +1,6 @@
 #include "lists/ListsPage.h"
 
+#include "lists/BulkWindows.h"
 #include "lists/CurrentListFrame.h"
 #include "lists/ListsMenu.h"
 #include "lists/PendingListFrame.h"
@@ -16,7 +17,8 @@ ListsPage::ListsPage(Session &session, MakeMailer makeMailer, QWidget *parent)
       processing_(session, lists_, std::move(makeMailer)), splitter_(new QSplitter(this)),
       fraCurrent_(new CurrentListFrame(session, lists_, editing_, splitter_)),
       fraPending_(new PendingListFrame(session, lists_, editing_, processing_, splitter_)),
-      mnuLists_(new ListsMenu(session, lists_, editing_, this)) {
+      mnuLists_(new ListsMenu(session, lists_, editing_, this)),
+      bulk_(new BulkWindows(session, lists_, *this)) {
     LayOutControls();
     ConnectControls();
     ConnectMenus();
@@ -51,6 +53,11 @@ void ListsPage::ConnectControls() {
     connect(fraCurrent_, &CurrentListFrame::ListCreated, fraPending_, &PendingListFrame::FocusAddressBox);
     connect(fraPending_, &PendingListFrame::MailCheckWanted, this, &ListsPage::MailCheckWanted);
     connect(fraPending_, &PendingListFrame::CaptionWanted, this, &ListsPage::CaptionWanted);
+    connect(fraPending_, &PendingListFrame::ImportWanted, this, [this](const QString &text) {
+        if (bulk_->ImportText(text))
+            fraPending_->ClearAddressBox();
+    });
+    connect(&processing_, &PendingProcessing::RunningChanged, bulk_, &BulkWindows::SetLocked);
 }
 
 void ListsPage::ConnectMenus() {
@@ -59,6 +66,7 @@ void ListsPage::ConnectMenus() {
     connect(fraCurrent_, &CurrentListFrame::ContextMenuWanted, mnuLists_, popUp(mnuLists_->CurrentMenu()));
     connect(mnuLists_, &ListsMenu::SelectDomainWanted, this, &ListsPage::SelectDomain);
     connect(fraPending_, &PendingListFrame::ContextMenuWanted, mnuLists_, popUp(mnuLists_->PendingMenu()));
+    connect(mnuLists_, &ListsMenu::ImportWanted, bulk_, &BulkWindows::Import);
 }
 
 void ListsPage::SelectDomain() {

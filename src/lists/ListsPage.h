@@ -12,6 +12,7 @@ class QSplitter;
 
 namespace varlo {
 
+class BulkWindows;
 class CurrentListFrame;
 class ListsMenu;
 class PendingListFrame;
@@ -72,6 +73,7 @@ private:
     CurrentListFrame *fraCurrent_;
     PendingListFrame *fraPending_;
     ListsMenu *mnuLists_;
+    BulkWindows *bulk_;
     QPointer<QWidget> focusBeforeLock_;
     bool isProcessingWanted_ = false;
 };

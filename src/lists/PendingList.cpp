@@ -49,6 +49,7 @@ PendingList::Answer PendingList::Judge(const PendingRequest &request) {
         isValid = IsValidAddress(session_, request.Address, true);
         break;
     case RequestOrigin::Mailbox:
+    case RequestOrigin::Import:
         isValid = IsValidAddress(session_, request.Address, true);
         isNew = IsNew(request.Entry());
         break;
@@ -72,7 +73,8 @@ void PendingList::Append(const PendingRequest &request) {
     const RequestOrigin origin = request.Origin;
     Step(origin, [&] {
         box_.Model().Add(request.Entry());
-        if (origin != RequestOrigin::Mailbox) // a mail check shows the last of all its requests
+        // Those of a mail check or an import are many: the last one is shown when all have come.
+        if (origin != RequestOrigin::Mailbox && origin != RequestOrigin::Import)
             SelectLast();
     });
     if (origin == RequestOrigin::Typed || origin == RequestOrigin::Clipboard)

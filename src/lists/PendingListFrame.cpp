@@ -1,7 +1,9 @@
 #include "lists/PendingListFrame.h"
 
 #include "core/Buttons.h"
+#include "core/HyperlinkLabel.h"
 #include "core/Literals.h"
+#include "import/AddressFinder.h"
 #include "lists/AddressBox.h"
 #include "lists/EntryListView.h"
 #include "lists/ListEditing.h"
@@ -49,6 +51,9 @@ void PendingListFrame::CreateControls() {
     txtAddEmail->setToolTip(u"Enter e-mail addresses here"_s);
     txtAddEmail->setPlaceholderText(u"name@example.com"_s);
     txtAddEmail->setAccessibleName(u"E-mail address"_s);
+    lblImportHint = new HyperlinkLabel(QString(), this);
+    lblImportHint->setObjectName(u"lblImportHint"_s);
+    lblImportHint->hide();
     chkInstantAdd = new QCheckBox(u"&Bypass"_s, this);
     chkInstantAdd->setObjectName(u"chkInstantAdd"_s);
     chkInstantAdd->setToolTip(u"Check to automatically process the pending list"_s);
@@ -81,9 +86,10 @@ void PendingListFrame::LayOutControls() {
     auto *entry = new QGridLayout;
     entry->setRowMinimumHeight(0, cmdEmailAdd[0]->sizeHint().height()); // as beside, in the other frame
     entry->addWidget(txtAddEmail, 0, 0, 1, 3);
-    entry->addWidget(cmdEmailAdd[0], 1, 0);
-    entry->addWidget(cmdEmailAdd[1], 1, 1);
-    entry->addWidget(cmdEmailValidate, 1, 2);
+    entry->addWidget(lblImportHint, 1, 0, 1, 3);
+    entry->addWidget(cmdEmailAdd[0], 2, 0);
+    entry->addWidget(cmdEmailAdd[1], 2, 1);
+    entry->addWidget(cmdEmailValidate, 2, 2);
     auto *sources = new QHBoxLayout;
     sources->addWidget(cmdCapture, 1);
     sources->addWidget(cmdAutoAdd, 1);
@@ -99,7 +105,8 @@ void PendingListFrame::LayOutControls() {
     column->addLayout(process);
     column->addWidget(pending_, 1);
     column->addLayout(listButtons);
-    setTabOrder(txtAddEmail, cmdEmailAdd[0]);
+    setTabOrder(txtAddEmail, lblImportHint);
+    setTabOrder(lblImportHint, cmdEmailAdd[0]);
     setTabOrder(cmdEmailAdd[0], cmdEmailAdd[1]);
     setTabOrder(cmdEmailAdd[1], cmdEmailValidate);
     setTabOrder(cmdEmailValidate, cmdCapture);
@@ -117,6 +124,8 @@ void PendingListFrame::ConnectControls() {
         connect(cmdEmailAdd[index], &QPushButton::clicked, this, [this, index] { cmdEmailAdd_Click(index); });
     connect(txtAddEmail, &QLineEdit::returnPressed, cmdEmailAdd[0], &QPushButton::click);
     connect(txtAddEmail, &QLineEdit::textChanged, this, &PendingListFrame::UpdateTypedAddress);
+    connect(txtAddEmail, &QLineEdit::textChanged, this, &PendingListFrame::UpdateImportHint);
+    connect(lblImportHint, &HyperlinkLabel::Clicked, this, &PendingListFrame::lblImportHint_Click);
     connect(cmdEmailValidate, &QPushButton::clicked, this,
             [this] { ReportValidity(session_, txtAddEmail->text()); });
     connect(cmdCapture, &QPushButton::clicked, this, &PendingListFrame::cmdCapture_Click);
@@ -185,6 +194,28 @@ void PendingListFrame::tmrCaptureEmail_Timer() {
 
 void PendingListFrame::FocusAddressBox() {
     txtAddEmail->setFocus();
+}
+
+void PendingListFrame::ClearAddressBox() {
+    txtAddEmail->clear();
+}
+
+// The box takes one address; that several stand in it is told under it, and Add answers as ever.
+void PendingListFrame::UpdateImportHint() {
+    const QString text = txtAddEmail->text();
+    const bool maybeSeveral = text.count(u'@') > 1;
+    const qsizetype count = maybeSeveral ? FindAddresses(text).size() : 0;
+    if (lblImportHint->hasFocus() && count < 2)
+        FocusAddressBox();
+    lblImportHint->setText(u"These are %1 addresses: import them"_s.arg(count));
+    lblImportHint->setVisible(count > 1);
+}
+
+// What was too long for the box is still on the clipboard.
+void PendingListFrame::lblImportHint_Click() {
+    const QString typed = txtAddEmail->text();
+    const QString copied = QGuiApplication::clipboard()->text();
+    Q_EMIT ImportWanted(copied.contains(typed) ? copied : typed);
 }
 
 QWidget *PendingListFrame::ListBox() const {

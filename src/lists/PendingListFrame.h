@@ -14,6 +14,7 @@ namespace varlo {
 
 class AddressBox;
 class EntryListView;
+class HyperlinkLabel;
 class ListEditing;
 class ListStore;
 class PendingProcessing;
@@ -30,6 +31,7 @@ public:
     void SetBypass(bool on);
     bool IsCapturing() const;
     void FocusAddressBox();
+    void ClearAddressBox();
     QWidget *ListBox() const;
 
     // The click of cmdCapturesAdd: processes the Pending list.
@@ -40,6 +42,8 @@ Q_SIGNALS:
     void CaptionWanted(const QString &caption);
     void MailCheckWanted(); // cmdAutoAdd
     void ContextMenuWanted(const QPoint &position);
+    // Several addresses stand in the address box, and the operator wants them imported.
+    void ImportWanted(const QString &text);
 
 private:
     void CreateControls();
@@ -49,6 +53,8 @@ private:
 
     void cmdEmailAdd_Click(int index);
     void UpdateTypedAddress();
+    void UpdateImportHint();
+    void lblImportHint_Click();
     void cmdCapture_Click();
     void EndCapture();
     void tmrCaptureEmail_Timer();
@@ -60,6 +66,7 @@ private:
     ClipboardCapture capture_;
     EntryListView *pending_ = nullptr; // lstEmailList_2
     AddressBox *txtAddEmail = nullptr;
+    HyperlinkLabel *lblImportHint = nullptr;
     QPushButton *cmdEmailAdd[2] = {};
     QPushButton *cmdEmailValidate = nullptr;
     QPushButton *cmdCapture = nullptr;

@@ -22,7 +22,8 @@ enum Row { kLists, kOpenList, kTypedText, kCurrent, kCurrentSelection, kPendingE
 
 const std::map<Row, std::vector<const char *>> kTable{
     {kLists, {"cmbMList"}},
-    {kOpenList, {"cmdFileRename", "txtAddEmail", "cmdAutoAdd", "cmdCapture", "chkInstantAdd"}},
+    {kOpenList,
+     {"cmdFileRename", "txtAddEmail", "cmdAutoAdd", "cmdCapture", "chkInstantAdd", "mnuListsImport"}},
     {kTypedText, {"cmdEmailAdd_0", "cmdEmailAdd_1", "cmdEmailValidate"}},
     {kCurrent,
      {"mnuSort", "cmdListSort", "cmdListFind", "lstEmailList_0", "lstEmailList_1", "mnuListsCurrent"}},

@@ -8,6 +8,8 @@
 #include "compose/frmCompRecip.h"
 #include "compose/frmCompose.h"
 #include "core/Literals.h"
+#include "lists/ImportText.h"
+#include "lists/frmImport.h"
 #include "lists/frmSelectDomain.h"
 #include "prefs/frmOptions.h"
 
@@ -44,6 +46,13 @@ std::unique_ptr<QWidget> OpenWindow::Make(const std::string &name) {
         profile_.Write(u"lists/News.vlo.unsaved"_s, "cy@example.org\r\n");
         return MakeMain();
     }
+    if (name == "frmMain_several") {
+        auto window = MakeMain();
+        window->findChild<QLineEdit *>(u"txtAddEmail"_s)->setText(u"new@example.org, next@example.org"_s);
+        return window;
+    }
+    if (name == "frmImport")
+        return MakeImport();
     if (name == "frmProfile")
         return std::make_unique<frmProfile>(profile_.session, QStringList());
     if (name == "frmConsole")
@@ -88,6 +97,18 @@ std::unique_ptr<QWidget> OpenWindow::MakeOptions(int page) {
     return window;
 }
 
+// With a file, a notice, and something to correct.
+std::unique_ptr<QWidget> OpenWindow::MakeImport() {
+    lists_.Open.Load(u"News"_s);
+    profile_.Write(u"picture.png"_s, QByteArray(10, '\0'));
+    auto window = std::make_unique<frmImport>(profile_.session, lists_);
+    window->Take(
+        {.Files = {profile_.Path(u"picture.png"_s), profile_.Path(u"lists/Members.vlo"_s)}, .Text = {}});
+    window->Take({.Files = {}, .Text = u"cy@example.org, d+e@example.org"_s});
+    EXPECT_TRUE(QTest::qWaitFor([&] { return window->findChild<QPushButton *>(u"cmdOK"_s)->isEnabled(); }));
+    return window;
+}
+
 std::unique_ptr<QWidget> OpenWindow::MakeCompose() {
     auto window = std::make_unique<frmCompose>(profile_.session, host_, mailers_.Maker());
     window->findChild<QWidget *>(u"picAttachments"_s)->show();
@@ -103,9 +124,9 @@ std::unique_ptr<QWidget> OpenWindow::MakeAttach() {
 }
 
 std::vector<std::string> WindowNames() {
-    std::vector<std::string> names{"frmMain",         "frmMain_offer",   "frmProfile",   "frmConsole",
-                                   "frmAbout",        "frmCompose",      "frmCompRecip", "frmAttach",
-                                   "frmSelectDomain", "frmCompose_offer"};
+    std::vector<std::string> names{"frmMain",      "frmMain_offer", "frmMain_several", "frmProfile",
+                                   "frmConsole",   "frmAbout",      "frmCompose",      "frmCompose_offer",
+                                   "frmCompRecip", "frmAttach",     "frmSelectDomain", "frmImport"};
     for (int page = 0; page < 5; ++page)
         names.push_back("frmOptions_" + std::to_string(page));
     return names;

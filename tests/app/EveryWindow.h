@@ -3,6 +3,7 @@
 
 #include "compose/ComposeHost.h"
 #include "core/Literals.h"
+#include "lists/ListStore.h"
 #include "support/FakeMailer.h"
 #include "support/TestProfile.h"
 
@@ -45,12 +46,14 @@ private:
     std::unique_ptr<QWidget> Make(const std::string &name);
     std::unique_ptr<QWidget> MakeMain();
     std::unique_ptr<QWidget> MakeOptions(int page);
+    std::unique_ptr<QWidget> MakeImport();
     std::unique_ptr<QWidget> MakeCompose();
     std::unique_ptr<QWidget> MakeAttach();
 
     TestProfile profile_;
     FakeMailers mailers_;
     Host host_;
+    ListStore lists_{profile_.session};
     std::unique_ptr<QWidget> window_;
 };
 

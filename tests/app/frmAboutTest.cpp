@@ -1,6 +1,6 @@
 #include "app/frmAbout.h"
 
-#include "app/HyperlinkLabel.h"
+#include "core/HyperlinkLabel.h"
 #include "core/Literals.h"
 #include "support/TestProfile.h"
 

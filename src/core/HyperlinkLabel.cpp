@@ -1,4 +1,4 @@
-#include "app/HyperlinkLabel.h"
+#include "core/HyperlinkLabel.h"
 
 #include <QKeyEvent>
 #include <QMouseEvent>
