@@ -1,7 +1,5 @@
 #include "net/SignIn.h"
 
-#include "core/Literals.h"
-
 #include <algorithm>
 #include <array>
 #include <gsasl.h>
@@ -77,11 +75,9 @@ QByteArray StrongestMechanism(const QByteArrayList &offered, const Credentials &
     return credentials.IsToken ? first(kForTokens) : first(kForPasswords);
 }
 
-QString WithoutSecret(QString text, const Credentials &credentials) {
-    if (credentials.Secret.isEmpty())
-        return text;
-    const QString encoded = QString::fromLatin1(credentials.Secret.toUtf8().toBase64());
-    return text.replace(credentials.Secret, u"***"_s).replace(encoded, u"***"_s);
+QByteArray WithoutSecret(QByteArray text, const Credentials &credentials) {
+    const QByteArray secret = credentials.Secret.toUtf8();
+    return secret.isEmpty() ? text : text.replace(secret, "***").replace(secret.toBase64(), "***");
 }
 
 class SignIn::Private {

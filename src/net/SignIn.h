@@ -25,7 +25,7 @@ struct Credentials {
 QByteArray StrongestMechanism(const QByteArrayList &offered, const Credentials &credentials);
 
 // `text` with each place where the secret stands, plain or in base64, replaced by "***".
-QString WithoutSecret(QString text, const Credentials &credentials);
+QByteArray WithoutSecret(QByteArray text, const Credentials &credentials);
 
 // One attempt with one mechanism. The bytes of challenges and responses are those within the base64.
 class SignIn {

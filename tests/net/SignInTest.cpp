@@ -175,9 +175,9 @@ TEST(SignInTest, MechanismThatNobodyKnowsHasFailed) {
 }
 
 TEST(SignInTest, SecretIsShownInNoForm) {
-    EXPECT_EQ(WithoutSecret(u"no tanstaaftanstaaf and no dGFuc3RhYWZ0YW5zdGFhZg== here"_s, kTim),
-              u"no *** and no *** here"_s);
-    EXPECT_EQ(WithoutSecret(u"no secret"_s, {u"tim"_s, {}}), u"no secret"_s);
+    EXPECT_EQ(WithoutSecret("no tanstaaftanstaaf and no dGFuc3RhYWZ0YW5zdGFhZg== here", kTim),
+              "no *** and no *** here");
+    EXPECT_EQ(WithoutSecret("no secret", {u"tim"_s, {}}), "no secret");
 }
 
 } // namespace varlo::net
