@@ -53,7 +53,7 @@ void Link::Open() {
 
 void Link::Open(Encryption security) {
     security_ = security;
-    opened_ = false;
+    opened_ = distrusted_ = false;
     parser_.Clear();
     handshake_ = Handshake();
     connection_.Open({account_.Host, account_.Port, security, account_.Trusted});
@@ -117,8 +117,10 @@ void Link::Connection_Arrived(const QByteArray &bytes) {
 void Link::Take(Reply reply) {
     if (credentials_ && reply.IsRefusal())
         reply.Text = varlo::net::WithoutSecret(reply.Text, *credentials_);
-    if (OnLine)
-        Tell(Side::Server, QByteArray::number(reply.Code) + ' ' + reply.Text);
+    if (OnLine) {
+        const QByteArray code = QByteArray::number(reply.Code) + ' ';
+        Tell(Side::Server, code + QByteArray(reply.Text).replace("\n", '\n' + code));
+    }
     handshake_.Now() == Handshake::State::Ready ? Q_EMIT Replied(reply) : Greet(reply);
 }
 
@@ -149,8 +151,9 @@ void Link::Connection_Ended(const varlo::net::Failure &failure) {
     Q_EMIT Settled();
 }
 
-Failure Link::FailureOf(const varlo::net::Failure &failure) const {
-    if (failure.Cause == Trouble::NotTrusted)
+Failure Link::FailureOf(const varlo::net::Failure &failure) {
+    distrusted_ = failure.Cause == Trouble::NotTrusted;
+    if (distrusted_)
         return AccountFailure(CannotConnect,
                               u"The certificate of the mail server [%1] was not accepted: %2."_s.arg(
                                   account_.Host, failure.Text));

@@ -35,6 +35,8 @@ public:
     bool IsUsable() const;
     bool Offers(const QByteArray &extension) const { return handshake_.Offers(extension); }
     const Handshake &Greeting() const { return handshake_; }
+    // It failed, because the certificate was not accepted.
+    bool WasDistrusted() const { return distrusted_; }
 
     void Write(const QByteArray &bytes);
     bool IsWriting() const { return connection_.IsWriting(); }
@@ -69,7 +71,7 @@ private:
     void Connection_Encrypted();
     void Connection_Arrived(const QByteArray &bytes);
     void Connection_Ended(const varlo::net::Failure &failure);
-    Failure FailureOf(const varlo::net::Failure &failure) const;
+    Failure FailureOf(const varlo::net::Failure &failure);
     void Take(Reply reply);
     void Greet(const Reply &reply);
     void Say(const QByteArray &bytes);
@@ -83,6 +85,7 @@ private:
     ReplyParser parser_;
     Handshake handshake_;
     bool opened_ = false;
+    bool distrusted_ = false;
     bool listening_ = false;
     int limit_ = 0; // of what is listened for
     QElapsedTimer since_;
