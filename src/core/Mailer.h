@@ -1,6 +1,7 @@
 // Whoever sends mail, seen from those who have mail to send: one mail in, what became of it out.
 #pragma once
 
+#include <QByteArray>
 #include <QObject>
 #include <QString>
 #include <QStringList>
@@ -10,11 +11,27 @@
 
 namespace varlo {
 
-// The server that takes the mail, and who sends it.
+enum class MailSecurity {
+    Automatic, // encrypted when the server offers it, by whatever certificate
+    StartTls,  // STARTTLS with a trusted certificate, or nothing is sent
+    Tls,       // encrypted from the first byte, with a trusted certificate
+};
+
+enum class MailSignIn { Password, Token };
+
+// The server that takes the mail, and who sends it. Without a user name nobody signs in.
 struct MailAccount {
     QString Host; // name or address
     int Port = 25;
     QString Sender; // a mailbox: "Name" <address>, or a bare address
+    MailSecurity Security = MailSecurity::Automatic;
+    QString Username = {};
+    QString Secret = {}; // the password, or the token
+    MailSignIn SignIn = MailSignIn::Password;
+    // SHA-256, 32 bytes, of a certificate that is trusted for this server whoever signed it; empty for none.
+    QByteArray Trusted = {};
+    // The operator has said that the secret may go to this server over a line that is not encrypted.
+    bool ClearTextAllowed = false;
 
     bool operator==(const MailAccount &) const = default;
 };
@@ -50,6 +67,9 @@ struct Outcome {
     // The fault is this machine's (an attachment that cannot be read): Number and Description are those of a
     // RuntimeError, and the next recipient would fare no better.
     bool IsLocal = false;
+    // The fault is the account's (the sign-in was refused, the encryption that is a must is missing): the
+    // Description is sentences for the operator, and the next recipient would fare no better.
+    bool IsOfAccount = false;
 
     bool operator==(const Outcome &) const = default;
 };
@@ -70,6 +90,8 @@ public:
 Q_SIGNALS:
     // The mail that was submitted last has met its fate. Never emitted from within Submit.
     void Finished(const varlo::Outcome &outcome);
+    // An answer is outstanding for a while already; `what` is a line for the operator. Never for a quick server.
+    void Waiting(const QString &what);
 };
 
 using MakeMailer = std::function<std::unique_ptr<Mailer>(const MailAccount &)>;
