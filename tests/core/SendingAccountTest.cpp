@@ -2,6 +2,7 @@
 
 #include "core/Literals.h"
 #include "core/Preferences.h"
+#include "core/TrustedServer.h"
 #include "support/Printers.h"
 #include "support/TestProfile.h"
 
@@ -23,6 +24,42 @@ TEST(SendingAccountTest, AnAccountIsWhatThePreferencesHoldNow) {
     profile.session.Prefs.SMTPEmail = u"ann@example.org"_s;
     EXPECT_EQ(SendingAccount(profile.session),
               (MailAccount{u"mail.example.org"_s, 2525, u"\"Ann Editor\" <ann@example.org>"_s}));
+}
+
+TEST(SendingAccountTest, EncryptionAndSignInAreThoseOfThePreferences) {
+    const QByteArray sha256(32, 'x');
+    Preferences values;
+    values.SMTPServer = u"mail.example.org"_s;
+    values.SMTPPort = 465;
+    values.SMTPSecurity = 2;
+    values.SMTPUsername = u"ann"_s;
+    values.SMTPPassword = u"geheim"_s;
+    values.SMTPSignIn = 1;
+    values.SMTPTrusted = TrustText(u"MAIL.example.org"_s, sha256);
+    values.SMTPUnencrypted = u"other.example.org"_s;
+    MailAccount expected{u"mail.example.org"_s, 465, u"\"\" <>"_s};
+    expected.Security = MailSecurity::Tls;
+    expected.Username = u"ann"_s;
+    expected.Secret = u"geheim"_s;
+    expected.SignIn = MailSignIn::Token;
+    expected.Trusted = sha256;
+    EXPECT_EQ(SendingAccount(values), expected);
+    values.SMTPUnencrypted = u"Mail.Example.org"_s;
+    EXPECT_TRUE(SendingAccount(values).ClearTextAllowed);
+    values.SMTPServer = u"new.example.org"_s;
+    EXPECT_FALSE(SendingAccount(values).ClearTextAllowed);
+    EXPECT_EQ(SendingAccount(values).Trusted, QByteArray());
+}
+
+TEST(SendingAccountTest, NumbersThatStandForNothingAreTheFirstChoice) {
+    Preferences values;
+    for (const int odd : {-1, 3, 99}) {
+        values.SMTPSecurity = values.SMTPSignIn = odd;
+        EXPECT_EQ(SendingAccount(values).Security, MailSecurity::Automatic);
+        EXPECT_EQ(SendingAccount(values).SignIn, MailSignIn::Password);
+    }
+    values.SMTPSecurity = 1;
+    EXPECT_EQ(SendingAccount(values).Security, MailSecurity::StartTls);
 }
 
 // What is said about an account with this address and port.

@@ -15,6 +15,8 @@ const auto kKnown = std::to_array<KnownSetting>({
     {0, "chkNotify", "Enable e-mail notification",
      "Check this box to notify subscribers/unsubscribers via e-mail",
      "General", "Notify", "32-bit", "0", "1", "held"},
+    {-1, "", "", "", "General", "Keyring", "32-bit", "0", "1", "held"},
+    {-1, "", "", "", "General", "KeyringName", "text", "", "0123-4567", "held"},
     {0, "cmbMaintenance", "Maintenance:", "", "", "", "", "", "", ""},
     {0, "cmdLogGo", "Go", "Activate the selected maintenance function", "", "", "", "", "", ""},
 
@@ -27,6 +29,12 @@ const auto kKnown = std::to_array<KnownSetting>({
      "SMTP", "SMTPEmail", "text", "", "joerg@example.org", "held"},
     {1, "txtSMTPWrap", "Wrap messages to", "", "SMTP", "SMTPWrap", "16-bit", "72", "64", "held"},
     {1, "cmdWrapDefault", "Default", "Set default wrap column", "", "", "", "", "", ""},
+    {-1, "", "", "", "SMTP", "SMTPSecurity", "32-bit", "0", "2", "held"},
+    {-1, "", "", "", "SMTP", "SMTPUsername", "text", "", "joerg", "held"},
+    {-1, "", "", "", "SMTP", "SMTPPassword", "text", "", "gehe=im;[wort]", "held"},
+    {-1, "", "", "", "SMTP", "SMTPSignIn", "32-bit", "0", "1", "held"},
+    {-1, "", "", "", "SMTP", "SMTPTrusted", "text", "", "00ff mail.example.org", "held"},
+    {-1, "", "", "", "SMTP", "SMTPUnencrypted", "text", "", "mail.example.org", "held"},
 
     {2, "txtPOPServer", "POP3 server:", "Your POP3 server",
      "POP3", "POPServer", "text", "", "pop.example.org", "fresh"},
@@ -38,6 +46,10 @@ const auto kKnown = std::to_array<KnownSetting>({
     {2, "chkPOPDeleteAll", "Delete unrelated messages during POP3 check",
      "Check this box to delete all non-mailing list related messages on the server",
      "POP3", "POPDeleteAll", "32-bit", "0", "1", "fresh"},
+    {2, "cmbPOPSecurity", "Encryption:", "How the connection to your POP3 server is encrypted",
+     "POP3", "POPSecurity", "32-bit", "0", "2", "fresh"},
+    {2, "cmdPOPTest", "Test", "Connect and sign in without fetching anything", "", "", "", "", "", ""},
+    {-1, "", "", "", "POP3", "POPTrusted", "text", "", "00ff pop.example.org", "held"},
 
     {3, "txtNotifySubSubject", "Subject:", "",
      "Notify", "SubSubject", "text", "Mailing list subscription notification", "Welcome <b>you</b>", "held"},
