@@ -8,7 +8,8 @@ mkdir -p build || exit 1
 # Needed to build the program with its tests and benchmarks.
 build_packages=(
     g++ cmake ninja-build
-    qt6-base-dev qt6-svg-dev libqt6svg6 libgl-dev
+    qt6-base-dev qt6-svg-dev libqt6svg6 libgl-dev pkg-config
+    libgsasl-dev # signing in to mail servers
     libgtest-dev libgmock-dev libbenchmark-dev
     fp-utils # the compiler of the help file
 )
@@ -52,7 +53,7 @@ install_missing() {
     if ! command -v apt-get >/dev/null || ! command -v dpkg-query >/dev/null; then
         for command in "${needed_commands[@]}"; do
             command -v "$command" >/dev/null ||
-                fail "$command is missing. Install it, with the development files of Qt 6.4 and GoogleTest."
+                fail "$command is missing. Install it, with the development files of Qt 6.4, GNU SASL and GoogleTest."
         done
         return
     fi

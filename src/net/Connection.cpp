@@ -4,6 +4,7 @@
 #include "core/SocketPoll.h"
 #include "net/SystemSocket.h"
 
+#include <QHostAddress>
 #include <QMetaObject>
 #include <QPointer>
 #include <QSslSocket>
@@ -147,8 +148,8 @@ void Connection::Fail(const Failure &failure) {
 void Connection::Write(const QByteArray &bytes) {
     if (IsClosed() || bytes.isEmpty())
         return;
-    AwaitWithin(limit_);
     out_ << bytes;
+    AwaitWithin(limit_, writeLimit_);
     if (out_.size() == 1)
         PushOut(); // the other end works while the caller does
     DeliverSoon();
@@ -195,24 +196,29 @@ bool Connection::PushThroughSocket(const QByteArray &bytes) {
 }
 
 void Connection::TakeOut(qint64 sent) {
-    AwaitWithin(limit_);
-    answerDue_ = true;
     sent_ += sent;
-    if (sent_ < out_.first().size())
-        return;
-    out_.removeFirst();
-    sent_ = 0;
+    if (sent_ == out_.first().size()) {
+        out_.removeFirst();
+        sent_ = 0;
+    }
+    AwaitWithin(limit_, writeLimit_);
+    answerDue_ = true;
 }
 
-void Connection::AwaitWithin(int milliseconds) {
+void Connection::AwaitWithin(int milliseconds, int whileWriting) {
     limit_ = milliseconds;
+    writeLimit_ = whileWriting;
     answerDue_ = answerDue_ && limit_ > 0;
     if (failure_ && failure_->Cause == Trouble::TimedOut)
         failure_.reset();
-    deadline_ =
-        limit_ > 0 ? QDeadlineTimer(limit_, Qt::PreciseTimer) : QDeadlineTimer(QDeadlineTimer::Forever);
-    if (limit_ > 0 && (!timer_.isActive() || timer_.interval() > limit_))
-        timer_.start(limit_);
+    BeginTime();
+}
+
+void Connection::BeginTime() {
+    const int limit = writeLimit_ > 0 && !out_.isEmpty() ? writeLimit_ : limit_;
+    deadline_ = limit > 0 ? QDeadlineTimer(limit, Qt::PreciseTimer) : QDeadlineTimer(QDeadlineTimer::Forever);
+    if (limit > 0 && (!timer_.isActive() || timer_.interval() > limit))
+        timer_.start(limit);
 }
 
 // The limit may have been moved since the timer was started.
@@ -244,6 +250,10 @@ void Connection::Close(const QByteArray &farewell) {
 
 bool Connection::IsClosed() const {
     return !socket_ || socket_->state() == QAbstractSocket::UnconnectedState;
+}
+
+QString Connection::LocalAddress() const {
+    return socket_ ? socket_->localAddress().toString() : QString();
 }
 
 bool Connection::IsQuiet() const {

@@ -48,12 +48,15 @@ public:
     void StartTls();
     // How long the next bytes may take from now on, in milliseconds; past the limit the connection ends with
     // TimedOut. 0: for ever, and no short wait for what nobody awaits. Progress of a write begins the time
-    // anew, bytes that arrive do not.
-    void AwaitWithin(int milliseconds);
+    // anew, bytes that arrive do not. As long as something is still to be handed to the system, the limit is
+    // `whileWriting` instead, if that is not 0.
+    void AwaitWithin(int milliseconds, int whileWriting = 0);
     // Closes at once and forgets everything that was not handed on. A farewell is sent if that takes no time.
     void Close(const QByteArray &farewell = {});
 
     bool IsClosed() const;
+    // This machine's own, as the connection has it; empty when there is none.
+    QString LocalAddress() const;
     // Open, and nothing has happened that was not handed on.
     bool IsQuiet() const;
 
@@ -78,6 +81,7 @@ private:
     void Handshake();
     void NoteCertificate();
     bool IsPinned() const;
+    void BeginTime();
     void CheckTime();
     void DeliverSoon();
     void Deliver();
@@ -115,6 +119,7 @@ private:
     bool queued_ = false;
     bool delivering_ = false;
     int limit_ = 0;
+    int writeLimit_ = 0;
     QDeadlineTimer deadline_{QDeadlineTimer::Forever};
     QTimer timer_;
 };

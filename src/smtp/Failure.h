@@ -18,6 +18,8 @@ struct Failure {
     QString Description;
     // The connection is gone, which may be tried again as long as the server was not given the message.
     bool IsLost = false;
+    // The account is not right; the Description is sentences for the operator.
+    bool IsOfAccount = false;
 
     bool operator==(const Failure &) const = default;
 };
@@ -30,6 +32,11 @@ inline Failure LostFailure() {
 
 inline Failure InvalidReplyFailure() {
     return {InvalidReply, u"The server's answer is not an SMTP reply"_s, false};
+}
+
+// Such an account serves no recipient, so nobody is tried with it.
+inline Failure AccountFailure(int number, const QString &description) {
+    return {number, description, false, true};
 }
 
 inline Failure FailureOf(const varlo::net::Failure &failure) {

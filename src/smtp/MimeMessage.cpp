@@ -141,6 +141,15 @@ qint64 MessageContent::Size() const {
     return encoded_.size() - doubledDots_ - qsizetype(kEnd.size());
 }
 
+// No line of what is not the text begins with a dot.
+void MessageContent::AppendAsCounted(QByteArray &out) const {
+    const QByteArrayView whole = QByteArrayView(encoded_).chopped(kEnd.size());
+    if (doubledDots_ > 0)
+        out += whole.toByteArray().replace("\r\n..", "\r\n.");
+    else
+        out += whole;
+}
+
 MessageHeaders::MessageHeaders() : run_(RandomHex()) {
 }
 

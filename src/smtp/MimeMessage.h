@@ -44,6 +44,8 @@ public:
     const QByteArray &Bytes() const { return encoded_; }
     // Bytes of the message as a server counts them: without the dots that were doubled and without the last.
     qint64 Size() const;
+    // Appends those bytes.
+    void AppendAsCounted(QByteArray &out) const;
 
 private:
     void BeginParts();

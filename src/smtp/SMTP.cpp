@@ -2,14 +2,14 @@
 
 #include "core/Literals.h"
 #include "core/RuntimeError.h"
-#include "net/Connection.h"
-#include "smtp/Handshake.h"
 #include "smtp/HeaderText.h"
+#include "smtp/Link.h"
 #include "smtp/MimeMessage.h"
 #include "smtp/Verdict.h"
 
 #include <QDeadlineTimer>
 #include <QPointer>
+#include <QTimer>
 
 #include <utility>
 
@@ -18,17 +18,23 @@ namespace OSSMTP {
 namespace {
 
 using varlo::Outcome;
-using varlo::net::Encryption;
 using Kind = Outcome::Kind;
 
 constexpr int kAddressRefused = 501; // the codes that a server would answer with
 constexpr int kNoSuchMailbox = 553;
-constexpr int kTurn = 10; // ms of work before the event loop turns
+constexpr int kTurn = 10;                   // ms of work before the event loop turns
+constexpr qint64 kLargestChunk = 64 * 1024; // larger ones are not sent before the recipient is taken
+constexpr int kPatience = 5000;             // ms until the operator hears what is waited for
 
 Outcome UnusableAddress(Kind kind, const QString &whose, const Mailbox &mailbox) {
     const Reply shown{0, mailbox.Given.toUtf8()}; // shown as replies are: control characters as blanks
     return {kind, kAddressRefused,
             u"The %1's address [%2] is not a mail address"_s.arg(whose, shown.Description()), false};
+}
+
+// Required, too weak, refused, not without encryption: no word about a recipient.
+bool IsAboutSigningIn(int reply) {
+    return reply == 530 || reply == 534 || reply == 535 || reply == 538;
 }
 
 std::vector<Attachment> Describe(const QStringList &paths) {
@@ -49,7 +55,7 @@ public:
 
     void Submit(const varlo::Mail &mail);
 
-    int Timeout = 60000;
+    Waits &Limits() { return link_.Limits; }
 
 private:
     void Begin();
@@ -58,20 +64,16 @@ private:
     void Fail(const varlo::RuntimeError &error);
 
     void Attempt();
-    bool IsUsable() const;
-    void Open(Encryption security);
     void StartTransaction();
     bool NeedsUtf8() const { return sender_.NeedsUtf8 || recipient_.NeedsUtf8; }
     QByteArray MailParameters() const;
+    bool MayChunk() const;
     void WriteMessage();
+    void Leave();
 
-    void Connection_Arrived(const QByteArray &bytes);
-    void Connection_Encrypted();
-    void Connection_Ended(const varlo::net::Failure &failure);
-    void Take(const Reply &reply);
-    void TakeHandshake(const Reply &reply);
+    void Link_Failed(const Failure &failure, bool isCut);
     void TakeTransaction(const Reply &reply);
-    void TakeNoReply();
+    void TellWhatIsAwaited();
 
     bool IsCut() const;
     void Conclude(const Verdict &verdict);
@@ -81,11 +83,13 @@ private:
     const varlo::MailAccount account_;
     const Mailbox sender_;
 
-    varlo::net::Connection connection_;
-    Encryption security_ = Encryption::None; // of the connection
-    ReplyParser parser_;
-    Handshake handshake_;
-    bool leftOpen_ = false; // the transaction before this one needs RSET
+    Link link_;
+    bool leftOpen_ = false;      // the transaction before this one needs RSET
+    int taken_ = 0;              // messages on this connection
+    bool chunksUnknown_ = false; // to a server that says otherwise
+    bool closesUnasked_ = false; // the server, after some messages
+    QTimer patience_;
+    QString told_; // that is waited for
 
     std::shared_ptr<const varlo::MailMessage> message_; // that content_ is made of
     MessageContent content_;
@@ -103,15 +107,18 @@ private:
 };
 
 SMTP::Private::Private(SMTP &smtp, const varlo::MailAccount &account)
-    : smtp_(smtp), account_(account), sender_(ParseMailbox(account.Sender)) {
-    connect(&connection_, &varlo::net::Connection::Arrived, this, &Private::Connection_Arrived);
-    connect(&connection_, &varlo::net::Connection::Encrypted, this, &Private::Connection_Encrypted);
-    connect(&connection_, &varlo::net::Connection::Ended, this, &Private::Connection_Ended);
+    : smtp_(smtp), account_(account), sender_(ParseMailbox(account.Sender)), link_(account) {
+    connect(&link_, &Link::Ready, this, &Private::StartTransaction);
+    connect(&link_, &Link::Replied, this, &Private::TakeTransaction);
+    connect(&link_, &Link::Failed, this, &Private::Link_Failed);
+    connect(&link_, &Link::Settled, this, &Private::Report);
+    connect(&patience_, &QTimer::timeout, this, &Private::TellWhatIsAwaited);
+    patience_.start(1000);
 }
 
 SMTP::Private::~Private() {
-    const bool idle = !attempting_ && IsUsable();
-    connection_.Close(idle ? QByteArrayLiteral("QUIT\r\n") : QByteArray());
+    const bool idle = !attempting_ && link_.IsUsable();
+    link_.Close(idle ? QByteArrayLiteral("QUIT\r\n") : QByteArray());
 }
 
 // ---- A mail on its way to the connection
@@ -119,6 +126,7 @@ SMTP::Private::~Private() {
 void SMTP::Private::Submit(const varlo::Mail &mail) {
     mail_ = mail;
     repeated_ = false;
+    told_.clear();
     Begin();
     if (outcome_)
         QMetaObject::invokeMethod(
@@ -181,103 +189,56 @@ void SMTP::Private::Encode() {
 void SMTP::Private::Attempt() {
     attempting_ = true;
     transaction_.reset();
-    IsUsable() ? StartTransaction() : Open(Encryption::WhenOffered);
-}
-
-bool SMTP::Private::IsUsable() const {
-    return handshake_.Now() == Handshake::State::Ready && parser_.IsEmpty() && connection_.IsQuiet();
-}
-
-// There is no setting for encryption, so there is nobody to ask about a certificate: a mail server on the
-// local network usually has one that nobody signed. Encrypted without a check is better than in the clear,
-// which is what a refusal would come to.
-void SMTP::Private::Open(Encryption security) {
-    security_ = security;
-    parser_.Clear();
-    handshake_ = Handshake(security);
-    leftOpen_ = false;
-    connection_.Open({account_.Host, account_.Port, security, {}});
-    connection_.AwaitWithin(Timeout);
-}
-
-void SMTP::Private::Connection_Encrypted() {
-    connection_.Write(handshake_.Resume());
-}
-
-void SMTP::Private::Connection_Ended(const varlo::net::Failure &failure) {
-    if (!attempting_)
-        return;
-    // Encryption that was only offered asks for nothing in return, so a server whose TLS does not work is
-    // spoken to in the clear, as if it had offered none.
-    if (failure.Cause == varlo::net::Trouble::NotEncrypted && security_ == Encryption::WhenOffered)
-        return Open(Encryption::None);
-    const bool cut = transaction_ && transaction_->DataBegun() && failure.IsCut;
-    Conclude(transaction_ ? JudgeTransaction(*transaction_, FailureOf(failure), cut)
-                          : JudgeConnecting(FailureOf(failure)));
-    Report();
-}
-
-void SMTP::Private::Connection_Arrived(const QByteArray &bytes) {
-    if (!attempting_)
-        return connection_.Close(); // nobody asked
-    parser_.Add(bytes);             // what is left there makes the connection unusable for the next mail
-    while (attempting_ && !parser_.IsBroken()) {
-        const auto reply = parser_.Next();
-        if (!reply)
-            break;
-        connection_.AwaitWithin(Timeout);
-        Take(*reply);
-    }
-    if (attempting_ && parser_.IsBroken())
-        TakeNoReply();
-    Report();
-}
-
-void SMTP::Private::Take(const Reply &reply) {
-    transaction_ ? TakeTransaction(reply) : TakeHandshake(reply);
-}
-
-void SMTP::Private::TakeHandshake(const Reply &reply) {
-    connection_.Write(handshake_.Take(reply));
-    switch (handshake_.Now()) {
-    case Handshake::State::Talking:
-        break;
-    case Handshake::State::Encrypting:
-        parser_.Clear(); // nothing that was said in the clear counts from here on
-        return connection_.StartTls();
-    case Handshake::State::Ready:
+    if (link_.IsUsable())
         return StartTransaction();
-    case Handshake::State::Failed:
-        connection_.Close();
-        return Conclude(JudgeConnecting(handshake_.Trouble()));
-    }
+    closesUnasked_ = closesUnasked_ || taken_ > 0;
+    leftOpen_ = false;
+    taken_ = 0;
+    link_.Open();
 }
 
-void SMTP::Private::TakeNoReply() {
-    const Verdict verdict = transaction_ ? JudgeTransaction(*transaction_, InvalidReplyFailure(), IsCut())
-                                         : JudgeConnecting(InvalidReplyFailure());
-    connection_.Close();
-    Conclude(verdict);
+void SMTP::Private::Link_Failed(const Failure &failure, bool isCut) {
+    const bool cut = isCut && transaction_ && transaction_->DataBegun();
+    Conclude(transaction_ ? JudgeTransaction(*transaction_, failure, cut) : JudgeConnecting(failure));
+}
+
+void SMTP::Private::TellWhatIsAwaited() {
+    const QString what = link_.Awaited();
+    if (attempting_ && link_.Silence() >= kPatience && std::exchange(told_, what) != what)
+        Q_EMIT smtp_.Waiting(what);
 }
 
 // ---- The transaction
 
 void SMTP::Private::StartTransaction() {
-    if (NeedsUtf8() && !handshake_.Offers("SMTPUTF8")) {
-        attempting_ = false;
-        outcome_ = Outcome{Kind::Refused, kNoSuchMailbox,
-                           u"The server does not take addresses with other than ASCII characters"_s, false};
-        return;
+    if (NeedsUtf8() && !link_.Offers("SMTPUTF8")) {
+        return Conclude({{Kind::Refused, kNoSuchMailbox,
+                          u"The server does not take addresses with other than ASCII characters"_s, false}});
     }
-    transaction_.emplace(Envelope{sender_.Address, recipient_.Address, MailParameters()},
-                         handshake_.Offers("PIPELINING"), leftOpen_);
-    connection_.AwaitWithin(Timeout);
-    connection_.Write(transaction_->Start());
+    const qsizetype chunk = MayChunk() ? headers_.size() + content_.Size() : 0;
+    transaction_.emplace(Envelope{sender_.Address, recipient_.Address, MailParameters(), chunk},
+                         link_.Offers("PIPELINING"), leftOpen_);
+    QByteArray opening = transaction_->Start();
+    if (chunk > 0) {
+        opening += headers_;
+        content_.AppendAsCounted(opening);
+    }
+    link_.AwaitWithin(chunk > 0 ? link_.Limits.Content : link_.Limits.Answer);
+    link_.Write(opening);
+}
+
+// Lost after everything was written, a mail is in doubt, so this way is not taken where a connection is known
+// to be unsteady: when the one before was left in an unclear state, and where the server closes connections
+// after some messages, of which one is the likeliest number.
+bool SMTP::Private::MayChunk() const {
+    return link_.Offers("CHUNKING") && link_.Offers("PIPELINING") && !chunksUnknown_ && !leftOpen_ &&
+           headers_.size() + content_.Size() <= kLargestChunk &&
+           (taken_ == 0 || (taken_ > 1 && !closesUnasked_));
 }
 
 QByteArray SMTP::Private::MailParameters() const {
     QByteArray parameters;
-    if (handshake_.Offers("SIZE")) // a message that is too large is refused before it is transferred
+    if (link_.Offers("SIZE")) // a message that is too large is refused before it is transferred
         parameters += " SIZE=" + QByteArray::number(headers_.size() + content_.Size());
     if (NeedsUtf8())
         parameters += " SMTPUTF8";
@@ -287,7 +248,7 @@ QByteArray SMTP::Private::MailParameters() const {
 void SMTP::Private::TakeTransaction(const Reply &reply) {
     using State = Transaction::State;
     const State before = transaction_->Now();
-    connection_.Write(transaction_->Take(reply));
+    link_.Write(transaction_->Take(reply));
     const State now = transaction_->Now();
     if (now == State::Content && before != State::Content)
         return WriteMessage();
@@ -295,39 +256,53 @@ void SMTP::Private::TakeTransaction(const Reply &reply) {
         return;
     const bool cut = IsCut();
     leftOpen_ = transaction_->LeftOpen();
+    taken_ += now == State::Sent;
     if (cut || transaction_->SpoiltConnection())
-        connection_.Close();
+        Leave();
+    chunksUnknown_ = chunksUnknown_ || transaction_->IsChunkUnknown();
+    if (transaction_->IsChunkUnknown() && now == State::Lost)
+        return Attempt();
     Conclude(JudgeTransaction(*transaction_, {}, cut));
+}
+
+void SMTP::Private::Leave() {
+    taken_ = 0;
+    link_.Close();
 }
 
 // A small message goes out with its headers in one write; the content of a large one is never copied.
 void SMTP::Private::WriteMessage() {
     constexpr qsizetype kSmall = 32 * 1024;
+    link_.AwaitWithin(link_.Limits.Content);
     if (content_.Bytes().size() <= kSmall)
-        return connection_.Write(headers_ + content_.Bytes());
-    connection_.Write(headers_);
-    connection_.Write(content_.Bytes());
+        return link_.Write(headers_ + content_.Bytes());
+    link_.Write(headers_);
+    link_.Write(content_.Bytes());
 }
 
 // The server's last word came while the message was still being written.
 bool SMTP::Private::IsCut() const {
-    return transaction_->DataBegun() && connection_.IsWriting();
+    return transaction_->DataBegun() && link_.IsWriting();
 }
 
 void SMTP::Private::Conclude(const Verdict &verdict) {
     if (verdict.MayRepeat && !std::exchange(repeated_, true))
         return Attempt();
     attempting_ = false;
+    link_.Rest(); // what comes now is not asked for
     outcome_ = verdict.Fate;
+    if (!account_.Username.isEmpty() && IsAboutSigningIn(outcome_->Number)) {
+        outcome_->Result = Kind::NotTried;
+        outcome_->IsOfAccount = true;
+    }
 }
 
 void SMTP::Private::Report() {
     if (!outcome_)
         return;
     const Outcome outcome = *std::exchange(outcome_, std::nullopt);
-    connection_.AwaitWithin(0);
     const QPointer<SMTP> alive(&smtp_);
-    if (outcome.Result != Kind::Sent && !outcome.IsLocal)
+    if (outcome.Result != Kind::Sent && !outcome.IsLocal && !outcome.IsOfAccount)
         Q_EMIT alive->ErrorSMTP(outcome.Number, outcome.Description);
     if (alive)
         Q_EMIT alive->Finished(outcome);
@@ -344,7 +319,8 @@ void SMTP::Submit(const varlo::Mail &mail) {
 }
 
 void SMTP::SetTimeout(int milliseconds) {
-    d->Timeout = std::max(1, milliseconds);
+    const int limit = std::max(1, milliseconds);
+    d->Limits() = {limit, limit, limit};
 }
 
 } // namespace OSSMTP

@@ -18,8 +18,10 @@ using enum varlo::net::MailError;
 // kept while the mails share it, and used again unless an attachment has changed.
 //
 // Promises: one connection is kept for many mails, and a new one is made when the server closed it or said
-// something unasked. A mail is tried a second time only when the connection broke before the server asked for
-// its text, so nobody gets it twice.
+// something unasked. A mail is tried a second time only when the server cannot have it (the connection broke
+// before the end of the message was written, or the server said that it closes down), so nobody gets it twice.
+// Signing in, where the account asks for it, comes before anything else; no text that leaves here holds the
+// secret.
 class SMTP : public varlo::Mailer {
     Q_OBJECT
 
@@ -29,7 +31,8 @@ public:
 
     void Submit(const varlo::Mail &mail) override;
 
-    // How long one answer of the server may take; 60,000 ms unless set. Counts from the next mail on.
+    // How long anything may take that the server is waited for, instead of 30 s for the connection, ten minutes
+    // for the word on a message and 60 s for all else. Counts from the next mail on.
     void SetTimeout(int milliseconds);
 
 Q_SIGNALS:

@@ -6,16 +6,22 @@ namespace {
 
 constexpr int kClosing = 421;
 constexpr int kStartInput = 354;
+constexpr int kBadSequence = 503; // the right word for BDAT after a refusal
 
 bool IsTaken(const Reply &reply) {
     return reply.Code / 100 == 2;
+}
+
+// "Unknown", "not implemented", "bad sequence": no word about a message or its recipient.
+bool IsCommandUnknown(const Reply &reply) {
+    return reply.Code >= 500 && reply.Code <= 504;
 }
 
 } // namespace
 
 Transaction::Transaction(Envelope envelope, bool pipelining, bool resetFirst)
     : envelope_(std::move(envelope)), pipelining_(pipelining),
-      await_(resetFirst ? Await::Reset : Await::Mail) {
+      await_(resetFirst ? Await::Reset : Await::Mail), dataBegun_(envelope_.Chunk > 0) {
 }
 
 QByteArray Transaction::Command(Await step) const {
@@ -28,6 +34,8 @@ QByteArray Transaction::Command(Await step) const {
         return "RCPT TO:<" + envelope_.Recipient + ">\r\n";
     case Await::Data:
         return QByteArrayLiteral("DATA\r\n");
+    case Await::Chunk:
+        return "BDAT " + QByteArray::number(envelope_.Chunk) + " LAST\r\n";
     case Await::Content:
     case Await::LoneDot:
         break;
@@ -39,7 +47,8 @@ QByteArray Transaction::Start() const {
     if (!pipelining_)
         return Command(await_);
     const QByteArray reset = await_ == Await::Reset ? Command(Await::Reset) : QByteArray();
-    return reset + Command(Await::Mail) + Command(Await::Rcpt) + Command(Await::Data);
+    return reset + Command(Await::Mail) + Command(Await::Rcpt) +
+           Command(envelope_.Chunk > 0 ? Await::Chunk : Await::Data);
 }
 
 QByteArray Transaction::Take(const Reply &reply) {
@@ -59,6 +68,8 @@ QByteArray Transaction::Take(const Reply &reply) {
         return TakeData(reply);
     case Await::Content:
         return TakeContent(reply);
+    case Await::Chunk:
+        return TakeChunk(reply);
     case Await::LoneDot:
         break; // the answer to an empty message for nobody tells nothing
     }
@@ -81,7 +92,7 @@ QByteArray Transaction::TakeCommand(const Reply &reply) {
         if (!pipelining_)
             return End(State::Refused);
     }
-    return GoOn(mail ? Await::Rcpt : Await::Data);
+    return GoOn(mail ? Await::Rcpt : envelope_.Chunk > 0 ? Await::Chunk : Await::Data);
 }
 
 QByteArray Transaction::TakeData(const Reply &reply) {
@@ -113,6 +124,27 @@ QByteArray Transaction::EndUnwanted() {
     }
     await_ = Await::LoneDot;
     return QByteArrayLiteral(".\r\n");
+}
+
+QByteArray Transaction::TakeChunk(const Reply &reply) {
+    if (IsTaken(reply))
+        return TakeTakenChunk();
+    if (!reply.IsRefusal())
+        return End(State::Confused);
+    leftOpen_ = mailTaken_;
+    const bool refused = answer_.has_value();
+    chunkUnknown_ = IsCommandUnknown(reply) && !(refused && reply.Code == kBadSequence);
+    spoilt_ = chunkUnknown_;
+    Keep(reply);
+    return End(chunkUnknown_ && !refused ? State::Lost : State::Refused);
+}
+
+// The last word counts: whoever has taken a recipient and the message will deliver it.
+QByteArray Transaction::TakeTakenChunk() {
+    spoilt_ = answer_.has_value();
+    if (recipientTaken_)
+        answer_.reset();
+    return End(recipientTaken_ ? State::Sent : State::Refused);
 }
 
 QByteArray Transaction::TakeContent(const Reply &reply) {

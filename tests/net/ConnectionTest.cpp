@@ -128,6 +128,29 @@ TEST_F(ConnectionTest, WriteThatNobodyTakesIsATimeOut) {
     EXPECT_TRUE(End.IsCut);
 }
 
+TEST_F(ConnectionTest, WriteMayHaveALimitOfItsOwn) {
+    Open();
+    EXPECT_TRUE(Until("opened"));
+    connection->AwaitWithin(60'000, 100);
+    connection->Write("hello");
+    QElapsedTimer passed;
+    passed.start();
+    EXPECT_TRUE(test::WaitUntil([&] { return passed.hasExpired(200); }));
+    EXPECT_FALSE(connection->IsClosed()) << "that is written; the answer has its own time";
+    server.Last->setReadBufferSize(1);
+    connection->Write(QByteArray(50'000'000, 'x'));
+    EXPECT_TRUE(UntilEnded());
+    EXPECT_EQ(End.Cause, Trouble::TimedOut);
+    EXPECT_TRUE(End.IsCut);
+}
+
+TEST_F(ConnectionTest, OwnAddressIsKnownOnceItIsOpen) {
+    EXPECT_EQ(connection->LocalAddress(), QString());
+    Open();
+    EXPECT_TRUE(Until("opened"));
+    EXPECT_EQ(connection->LocalAddress(), u"127.0.0.1"_s);
+}
+
 TEST_F(ConnectionTest, FloodComesInBoundedPiecesWhileTheLoopTurns) {
     constexpr qsizetype kFlood = 20'000'000;
     int turnsMeanwhile = 0;

@@ -21,7 +21,7 @@ struct Exchange {
 };
 
 Handshake Play(Encryption wanted, const std::vector<Exchange> &dialogue) {
-    Handshake handshake(wanted);
+    Handshake handshake({wanted});
     for (const Exchange &exchange : dialogue) {
         const QByteArray out = handshake.Take(exchange.Says);
         EXPECT_TRUE(out.isEmpty() || (out.endsWith("\r\n") && out.count('\n') == 1)) << out.constData();
@@ -78,7 +78,7 @@ TEST(HandshakeTest, RefusedEncryptionGoesOnInTheClear) {
 }
 
 TEST(HandshakeTest, EncryptionThatIsAMustIsNotGivenUp) {
-    const Failure refused{CannotConnect, u"The server does not encrypt"_s, false};
+    const Failure refused = AccountFailure(CannotConnect, u"The server does not encrypt"_s);
     for (const Handshake &handshake :
          {Play(Encryption::StartTls, {kGreeting, {kPlain, ""}}),
           Play(Encryption::StartTls, {kGreeting, {{500, "what"}, ""}}),

@@ -182,7 +182,7 @@ TEST(SMTPTest, ConnectionThatBreaksTwiceBeforeTheMessageIsAFailure) {
     }
 }
 
-TEST(SMTPTest, ConnectionThatBreaksWithinTheMessageIsNeverTriedAgain) {
+TEST(SMTPTest, ConnectionThatBreaksAfterTheMessageWasWrittenIsNeverTriedAgain) {
     for (const SmtpStep step : {SmtpStep::MessageBegin, SmtpStep::Message}) {
         const FakeSmtpServer server(WithFault({step, SmtpFault::Close, "", "", 0, 1}));
         Sender sender(server);
@@ -214,12 +214,42 @@ TEST(SMTPTest, ServerThatClosesDownAgainIsReportedWithItsReply) {
     EXPECT_EQ(server.Connections(), 2);
 }
 
-TEST(SMTPTest, ServerThatClosesDownAfterTheMessageIsNotTriedAgain) {
+TEST(SMTPTest, ServerThatClosesDownInsteadOfTakingTheMessageIsTriedOnceMore) {
+    const SmtpFault once{SmtpStep::Message, SmtpFault::ReplyThenClose, "421 later\r\n", "", 0, 1};
+    const FakeSmtpServer server(WithFault(once));
+    Sender sender(server);
+    EXPECT_TRUE(sender.SendTo(kAnn));
+    EXPECT_EQ(Reached(server), QByteArrayList{"ann@example.com"});
+    EXPECT_EQ(server.Connections(), 2);
+    EXPECT_EQ(sender.Errors, SmtpErrors());
+}
+
+TEST(SMTPTest, ServerThatClosesDownInsteadOfTakingTheMessageTwiceIsReportedWithItsReply) {
     const FakeSmtpServer server(WithFault({SmtpStep::Message, SmtpFault::ReplyThenClose, "421 later\r\n"}));
     Sender sender(server);
     EXPECT_FALSE(sender.SendTo(kAnn));
     EXPECT_EQ(sender.Errors, (SmtpErrors{{421, u"later"_s}}));
-    EXPECT_EQ(server.Connections(), 1);
+    EXPECT_EQ(server.Connections(), 2);
+}
+
+TEST(SMTPTest, ConnectionThatBreaksWhileTheMessageIsWrittenIsTriedOnceMore) {
+    const SmtpFault once{SmtpStep::MessageBegin, SmtpFault::Close, "", "", 0, 1};
+    const FakeSmtpServer server(WithFault(once));
+    Sender sender(server);
+    sender.Message.Text = u"much\r\n"_s.repeated(4'000'000); // more than the buffers of a socket hold
+    EXPECT_TRUE(sender.SendTo(kAnn));
+    EXPECT_EQ(Reached(server), QByteArrayList{"ann@example.com"});
+    EXPECT_EQ(server.Connections(), 2);
+}
+
+TEST(SMTPTest, ConnectionThatBreaksWhileTheMessageIsWrittenAgainIsAFailure) {
+    const FakeSmtpServer server(WithFault({SmtpStep::MessageBegin, SmtpFault::Close}));
+    Sender sender(server);
+    sender.Message.Text = u"much\r\n"_s.repeated(4'000'000);
+    EXPECT_FALSE(sender.SendTo(kAnn));
+    EXPECT_EQ(sender.Last(), (Outcome{Outcome::Kind::Later, OSSMTP::ConnectionLost,
+                                      u"The connection was closed by the server"_s, false}));
+    EXPECT_EQ(server.Connections(), 2);
 }
 
 TEST(SMTPTest, ServerThatSaysWhyItClosesWhileTheMessageIsWrittenIsQuoted) {

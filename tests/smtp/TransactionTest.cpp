@@ -156,4 +156,85 @@ TEST(TransactionTest, ReplyOfAnotherKindConfuses) {
     EXPECT_EQ(Pipelined({{250, ""}, {250, ""}, {354, ""}, {354, ""}}).Now(), State::Confused);
 }
 
+// ---- All at once
+
+namespace {
+
+Transaction AtOnce(const std::vector<Exchange> &dialogue, bool resetFirst = false) {
+    return Play({"ed@x.org", "ann@y.org", {}, 7}, true, resetFirst,
+                (resetFirst ? "RSET\r\n" : "") + kMail + kRcpt + "BDAT 7 LAST\r\n", dialogue);
+}
+
+} // namespace
+
+TEST(TransactionTest, ChunkIsSent) {
+    const Transaction transaction = AtOnce({{250, ""}, {250, ""}, {250, ""}});
+    EXPECT_EQ(End(transaction), std::make_tuple(State::Sent, 0, false, false));
+}
+
+TEST(TransactionTest, ServerMayHaveAChunkFromTheFirstMomentOn) {
+    EXPECT_TRUE(AtOnce({}).DataBegun());
+    EXPECT_FALSE(Pipelined({}).DataBegun());
+}
+
+TEST(TransactionTest, ChunkBehindAResetIsSent) {
+    EXPECT_EQ(AtOnce({{250, ""}, {250, ""}, {250, ""}, {250, ""}}, true).Now(), State::Sent);
+}
+
+TEST(TransactionTest, RefusedRecipientOfAChunkLeavesItOpen) {
+    for (const int answer : {503, 554, 450})
+        EXPECT_EQ(End(AtOnce({{250, ""}, {550, ""}, {answer, ""}})),
+                  std::make_tuple(State::Refused, 550, true, false));
+}
+
+TEST(TransactionTest, RefusedSenderOfAChunkIsTheCause) {
+    EXPECT_EQ(End(AtOnce({{553, ""}, {503, ""}, {503, ""}})),
+              std::make_tuple(State::Refused, 553, false, false));
+}
+
+TEST(TransactionTest, RefusedChunkLeavesItOpen) {
+    for (const int answer : {552, 554, 452})
+        EXPECT_EQ(End(AtOnce({{250, ""}, {250, ""}, {answer, ""}})),
+                  std::make_tuple(State::Refused, answer, true, false));
+}
+
+TEST(TransactionTest, ChunkThatIsUnknownSpoilsTheConnectionAndIsNoRefusal) {
+    for (const int answer : {500, 501, 502, 503, 504}) {
+        const Transaction transaction = AtOnce({{250, ""}, {250, ""}, {answer, ""}});
+        EXPECT_EQ(End(transaction), std::make_tuple(State::Lost, answer, true, true));
+        EXPECT_TRUE(transaction.IsChunkUnknown());
+    }
+}
+
+TEST(TransactionTest, ChunkThatIsUnknownBehindARefusalIsTheRefusal) {
+    const Transaction transaction = AtOnce({{250, ""}, {550, ""}, {502, ""}});
+    EXPECT_EQ(End(transaction), std::make_tuple(State::Refused, 550, true, true));
+    EXPECT_TRUE(transaction.IsChunkUnknown());
+}
+
+TEST(TransactionTest, ChunkTakenForNobodyIsStillARefusal) {
+    EXPECT_EQ(End(AtOnce({{250, ""}, {550, ""}, {250, ""}})),
+              std::make_tuple(State::Refused, 550, true, true));
+}
+
+TEST(TransactionTest, ChunkTakenForARecipientOfARefusedSenderIsSent) {
+    EXPECT_EQ(End(AtOnce({{553, ""}, {250, ""}, {250, ""}})), std::make_tuple(State::Sent, 0, false, true));
+}
+
+TEST(TransactionTest, ClosingServerIsLostAtAnyStepOfAChunk) {
+    for (std::size_t step = 0; step < 3; ++step) {
+        const Transaction transaction = [&] {
+            std::vector<Exchange> dialogue(step, {250, ""});
+            dialogue.push_back({421, ""});
+            return AtOnce(dialogue);
+        }();
+        EXPECT_EQ(End(transaction), std::make_tuple(State::Lost, 421, false, true));
+    }
+}
+
+TEST(TransactionTest, ReplyOfAnotherKindConfusesAChunk) {
+    EXPECT_EQ(AtOnce({{354, ""}}).Now(), State::Confused);
+    EXPECT_EQ(AtOnce({{250, ""}, {250, ""}, {354, ""}}).Now(), State::Confused);
+}
+
 } // namespace OSSMTP

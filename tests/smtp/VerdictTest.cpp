@@ -68,14 +68,41 @@ TEST(VerdictTest, ConnectionLostAfterTheContentIsInDoubt) {
                   Fate(Kind::InDoubt, ConnectionLost, kLost), false);
     ExpectVerdict(JudgeTransaction(After({kOk, kOk, kGo}), kTimeOut, false),
                   Fate(Kind::InDoubt, TimedOut, u"late"_s), false);
+}
+
+TEST(VerdictTest, ServerThatClosesDownHasNotTakenTheContent) {
     ExpectVerdict(JudgeTransaction(After({kOk, kOk, kGo, {421, "bye"}}), {}, false),
-                  Fate(Kind::Later, 421, u"bye"_s), false);
+                  Fate(Kind::Later, 421, u"bye"_s), true);
 }
 
 TEST(VerdictTest, ServerCannotHaveWhatWasNotHandedOver) {
     ExpectVerdict(JudgeTransaction(After({kOk, kOk, kGo}), LostFailure(), true),
-                  Fate(Kind::Later, ConnectionLost, kLost), false);
+                  Fate(Kind::Later, ConnectionLost, kLost), true);
+    ExpectVerdict(JudgeTransaction(After({kOk, kOk, kGo}), kTimeOut, true),
+                  Fate(Kind::Later, TimedOut, u"late"_s), false);
+}
+
+TEST(VerdictTest, ServerThatTookTheContentTooEarlyIsNotGivenItAgain) {
     ExpectVerdict(JudgeTransaction(After({kOk, kOk, kGo, kOk}), {}, true),
+                  Fate(Kind::Later, ConnectionLost, kLost), false);
+}
+
+TEST(VerdictTest, ChunkIsTriedAgainOnlyWhenTheServerCannotHaveIt) {
+    const auto chunk = [](const std::vector<Reply> &replies) {
+        Transaction transaction({"ed@x.org", "ann@y.org", {}, 7}, true, false);
+        for (const Reply &reply : replies)
+            transaction.Take(reply);
+        return transaction;
+    };
+    for (const auto &replies : {std::vector<Reply>(), {kOk}, {kOk, kOk}}) {
+        ExpectVerdict(JudgeTransaction(chunk(replies), LostFailure(), false),
+                      Fate(Kind::InDoubt, ConnectionLost, kLost), false);
+        ExpectVerdict(JudgeTransaction(chunk(replies), LostFailure(), true),
+                      Fate(Kind::Later, ConnectionLost, kLost), true);
+    }
+    ExpectVerdict(JudgeTransaction(chunk({kOk, {550, "no"}}), LostFailure(), false),
+                  Fate(Kind::Refused, 550, u"no"_s), false);
+    ExpectVerdict(JudgeTransaction(chunk({kOk, kOk, kOk}), {}, true),
                   Fate(Kind::Later, ConnectionLost, kLost), false);
 }
 

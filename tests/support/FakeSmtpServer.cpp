@@ -12,6 +12,7 @@
 #include <QTest>
 #include <gtest/gtest.h>
 
+#include <gsasl.h>
 #include <optional>
 
 namespace varlo::test {
@@ -32,6 +33,71 @@ protected:
     }
 };
 
+// The server's side of a sign-in: of passwords by the library, of tokens by comparison.
+class FakeSignIn {
+public:
+    FakeSignIn(const QByteArray &mechanism, const SmtpScript &script)
+        : token_(mechanism.contains("OAUTH") ? script.Token : QByteArray()), password_(script.Password) {
+        gsasl_init(&library_);
+        gsasl_callback_set(library_, &FakeSignIn::Validate);
+        if (!token_.isEmpty() || gsasl_server_start(library_, mechanism.constData(), &session_) != GSASL_OK)
+            return;
+        gsasl_session_hook_set(session_, this);
+        gsasl_property_set(session_, GSASL_PASSWORD, password_.constData());
+    }
+    ~FakeSignIn() {
+        if (session_)
+            gsasl_finish(session_);
+        gsasl_done(library_);
+    }
+    FakeSignIn(const FakeSignIn &) = delete;
+    FakeSignIn &operator=(const FakeSignIn &) = delete;
+
+    // What the server says to a response of the client.
+    QByteArray Take(const QByteArray &response) {
+        if (std::exchange(taken_, false))
+            return kSignedIn;
+        if (!token_.isEmpty() || !session_)
+            return TakeToken(response);
+        char *bytes = nullptr;
+        std::size_t size = 0;
+        const int result = gsasl_step(session_, response.constData(),
+                                      static_cast<std::size_t>(response.size()), &bytes, &size);
+        const QByteArray challenge = QByteArray(bytes, static_cast<qsizetype>(size)).toBase64();
+        gsasl_free(bytes);
+        taken_ = result == GSASL_OK;
+        if (result == GSASL_NEEDS_MORE || (taken_ && size > 0))
+            return "334 " + challenge + "\r\n";
+        return taken_ ? kSignedIn : kRefused;
+    }
+
+private:
+    // For the mechanisms that show the password.
+    static int Validate(Gsasl *, Gsasl_session *session, Gsasl_property property) {
+        if (property != GSASL_VALIDATE_SIMPLE)
+            return GSASL_NO_CALLBACK;
+        const auto *self = static_cast<FakeSignIn *>(gsasl_session_hook_get(session));
+        return self->password_ == gsasl_property_fast(session, GSASL_PASSWORD) ? GSASL_OK
+                                                                               : GSASL_AUTHENTICATION_ERROR;
+    }
+    QByteArray TakeToken(const QByteArray &response) {
+        if (response.contains("auth=Bearer " + token_ + "\1\1") && !token_.isEmpty())
+            return kSignedIn;
+        return std::exchange(told_, true) ? kRefused
+                                          : "334 " + QByteArray(R"({"status":"401"})").toBase64() + "\r\n";
+    }
+
+    const QByteArray kSignedIn = "235 2.7.0 welcome\r\n";
+    const QByteArray kRefused = "535 5.7.8 no such user, or not with that password\r\n";
+
+    const QByteArray token_;
+    const QByteArray password_;
+    Gsasl *library_ = nullptr;
+    Gsasl_session *session_ = nullptr;
+    bool taken_ = false;
+    bool told_ = false;
+};
+
 // One connection; a child of its socket.
 class FakeSmtpSession : public QObject {
 public:
@@ -40,13 +106,21 @@ public:
         socket->setSocketOption(QAbstractSocket::LowDelayOption, 1);
         connect(socket, &QSslSocket::readyRead, this, &FakeSmtpSession::Read);
         connect(socket, &QSslSocket::disconnected, socket, &QObject::deleteLater);
+        if (Script().EncryptsAtOnce)
+            Encrypt();
         Answer(SmtpStep::Greeting, {}, "220 fake ESMTP\r\n");
     }
 
 private:
     void Read();
     void TakeLine(const QByteArray &line);
+    bool TakePiece();
+    bool TakeChunk();
+    void Encrypt();
     void TakeStartTls(const QByteArray &line);
+    void TakeAuth(const QByteArray &line);
+    void TakeResponse(const QByteArray &line);
+    void TakeBdat(const QByteArray &line);
     void TakeMail(const QByteArray &line);
     void TakeRcpt(const QByteArray &line);
     void TakeData(const QByteArray &line);
@@ -75,34 +149,64 @@ private:
     bool mailOpen_ = false;
     bool inMessage_ = false;
     bool messageBegun_ = false;
+    qsizetype chunk_ = -1; // bytes of the chunk that is awaited
+    bool reading_ = false;
+    bool chunked_ = false;
+    bool chunkRefused_ = false;
+    std::unique_ptr<FakeSignIn> signIn_;
     bool deaf_ = false;
     int taken_ = 0;
 };
 
 void FakeSmtpSession::Read() {
-    if (!deaf_)
-        input_ += socket_->readAll();
-    while (!deaf_ && !input_.isEmpty()) {
-        if (inMessage_ && !std::exchange(messageBegun_, true) && !Answer(SmtpStep::MessageBegin, {}, {}))
-            continue;
-        const bool empty = inMessage_ && input_.startsWith(".\r\n");
-        const QByteArray mark = inMessage_ && !empty ? "\r\n.\r\n" : "\r\n";
-        const qsizetype end = input_.indexOf(mark, searched_);
-        searched_ = end < 0 ? std::max<qsizetype>(0, input_.size() - mark.size()) : 0;
-        if (end < 0)
-            return;
-        const QByteArray unit = empty ? QByteArray() : input_.left(end + 2);
-        input_.remove(0, empty ? 3 : end + (inMessage_ ? 5 : 2));
-        inMessage_ ? TakeMessage(unit) : TakeLine(unit.chopped(2));
-        if (!input_.isEmpty() && !Extensions().contains("PIPELINING")) {
-            const QMutexLocker lock(&server_.mutex_);
-            server_.overrun_ = true;
-        }
+    if (!deaf_) {
+        const QByteArray bytes = socket_->readAll();
+        const QMutexLocker lock(&server_.mutex_);
+        server_.heard_ += socket_->isEncrypted() ? QByteArray() : bytes;
+        input_ += bytes;
     }
+    if (std::exchange(reading_, true))
+        return; // an encrypted socket tells of more while an answer is written
+    while (!deaf_ && !input_.isEmpty() && TakePiece()) {
+    }
+    reading_ = false;
+}
+
+// A line, a message or a chunk; false when it is not whole.
+bool FakeSmtpSession::TakePiece() {
+    if (inMessage_ && !std::exchange(messageBegun_, true) && !Answer(SmtpStep::MessageBegin, {}, {}))
+        return true;
+    if (chunk_ >= 0)
+        return TakeChunk();
+    const bool empty = inMessage_ && input_.startsWith(".\r\n");
+    const QByteArray mark = inMessage_ && !empty ? "\r\n.\r\n" : "\r\n";
+    const qsizetype end = input_.indexOf(mark, searched_);
+    searched_ = end < 0 ? std::max<qsizetype>(0, input_.size() - mark.size()) : 0;
+    if (end < 0)
+        return false;
+    const QByteArray unit = empty ? QByteArray() : input_.left(end + 2);
+    input_.remove(0, empty ? 3 : end + (inMessage_ ? 5 : 2));
+    inMessage_ ? TakeMessage(unit) : TakeLine(unit.chopped(2));
+    if (!input_.isEmpty() && !Extensions().contains("PIPELINING")) {
+        const QMutexLocker lock(&server_.mutex_);
+        server_.overrun_ = true;
+    }
+    return true;
+}
+
+bool FakeSmtpSession::TakeChunk() {
+    if (input_.size() < chunk_)
+        return false;
+    const QByteArray chunk = input_.left(chunk_);
+    input_.remove(0, std::exchange(chunk_, -1));
+    TakeMessage(chunk);
+    return true;
 }
 
 void FakeSmtpSession::TakeLine(const QByteArray &line) {
     Note("C: " + line);
+    if (signIn_)
+        return TakeResponse(line);
     const QByteArray verb = line.left(4).toUpper();
     if (verb == "EHLO" || verb == "HELO") {
         Answer(SmtpStep::Ehlo, line, verb == "EHLO" ? EhloReply() : QByteArray("250 fake.example\r\n"));
@@ -114,6 +218,10 @@ void FakeSmtpSession::TakeLine(const QByteArray &line) {
         TakeRcpt(line);
     } else if (verb == "DATA") {
         TakeData(line);
+    } else if (verb == "AUTH") {
+        TakeAuth(line);
+    } else if (verb == "BDAT" && !Script().ChunksUnknown) {
+        TakeBdat(line);
     } else if (verb == "RSET") {
         if (Answer(SmtpStep::Rset, line, "250 reset\r\n"))
             mailOpen_ = false;
@@ -144,9 +252,44 @@ void FakeSmtpSession::TakeStartTls(const QByteArray &line) {
     const QByteArray reply = encrypts ? Script().StartTlsReply : QByteArray("454 not now\r\n");
     if (!Answer(SmtpStep::StartTls, line, reply) || !encrypts)
         return;
-    socket_->setLocalCertificate(QSslCertificate(kFakeCertificate));
-    socket_->setPrivateKey(QSslKey(kFakeKey, QSsl::Ec));
+    Encrypt();
+}
+
+void FakeSmtpSession::Encrypt() {
+    const SmtpScript script = Script();
+    socket_->setLocalCertificate(QSslCertificate(script.Certificate ? script.Certificate : kFakeCertificate));
+    socket_->setPrivateKey(QSslKey(script.Key ? script.Key : kFakeKey, QSsl::Ec));
     socket_->startServerEncryption();
+}
+
+void FakeSmtpSession::TakeAuth(const QByteArray &line) {
+    const QByteArrayList words = line.split(' ');
+    if (!Answer(SmtpStep::Auth, line, {}))
+        return;
+    signIn_ = std::make_unique<FakeSignIn>(words.value(1), Script());
+    const QByteArray first = words.value(2) == "=" ? QByteArray() : QByteArray::fromBase64(words.value(2));
+    const QByteArray reply = signIn_->Take(first);
+    if (!reply.startsWith("334"))
+        signIn_.reset();
+    Say(reply);
+}
+
+void FakeSmtpSession::TakeResponse(const QByteArray &line) {
+    auto signIn = std::move(signIn_);
+    if (!Answer(SmtpStep::Auth, line, {}))
+        return;
+    const QByteArray reply = signIn->Take(QByteArray::fromBase64(line));
+    if (reply.startsWith("334"))
+        signIn_ = std::move(signIn);
+    Say(reply);
+}
+
+void FakeSmtpSession::TakeBdat(const QByteArray &line) {
+    inMessage_ = true;
+    messageBegun_ = true;
+    chunked_ = true;
+    chunk_ = line.split(' ').value(1).toLongLong();
+    chunkRefused_ = !Answer(SmtpStep::MessageBegin, line, {});
 }
 
 void FakeSmtpSession::TakeMail(const QByteArray &line) {
@@ -176,10 +319,18 @@ void FakeSmtpSession::TakeData(const QByteArray &line) {
 
 void FakeSmtpSession::TakeMessage(const QByteArray &data) {
     Note("C: (message)");
-    inMessage_ = mailOpen_ = false;
-    mail_.Data = QByteArray("\r\n" + data).replace("\r\n..", "\r\n.").mid(2);
-    if (mail_.Recipients.isEmpty())
-        return Say("554 no valid recipients\r\n");
+    const bool wasOpen = std::exchange(mailOpen_, false);
+    const bool isChunk = std::exchange(chunked_, false);
+    inMessage_ = false;
+    if (std::exchange(chunkRefused_, false)) {
+        mailOpen_ = wasOpen;
+        return;
+    }
+    mail_.Data = isChunk ? data : QByteArray("\r\n" + data).replace("\r\n..", "\r\n.").mid(2);
+    if (!wasOpen || mail_.Recipients.isEmpty()) {
+        mailOpen_ = wasOpen && isChunk; // until RSET
+        return Say(isChunk ? Script().ChunkForNobody : QByteArray("554 no valid recipients\r\n"));
+    }
     if (!Answer(SmtpStep::Message, {}, {}))
         return;
     {
@@ -306,6 +457,11 @@ QList<SmtpMail> FakeSmtpServer::Mails() const {
 int FakeSmtpServer::Connections() const {
     const QMutexLocker lock(&mutex_);
     return connections_;
+}
+
+QByteArray FakeSmtpServer::HeardInTheClear() const {
+    const QMutexLocker lock(&mutex_);
+    return heard_;
 }
 
 QByteArrayList FakeSmtpServer::Dialogue() const {

@@ -21,11 +21,12 @@ enum class SmtpStep {
     Greeting,
     Ehlo, // HELO too
     StartTls,
+    Auth, // with each line of the sign-in
     Mail,
     Rcpt,
     Data,
-    MessageBegin, // the first bytes of a message are here; its end is not looked at yet
-    Message,      // the closing dot
+    MessageBegin, // the first bytes of a message, or BDAT, are here; its end is not looked at yet
+    Message,      // the closing dot, or the last byte of the chunk
     Rset,
     Quit,
 };
@@ -64,6 +65,15 @@ struct SmtpScript {
     QByteArray StartTlsReply = "220 go ahead\r\n";    // of a server that means it
     QByteArrayList EncryptedExtensions{"PIPELINING"}; // offered from then on
     bool DataForNobody = false; // DATA is answered with 354 though no recipient was taken
+    // BDAT is not known, though "CHUNKING" is among the extensions: what follows it is taken for commands.
+    bool ChunksUnknown = false;
+    QByteArray ChunkForNobody = "503 no valid recipients\r\n";
+    // Accepted from whoever signs in, by the mechanisms that the extension "AUTH ..." names.
+    QByteArray Password = "secret word";
+    QByteArray Token = "token word";
+    bool EncryptsAtOnce = false;
+    const char *Certificate = nullptr; // nullptr: the one for "fake.example"
+    const char *Key = nullptr;
 };
 
 // Runs on a thread of its own, so a client may block. All questions may be asked at any time.
@@ -78,6 +88,8 @@ public:
 
     QList<SmtpMail> Mails() const; // that were answered with 250
     int Connections() const;       // accepted so far
+    // All that clients have said while their line was not encrypted.
+    QByteArray HeardInTheClear() const;
     // "S: 220 fake ESMTP", "C: MAIL FROM:<a@b>"; a message is one line "C: (message)". Of all connections, in
     // order.
     QByteArrayList Dialogue() const;
@@ -102,6 +114,7 @@ private:
     QByteArrayList dialogue_;
     int connections_ = 0;
     bool overrun_ = false;
+    QByteArray heard_;
 };
 
 } // namespace varlo::test
