@@ -12,10 +12,12 @@
 #include "core/Icons.h"
 #include "core/Product.h"
 #include "core/Reporting.h"
+#include "core/SendingAccount.h"
 #include "core/WidgetDialogs.h"
 #include "net/frmTrust.h"
 #include "pop3/MailboxTest.h"
 #include "smtp/SMTP.h"
+#include "smtp/SendingTest.h"
 
 #include <QApplication>
 #include <QSessionManager>
@@ -46,7 +48,10 @@ std::unique_ptr<varlo::Mailer> MakeSmtpMailer(const varlo::MailAccount &account)
 }
 
 varlo::OptionsDoor MakeOptionsDoor() {
-    return {.SendingTest = {},
+    return {.SendingTest =
+                [](const varlo::Preferences &typed) {
+                    return std::make_unique<OSSMTP::SendingTest>(varlo::SendingAccount(typed));
+                },
             .MailboxTest =
                 [](const varlo::Preferences &typed) {
                     return std::make_unique<varlo::MailboxTest>(varlo::MailboxAccount(typed),

@@ -57,6 +57,10 @@ QString TroubleWithAccount(const Session &session) {
         return Trouble(u"e-mail address"_s, address);
     if (session.Prefs.SMTPPort < 1)
         return Trouble(u"SMTP port"_s, QString::number(session.Prefs.SMTPPort));
+    if (!session.Prefs.SMTPUsername.isEmpty() && session.Prefs.SMTPPassword.isEmpty())
+        return u"There is no password for the username [%1] of the e-mail sending preferences. Please enter "
+               u"it "
+               "before anything is sent."_s.arg(session.Prefs.SMTPUsername);
     return {};
 }
 

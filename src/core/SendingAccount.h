@@ -14,7 +14,7 @@ MailAccount SendingAccount(const Session &session);
 MailAccount SendingAccount(const Preferences &values);
 
 // What in that account cannot be right, as a sentence for the operator: the sender's own address (one with
-// blanks, brackets or control characters in it), or the port. Empty when nothing is; what is not set at all is
+// blanks, brackets or control characters in it), the port, or a username without a password. Empty when nothing is; what is not set at all is
 // no matter of this function.
 QString TroubleWithAccount(const Session &session);
 

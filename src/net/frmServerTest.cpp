@@ -80,7 +80,6 @@ void frmServerTest::Begin() {
     txtDialogue->clear();
     cmdTrust->hide();
     cmdAllow->hide();
-    AddStep(u"Connecting..."_s);
     test_ = door_.Make();
     connect(test_.get(), &net::ServerTest::Step, this, &frmServerTest::AddStep);
     connect(test_.get(), &net::ServerTest::Line, this, &frmServerTest::AddLine);

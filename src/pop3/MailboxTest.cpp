@@ -34,20 +34,22 @@ MailboxTest::MailboxTest(Pop3Account account, net::Endpoint endpoint, int patien
 }
 
 void MailboxTest::Start() {
+    const QString place = u"Connecting to [%1], port %2."_s.arg(endpoint_.Host).arg(endpoint_.Port);
+    QMetaObject::invokeMethod(
+        this, [this, place] { Q_EMIT Step(place); }, Qt::QueuedConnection);
     connection_.Open(endpoint_);
     connection_.AwaitWithin(patience_);
 }
 
 void MailboxTest::Connection_Opened() {
-    const QPointer<MailboxTest> alive(this);
-    Q_EMIT Step(u"Connected to [%1], port %2."_s.arg(endpoint_.Host).arg(endpoint_.Port));
-    if (alive && endpoint_.Security == Encryption::Tls)
-        Q_EMIT Step(u"The connection is encrypted."_s);
+    Q_EMIT Step(endpoint_.Security == Encryption::Tls
+                    ? u"Connected and encrypted. The certificate was accepted."_s
+                    : u"Connected."_s);
 }
 
 void MailboxTest::Connection_Encrypted() {
     const QPointer<MailboxTest> alive(this);
-    Q_EMIT Step(u"The connection is encrypted."_s);
+    Q_EMIT Step(u"Encrypted. The certificate was accepted."_s);
     if (alive)
         SignIn();
 }

@@ -83,6 +83,16 @@ TEST(SendingAccountTest, AnAddressOrAPortThatCannotBeRightIsNamed) {
     EXPECT_NE(TroubleWith(u"ann@x.test"_s, -1), QString());
 }
 
+TEST(SendingAccountTest, UsernameWithoutAPasswordIsNamed) {
+    test::TestProfile profile;
+    profile.session.Prefs.SMTPUsername = u"ann"_s;
+    EXPECT_EQ(TroubleWithAccount(profile.session),
+              u"There is no password for the username [ann] of the e-mail sending preferences. Please enter "
+              "it before anything is sent."_s);
+    profile.session.Prefs.SMTPPassword = u"geheim"_s;
+    EXPECT_EQ(TroubleWithAccount(profile.session), QString());
+}
+
 TEST(SendingAccountTest, WhatCouldBeRightIsLeftToTheServer) {
     for (const QString &address : {u"ann@x.test"_s, u"jürgen@exämple.org"_s, u"ann"_s, QString()})
         EXPECT_EQ(TroubleWith(address), QString()) << address.toStdString();

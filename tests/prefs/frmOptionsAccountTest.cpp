@@ -46,6 +46,7 @@ struct Suggestion {
 
 const Suggestion kSuggestions[] = {
     {"cmbPOPSecurity", "txtPOPPort", {u"110"_s, u"110"_s, u"995"_s}},
+    {"cmbSMTPSecurity", "txtSMTPPort", {u"25"_s, u"587"_s, u"465"_s}},
 };
 
 TEST_F(frmOptionsAccountTest, ChoosingAnEntrySuggestsItsPort) {
@@ -93,6 +94,8 @@ TEST_F(frmOptionsAccountTest, EntriesAreInTheirOrder) {
         return texts;
     };
     EXPECT_EQ(entries("cmbPOPSecurity"), (QStringList{u"None"_s, u"STLS"_s, u"TLS"_s}));
+    EXPECT_EQ(entries("cmbSMTPSecurity"), (QStringList{u"Automatic"_s, u"STARTTLS"_s, u"TLS"_s}));
+    EXPECT_EQ(entries("cmbSMTPSignIn"), (QStringList{u"Password"_s, u"Token"_s}));
 }
 
 TEST_F(frmOptionsAccountTest, TestIsOfWhatIsTypedAndStoresNothing) {
@@ -107,6 +110,53 @@ TEST_F(frmOptionsAccountTest, TestIsOfWhatIsTypedAndStoresNothing) {
     EXPECT_EQ(TestWindow(window)->windowTitle(), u"Test of [pop.test]"_s);
     EXPECT_FALSE(QFile::exists(Profile.Path(u"prefs.ini"_s)));
     EXPECT_EQ(session.Prefs, Settings::Defaults());
+}
+
+TEST_F(frmOptionsAccountTest, TestOfTheSendingAccountIsOfWhatIsTyped) {
+    const frmOptions window(session, Door);
+    SetContent(window, "txtSMTPServer", u"mail.test"_s);
+    SetContent(window, "txtSMTPUsername", u"ann"_s);
+    SetContent(window, "cmbSMTPSecurity", u"2"_s);
+    Click(window, "cmdSMTPTest");
+    ASSERT_EQ(Typed.size(), 1U);
+    EXPECT_EQ(Typed[0].SMTPServer, u"mail.test"_s);
+    EXPECT_EQ(Typed[0].SMTPUsername, u"ann"_s);
+    EXPECT_EQ(Typed[0].SMTPSecurity, 2);
+}
+
+TEST_F(frmOptionsAccountTest, PortThatIsNoNumberIsCorrectedBeforeTheTest) {
+    const frmOptions window(session, Door);
+    SetContent(window, "txtSMTPPort", u"smtp"_s);
+    Click(window, "cmdSMTPTest");
+    EXPECT_TRUE(Typed.empty());
+    EXPECT_EQ(Profile.Boxes.Texts(),
+              QStringList{u"This is not a number. Please correct it before the test."_s});
+    SetContent(window, "txtSMTPPort", u"25"_s);
+    Click(window, "cmdPOPTest");
+    EXPECT_EQ(Typed.size(), 1U);
+}
+
+TEST_F(frmOptionsAccountTest, LineWithoutEncryptionIsAllowedForThisServer) {
+    const frmOptions window(session, Door);
+    SetContent(window, "txtSMTPServer", u" mail.test"_s);
+    Click(window, "cmdSMTPTest");
+    Last->End({u"The server does not encrypt."_s, std::nullopt, true});
+    TestWindow(window)->findChild<QPushButton *>(u"cmdAllow"_s)->click();
+    ASSERT_EQ(Typed.size(), 2U);
+    EXPECT_EQ(Typed[1].SMTPUnencrypted, u"mail.test"_s);
+    EXPECT_EQ(Profile.Read(u"prefs.ini"_s), QByteArray("[SMTP]\r\nSMTPUnencrypted=mail.test\r\n"));
+}
+
+TEST_F(frmOptionsAccountTest, PasswordOfTheSendingAccountIsShownAsStarsAndComesBackAsTyped) {
+    for (const char *password : {" secret ", "\"secret\"", "'"}) {
+        frmOptions window(session);
+        SetContent(window, "txtSMTPPassword", QString::fromLatin1(password));
+        EXPECT_EQ(Line(window, "txtSMTPPassword")->displayText(),
+                  QString(u'*').repeated(static_cast<qsizetype>(qstrlen(password))));
+        Click(window, "cmdOK");
+        LoadSettings();
+        EXPECT_EQ(session.Prefs.SMTPPassword, QString::fromLatin1(password));
+    }
 }
 
 TEST_F(frmOptionsAccountTest, TestWindowCanBeClosedAtAnyTime) {
