@@ -94,6 +94,7 @@ void SendEngine::Prepare(const ComposedMessage &message) {
     SMTP_ = makeMailer_(SendingAccount(session_));
     connect(SMTP_.get(), &Mailer::Finished, this,
             [this](const Outcome &outcome) { Do(run_.Finished(outcome)); });
+    connect(SMTP_.get(), &Mailer::Waiting, this, &SendEngine::StatusChanged);
 }
 
 void SendEngine::CheckAttachments(const QStringList &paths) {
@@ -160,6 +161,9 @@ void SendEngine::Act(const SendStep &step) {
     case SendStep::Next::Complete:
         Complete();
         break;
+    case SendStep::Next::Correct:
+        AskToCorrect(step.Text);
+        break;
     case SendStep::Next::Fail:
         Fail(RuntimeError(step.Number, step.Text));
         break;
@@ -194,9 +198,20 @@ void SendEngine::Complete() {
 }
 
 void SendEngine::Fail(const RuntimeError &error) {
+    EndEarly([&] { ShowError(session_, u"Compose.cmdSend"_s, error); });
+}
+
+// Otherwise each recipient would be refused, and be marked for removal, for no fault of his own.
+void SendEngine::AskToCorrect(const QString &description) {
+    EndEarly([&] {
+        session_.Boxes.MsgBox(AccountTroubleText(description), BoxButtons::Ok, BoxIcon::Exclamation);
+    });
+}
+
+void SendEngine::EndEarly(const std::function<void()> &tell) {
     Stop();
     const QPointer<SendEngine> self(this); // it may go under the box
-    ShowError(session_, u"Compose.cmdSend"_s, error);
+    tell();
     if (!self)
         return;
     Q_EMIT StatusChanged(StoppedText(run_.Index(), run_.Count()));

@@ -74,6 +74,8 @@ private:
     bool IsYieldDue() const;
     void Complete();
     void Fail(const RuntimeError &error);
+    void AskToCorrect(const QString &description);
+    void EndEarly(const std::function<void()> &tell);
     void Stop();
     void End();
     void Tick();

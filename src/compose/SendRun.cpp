@@ -48,6 +48,8 @@ SendStep SendRun::Finished(const Outcome &outcome) {
         return {};
     if (outcome.IsLocal)
         return {{}, {}, Next::Fail, outcome.Description, outcome.Number};
+    if (outcome.IsOfAccount)
+        return {SmtpErrorText(outcome.Number, outcome.Description), {}, Next::Correct, outcome.Description};
     SendStep step{{}, {}, Next::GoOn};
     if (outcome.Result != Outcome::Kind::Sent)
         step = SMTP_ErrorSMTP(outcome.Number, outcome.Description);

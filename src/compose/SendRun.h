@@ -17,6 +17,7 @@ struct SendStep {
         Breathe,  // the same, unless they had them a moment ago: then call GoOn at once
         Submit,   // send the message to the recipient `Text`, then call Finished
         Complete, // every recipient had his turn
+        Correct,  // the account is not right for anybody: say so with the sentences `Text`, and end
         Fail,     // this machine cannot send it to anybody: the run-time error `Number` with the words `Text`
     };
 

@@ -41,6 +41,12 @@ QString StoppedText(qsizetype done, qsizetype count) {
            u" messages"_s;
 }
 
+QString AccountTroubleText(const QString &description) {
+    return description +
+           u"\r\n\r\nSending has stopped, and no recipient was marked as failed. Please correct "
+           "the e-mail sending preferences, then send the message again."_s;
+}
+
 QString SmtpErrorText(int number, const QString &description) {
     return u"SMTP error "_s + QString::number(number) + u" - "_s + OnOneLine(description);
 }

@@ -21,6 +21,8 @@ QString SummaryText(qint64 seconds, qsizetype sent, qsizetype duplicates, qsizet
 // "Sending stopped after 3/250 messages".
 QString StoppedText(qsizetype done, qsizetype count);
 
+// For a box: what is wrong with the account, and what it means for the send.
+QString AccountTroubleText(const QString &description);
 // "SMTP error 550 - no such user", on one line whatever the server sent.
 QString SmtpErrorText(int number, const QString &description);
 

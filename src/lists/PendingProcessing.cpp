@@ -166,7 +166,7 @@ void PendingProcessing::SendNotification() {
 
 void PendingProcessing::SMTP_Finished(const Outcome &outcome) {
     Proceed([this, met = outcome] {
-        if (met.IsLocal)
+        if (met.IsLocal || met.IsOfAccount) // the next one would fare no better
             throw RuntimeError(met.Number, met.Description);
         if (met.Result != Outcome::Kind::Sent)
             SMTP_ErrorSMTP(met.Number, met.Description);

@@ -24,7 +24,6 @@ constexpr int kAddressRefused = 501; // the codes that a server would answer wit
 constexpr int kNoSuchMailbox = 553;
 constexpr int kTurn = 10;                   // ms of work before the event loop turns
 constexpr qint64 kLargestChunk = 64 * 1024; // larger ones are not sent before the recipient is taken
-constexpr int kPatience = 5000;             // ms until the operator hears what is waited for
 
 Outcome UnusableAddress(Kind kind, const QString &whose, const Mailbox &mailbox) {
     const Reply shown{0, mailbox.Given.toUtf8()}; // shown as replies are: control characters as blanks
@@ -56,6 +55,7 @@ public:
     void Submit(const varlo::Mail &mail);
 
     Waits &Limits() { return link_.Limits; }
+    void SetPatience(int milliseconds);
 
 private:
     void Begin();
@@ -113,7 +113,7 @@ SMTP::Private::Private(SMTP &smtp, const varlo::MailAccount &account)
     connect(&link_, &Link::Failed, this, &Private::Link_Failed);
     connect(&link_, &Link::Settled, this, &Private::Report);
     connect(&patience_, &QTimer::timeout, this, &Private::TellWhatIsAwaited);
-    patience_.start(1000);
+    SetPatience(5000);
 }
 
 SMTP::Private::~Private() {
@@ -202,9 +202,14 @@ void SMTP::Private::Link_Failed(const Failure &failure, bool isCut) {
     Conclude(transaction_ ? JudgeTransaction(*transaction_, failure, cut) : JudgeConnecting(failure));
 }
 
+void SMTP::Private::SetPatience(int milliseconds) {
+    patience_.start(std::max(1, milliseconds));
+}
+
+// With the next tick at the latest: nothing is timed for the sake of a quick server.
 void SMTP::Private::TellWhatIsAwaited() {
     const QString what = link_.Awaited();
-    if (attempting_ && link_.Silence() >= kPatience && std::exchange(told_, what) != what)
+    if (attempting_ && link_.Silence() >= patience_.interval() && std::exchange(told_, what) != what)
         Q_EMIT smtp_.Waiting(what);
 }
 
@@ -321,6 +326,10 @@ void SMTP::Submit(const varlo::Mail &mail) {
 void SMTP::SetTimeout(int milliseconds) {
     const int limit = std::max(1, milliseconds);
     d->Limits() = {limit, limit, limit};
+}
+
+void SMTP::SetPatience(int milliseconds) {
+    d->SetPatience(milliseconds);
 }
 
 } // namespace OSSMTP

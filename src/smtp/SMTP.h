@@ -34,6 +34,8 @@ public:
     // How long anything may take that the server is waited for, instead of 30 s for the connection, ten minutes
     // for the word on a message and 60 s for all else. Counts from the next mail on.
     void SetTimeout(int milliseconds);
+    // How long an answer is outstanding until Waiting tells of it; 5,000 ms unless set.
+    void SetPatience(int milliseconds);
 
 Q_SIGNALS:
     // Before Finished, for a mail that did not go out by the server's fault or its recipient's.

@@ -18,6 +18,46 @@ using test::Text;
 
 class SendEngineTroubleTest : public test::FakedEngine {};
 
+// ---- The account
+
+TEST_F(SendEngineTroubleTest, AFaultOfTheAccountStopsTheSendBeforeTheFirstRecipientAndMarksNobody) {
+    fake.OnSend = [] { return test::AccountFailure(535, Text("The server refused the password.")); };
+    EXPECT_FALSE(Send());
+    EXPECT_EQ(fake.Sent.size(), 0U);
+    EXPECT_EQ(pending, QStringList());
+    EXPECT_EQ(
+        profile.Boxes.Texts(),
+        QStringList(Text("The server refused the password.\r\n\r\nSending has stopped, and no recipient "
+                         "was marked as failed. Please correct the e-mail sending preferences, then send "
+                         "the message again.")));
+    EXPECT_EQ(Errors(), QStringList()) << "nothing that the makers could mend";
+    EXPECT_EQ(statuses.mid(statuses.size() - 2),
+              (QStringList{Text("SMTP error 535 - The server refused the password."),
+                           Text("Sending stopped after 0/3 messages")}));
+    EXPECT_EQ(sendings, (std::vector<bool>{true, false}));
+}
+
+TEST_F(SendEngineTroubleTest, AFaultOfTheAccountInTheMiddleTellsHowFarTheSendCame) {
+    fake.OnSend = [this] {
+        return fake.Sent.size() < 3 ? Outcome() : test::AccountFailure(535, Text("Not any more."));
+    };
+    EXPECT_FALSE(Send());
+    EXPECT_EQ(fake.Sent.size(), 2U);
+    EXPECT_EQ(pending, QStringList());
+    EXPECT_EQ(statuses.last(), Text("Sending stopped after 2/3 messages"));
+}
+
+TEST_F(SendEngineTroubleTest, WhatAServerIsWaitedForIsShownAndNotLogged) {
+    fake.OnSend = [this] {
+        Q_EMIT fake.Newest->Waiting(Text("Waiting for [x]"));
+        return Outcome();
+    };
+    EXPECT_TRUE(Send());
+    EXPECT_EQ(statuses.count(Text("Waiting for [x]")), 3);
+    EXPECT_EQ(profile.Log(Text("StatusLog.txt")).size(), 4) << "three recipients, and the end";
+    EXPECT_EQ(profile.ConsoleLines.size(), 4);
+}
+
 // ---- Attachments
 
 TEST_F(SendEngineTroubleTest, EveryMessageGetsEveryAttachment) {

@@ -54,6 +54,16 @@ TEST(SendRunTest, AFailureIsToldAndMarkedAndTheNextHasHisTurn) {
     EXPECT_EQ(run.Failed(), 1);
 }
 
+TEST(SendRunTest, AFaultOfTheAccountEndsItAndMarksNobody) {
+    SendRun run({u"a@x.test"_s, u"b@x.test"_s});
+    run.GoOn();
+    run.GoOn();
+    EXPECT_EQ(run.Finished({Outcome::Kind::NotTried, 535, u"wrong password"_s, false, true}),
+              (SendStep{u"SMTP error 535 - wrong password"_s, {}, Next::Correct, u"wrong password"_s}));
+    EXPECT_EQ(run.Failed(), 0);
+    EXPECT_EQ(run.Index(), 0);
+}
+
 TEST(SendRunTest, ATimeOutIsToldAndNeverMarked) {
     SendRun run({u"a@x.test"_s});
     run.GoOn();

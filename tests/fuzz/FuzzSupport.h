@@ -36,6 +36,7 @@ public:
         at_ += end < 0 ? 0 : 1;
         return line;
     }
+    const QByteArray &All() const { return bytes_; }
     QByteArray Rest() { return Chunk(bytes_.size()); }
 
 private:

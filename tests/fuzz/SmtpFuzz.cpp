@@ -1,5 +1,5 @@
-// An SMTP server that says anything, in chunks of any size. The first byte chooses pipelining and the reset;
-// then each chunk follows a byte with its length.
+// An SMTP server that says anything, in chunks of any size. The first byte chooses pipelining, the reset
+// and a message that goes out with the commands; then each chunk follows a byte with its length.
 
 #include "fuzz/FuzzSupport.h"
 #include "smtp/ReplyParser.h"
@@ -37,7 +37,7 @@ void CompareWithOneRead(const QByteArray &all, const std::vector<Reply> &replies
     Require(parser.IsBroken() == broken, "the same end in one read");
 }
 
-void Step(Transaction &transaction, const Reply &reply) {
+void Step(Transaction &transaction, const Reply &reply, bool atOnce) {
     const State before = transaction.Now();
     const bool begun = transaction.DataBegun();
     const QByteArray out = transaction.Take(reply);
@@ -45,7 +45,8 @@ void Step(Transaction &transaction, const Reply &reply) {
     Require(!begun || transaction.DataBegun(), "what has begun stays begun");
     Require(transaction.DataBegun() == begun || reply.Code == 354, "only 354 begins");
     Require(transaction.Now() != State::Content || transaction.DataBegun(), "content after 354 only");
-    Require(transaction.Now() != State::Sent || (before == State::Content && reply.Code / 100 == 2),
+    Require(transaction.Now() != State::Sent ||
+                (before == (atOnce ? State::Commands : State::Content) && reply.Code / 100 == 2),
             "sent when the server took the content");
     Require(transaction.Now() != State::Refused ||
                 (transaction.Answer() && transaction.Answer()->Code >= 400),
@@ -61,8 +62,9 @@ bool IsOver(const Transaction &transaction) {
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
     Input input(data, size);
     const int choice = input.Byte();
+    const bool atOnce = (choice & 5) == 5;
     const auto open = [&](bool resetFirst) {
-        return Transaction({"ed@x.org", "ann@y.org", {}}, (choice & 1) != 0, resetFirst);
+        return Transaction({"ed@x.org", "ann@y.org", {}, atOnce ? 7 : 0}, (choice & 1) != 0, resetFirst);
     };
     Transaction transaction = open((choice & 2) != 0);
     ReplyParser parser;
@@ -75,7 +77,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
             replies.push_back(reply);
             if (IsOver(transaction))
                 transaction = open(transaction.LeftOpen());
-            Step(transaction, reply);
+            Step(transaction, reply, atOnce);
         }
     }
     CompareWithOneRead(all, replies, parser.IsBroken());

@@ -253,6 +253,13 @@ TEST_F(NotificationTest, AFaultOfThisMachineEndsTheRunAndAllRequestsStay) {
     EXPECT_EQ(profile.Log(u"PendingLog.txt"_s), QStringList());
 }
 
+TEST_F(NotificationTest, AFaultOfTheAccountEndsTheRunAndAllRequestsStay) {
+    mailers.OnSend = [] { return test::AccountFailure(535, u"The password was refused."_s); };
+    Process(Words("+aa@x.test +cc@x.test"));
+    EXPECT_EQ(Errors(), QStringList(u"535 in Main.cmdCapturesAdd - The password was refused."_s));
+    EXPECT_EQ(Pending(), Words("+aa@x.test +cc@x.test"));
+}
+
 TEST_F(NotificationTest, ARequestThatWaitsForItsMailIsLoggedWhenTheRunIsEnded) {
     mailers.OnSend = [] { return std::nullopt; };
     AddPending(Words("+aa@x.test +cc@x.test"));

@@ -105,6 +105,37 @@ TEST(SMTPWaitTest, ServerThatStopsReadingWithinTheMessageIsATimeOutForLater) {
               (Outcome{Kind::Later, OSSMTP::TimedOut, u"The server did not answer in time"_s, false}));
 }
 
+TEST(SMTPWaitTest, WhatIsWaitedForIsTold) {
+    const QString host = u"[127.0.0.1]"_s;
+    for (const auto &[step, text] :
+         {std::pair(SmtpStep::Greeting, u"Waiting for %1 to let us in, 60 seconds at most"_s),
+          std::pair(SmtpStep::Ehlo, u"Waiting for %1 to let us in, 60 seconds at most"_s),
+          std::pair(SmtpStep::Rcpt, u"Waiting for %1 to take the recipient, 60 seconds at most"_s),
+          std::pair(SmtpStep::Message, u"Waiting for %1 to take the message, 10 minutes at most"_s)}) {
+        const FakeSmtpServer server(SilentAt(step));
+        OSSMTP::SMTP smtp(Sender(server).Account);
+        smtp.SetPatience(20);
+        QStringList told;
+        QObject::connect(&smtp, &Mailer::Waiting, [&](const QString &what) { told << what; });
+        smtp.Submit({std::make_shared<const MailMessage>(MailMessage{u"News"_s, u"Hello\r\n"_s, {}}), kAnn});
+        const Ticker window;
+        EXPECT_TRUE(WaitUntil([&] { return !told.isEmpty() && window.Ticks > 60; }));
+        EXPECT_EQ(told.last(), text.arg(host));
+        EXPECT_EQ(told.count(told.last()), 1) << "once is enough";
+    }
+}
+
+TEST(SMTPWaitTest, QuickServerIsNeverWaitedFor) {
+    const FakeSmtpServer server;
+    Sender sender(server);
+    int told = 0;
+    QObject::connect(&sender.Component(), &Mailer::Waiting, [&] { ++told; });
+    sender.Component().SetPatience(1000);
+    for (int i = 0; i < 100; ++i)
+        EXPECT_TRUE(sender.SendTo(kAnn));
+    EXPECT_EQ(told, 0);
+}
+
 TEST(SMTPWaitTest, EachAnswerHasTheWholeTime) {
     // Six answers of 200 ms each, together more than the limit.
     QTcpServer slow;
@@ -275,9 +306,12 @@ TEST(SMTPWaitTest, ObjectDestroyedDuringAConnectThatNobodyAnswersIsGoneAtOnce) {
         fillers.back()->connectToHost(listener.serverAddress(), listener.serverPort());
     }
     Sender sender(listener.serverPort());
+    QString told;
+    QObject::connect(&sender.Component(), &Mailer::Waiting, [&](const QString &what) { told = what; });
+    sender.Component().SetPatience(20);
     sender.Submit(kAnn);
-    const Ticker window;
-    EXPECT_TRUE(WaitUntil([&] { return window.Ticks > 10; }));
+    EXPECT_TRUE(WaitUntil([&] { return !told.isEmpty(); }));
+    EXPECT_EQ(told, u"Waiting for a connection to [127.0.0.1], 60 seconds at most"_s);
     sender.Leave();
     EXPECT_EQ(sender.Outcomes.size(), 0U);
 }

@@ -29,7 +29,7 @@ public:
     }
     void Finish(const Outcome &outcome) {
         submitted_ = false;
-        if (outcome.IsLocal)
+        if (outcome.IsLocal || outcome.IsOfAccount)
             shared_.Sent.pop_back();
         Q_EMIT Finished(outcome);
     }
@@ -76,6 +76,10 @@ Outcome Failure(int number, const QString &description) {
 
 Outcome OwnFailure(int number, const QString &description) {
     return {Outcome::Kind::NotTried, number, description, true};
+}
+
+Outcome AccountFailure(int number, const QString &description) {
+    return {Outcome::Kind::NotTried, number, description, false, true};
 }
 
 } // namespace varlo::test

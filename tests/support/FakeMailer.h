@@ -55,5 +55,7 @@ private:
 Outcome Failure(int number, const QString &description);
 // A fault of this machine's.
 Outcome OwnFailure(int number, const QString &description);
+// A fault of the account's.
+Outcome AccountFailure(int number, const QString &description);
 
 } // namespace varlo::test
