@@ -26,10 +26,11 @@
 
 namespace varlo {
 
-frmMain::frmMain(Session &session, MakeMailer makeMailer, QWidget *parent)
+frmMain::frmMain(Session &session, MakeMailer makeMailer, OptionsDoor options, QWidget *parent)
     : QMainWindow(parent), session_(session), makeMailer_(std::move(makeMailer)),
-      page_(new ListsPage(session, makeMailer_, this)),
-      check_(session, MakePendingDoor(), [this] { mnuMainPreferences_Click(); }),
+      options_(std::move(options)), page_(new ListsPage(session, makeMailer_, this)),
+      check_(
+          session, MakePendingDoor(), [this] { mnuMainPreferences_Click(); }, kPop3Port, options_.AskTrust),
       console_(std::make_unique<frmConsole>(session)) {
     setObjectName(u"frmMain"_s);
     setWindowTitle(Product::kMainCaption);
@@ -190,7 +191,7 @@ void frmMain::mnuCompose_Click() {
 }
 
 void frmMain::mnuMainPreferences_Click() {
-    frmOptions(session_, this).exec();
+    frmOptions(session_, options_, this).exec();
 }
 
 void frmMain::mnuMainConsole_Click() {

@@ -6,6 +6,7 @@
 #include "core/Reporting.h"
 #include "core/Session.h"
 #include "pop3/Pop3Check.h"
+#include "prefs/OptionsDoor.h"
 
 #include <QMainWindow>
 #include <QPointer>
@@ -23,8 +24,8 @@ class frmMain : public QMainWindow, private ComposeHost {
     Q_OBJECT
 
 public:
-    // `makeMailer` makes what messages and notifications are sent with.
-    frmMain(Session &session, MakeMailer makeMailer, QWidget *parent = nullptr);
+    // `makeMailer` makes what messages and notifications are sent with, `options` what the preferences window needs.
+    frmMain(Session &session, MakeMailer makeMailer, OptionsDoor options = {}, QWidget *parent = nullptr);
     ~frmMain() override;
 
     // Prepares the open profile, loads its settings, shows the window and opens the list last used. Each
@@ -66,6 +67,7 @@ private:
 
     Session &session_;
     const MakeMailer makeMailer_;
+    const OptionsDoor options_;
     ListsPage *page_;
     Pop3Check check_;
 

@@ -12,8 +12,12 @@
 #include "core/Icons.h"
 #include "core/Product.h"
 #include "core/Reporting.h"
+#include "core/SendingAccount.h"
 #include "core/WidgetDialogs.h"
+#include "net/frmTrust.h"
+#include "pop3/MailboxTest.h"
 #include "smtp/SMTP.h"
+#include "smtp/SendingTest.h"
 
 #include <QApplication>
 #include <QSessionManager>
@@ -43,6 +47,19 @@ std::unique_ptr<varlo::Mailer> MakeSmtpMailer(const varlo::MailAccount &account)
     return std::make_unique<OSSMTP::SMTP>(account);
 }
 
+varlo::OptionsDoor MakeOptionsDoor() {
+    return {.SendingTest =
+                [](const varlo::Preferences &typed) {
+                    return std::make_unique<OSSMTP::SendingTest>(varlo::SendingAccount(typed));
+                },
+            .MailboxTest =
+                [](const varlo::Preferences &typed) {
+                    return std::make_unique<varlo::MailboxTest>(varlo::MailboxAccount(typed),
+                                                                varlo::MailboxEndpoint(typed));
+                },
+            .AskTrust = varlo::AskTrustInWindow};
+}
+
 // The program from the choice of a profile to the end of the main window.
 class Program {
 public:
@@ -59,7 +76,7 @@ public:
 
 private:
     void LoadMain() {
-        main_ = std::make_unique<varlo::frmMain>(session_, MakeSmtpMailer);
+        main_ = std::make_unique<varlo::frmMain>(session_, MakeSmtpMailer, MakeOptionsDoor());
         ending_ = std::make_unique<varlo::Ending>(session_, *main_);
         QObject::connect(ending_.get(), &varlo::Ending::Ended, qApp, &QCoreApplication::quit);
         main_->Form_Load();

@@ -12,16 +12,26 @@ struct Preferences {
     int LogStatus{};
     int LogEmails{};
     int Notify{};
+    int Keyring{};       // the passwords are in the system's keyring
+    QString KeyringName; // of this profile there
     QString SMTPServer;
     qint16 SMTPPort{};
     QString SMTPFrom;
     QString SMTPEmail;
     qint16 SMTPWrap{};
+    int SMTPSecurity{}; // a MailSecurity
+    QString SMTPUsername;
+    QString SMTPPassword;
+    int SMTPSignIn{};        // a MailSignIn
+    QString SMTPTrusted;     // a server and its certificate (TrustedServer.h)
+    QString SMTPUnencrypted; // a server that may be told the password on a line that is not encrypted
     QString POPServer;
-    QString POPPort; // stored and shown; the check always uses port 110
+    QString POPPort; // without encryption it is only stored and shown: the check uses port 110 then
     QString POPUsername;
     QString POPPassword;
     int POPDeleteAll{};
+    int POPSecurity{}; // 0 none, 1 STLS, 2 TLS
+    QString POPTrusted;
     QString SubSubject;
     QString SubBody;
     QString UnsubSubject;

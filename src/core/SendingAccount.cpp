@@ -2,6 +2,7 @@
 
 #include "core/Literals.h"
 #include "core/Preferences.h"
+#include "core/TrustedServer.h"
 
 #include <algorithm>
 
@@ -19,6 +20,15 @@ QString Trouble(const QString &what, const QString &value) {
            "anything is sent."_s.arg(what, value);
 }
 
+// Any other number, as the preferences window shows it: automatic.
+MailSecurity SecurityOf(int stored) {
+    constexpr int kStartTls = 1;
+    constexpr int kTls = 2;
+    if (stored == kStartTls)
+        return MailSecurity::StartTls;
+    return stored == kTls ? MailSecurity::Tls : MailSecurity::Automatic;
+}
+
 } // namespace
 
 QString Mailbox(const QString &name, const QString &address) {
@@ -26,8 +36,19 @@ QString Mailbox(const QString &name, const QString &address) {
 }
 
 MailAccount SendingAccount(const Session &session) {
-    return {session.Prefs.SMTPServer, session.Prefs.SMTPPort,
-            Mailbox(session.Prefs.SMTPFrom, session.Prefs.SMTPEmail)};
+    return SendingAccount(session.Prefs);
+}
+
+MailAccount SendingAccount(const Preferences &values) {
+    return {.Host = values.SMTPServer,
+            .Port = values.SMTPPort,
+            .Sender = Mailbox(values.SMTPFrom, values.SMTPEmail),
+            .Security = SecurityOf(values.SMTPSecurity),
+            .Username = values.SMTPUsername,
+            .Secret = values.SMTPUsername.isEmpty() ? QString() : values.SMTPPassword,
+            .SignIn = values.SMTPSignIn == 1 ? MailSignIn::Token : MailSignIn::Password,
+            .Trusted = TrustedCertificate(values.SMTPTrusted, values.SMTPServer),
+            .ClearTextAllowed = IsSameServer(values.SMTPUnencrypted, values.SMTPServer)};
 }
 
 QString TroubleWithAccount(const Session &session) {
@@ -36,6 +57,10 @@ QString TroubleWithAccount(const Session &session) {
         return Trouble(u"e-mail address"_s, address);
     if (session.Prefs.SMTPPort < 1)
         return Trouble(u"SMTP port"_s, QString::number(session.Prefs.SMTPPort));
+    if (!session.Prefs.SMTPUsername.isEmpty() && session.Prefs.SMTPPassword.isEmpty())
+        return u"There is no password for the username [%1] of the e-mail sending preferences. Please enter "
+               u"it "
+               "before anything is sent."_s.arg(session.Prefs.SMTPUsername);
     return {};
 }
 

@@ -13,22 +13,34 @@ namespace {
 
 using P = Preferences;
 
+constexpr bool IsSecret = true;
+
 constexpr std::array kTable = std::to_array<Setting>({
     // Wanted: the preferences window reads and writes the key in "General", the start of the program reads it
     // from "Main". A profile so always starts with status logging on unless "Main" says otherwise.
     {"General", "LogStatus", "1", &P::LogStatus, Use::InWindow},
     {"General", "LogEmails", "1", &P::LogEmails, Use::Fresh},
     {"General", "Notify", "0", &P::Notify, Use::Held},
+    {"General", "Keyring", "0", &P::Keyring, Use::Held, Kept::WhenSet},
+    {"General", "KeyringName", "", &P::KeyringName, Use::Held, Kept::WhenSet},
     {"SMTP", "SMTPServer", "", &P::SMTPServer, Use::Held},
     {"SMTP", "SMTPPort", "25", &P::SMTPPort, Use::Held},
     {"SMTP", "SMTPFrom", "", &P::SMTPFrom, Use::Held},
     {"SMTP", "SMTPEmail", "", &P::SMTPEmail, Use::Held},
     {"SMTP", "SMTPWrap", "72", &P::SMTPWrap, Use::Held},
+    {"SMTP", "SMTPSecurity", "0", &P::SMTPSecurity, Use::Held, Kept::WhenSet},
+    {"SMTP", "SMTPUsername", "", &P::SMTPUsername, Use::Held, Kept::WhenSet},
+    {"SMTP", "SMTPPassword", "", &P::SMTPPassword, Use::Held, Kept::WhenSet, IsSecret},
+    {"SMTP", "SMTPSignIn", "0", &P::SMTPSignIn, Use::Held, Kept::WhenSet},
+    {"SMTP", "SMTPTrusted", "", &P::SMTPTrusted, Use::Held, Kept::WhenSet},
+    {"SMTP", "SMTPUnencrypted", "", &P::SMTPUnencrypted, Use::Held, Kept::WhenSet},
     {"POP3", "POPServer", "", &P::POPServer, Use::Fresh},
     {"POP3", "POPPort", "110", &P::POPPort, Use::Fresh},
     {"POP3", "POPUsername", "", &P::POPUsername, Use::Fresh},
-    {"POP3", "POPPassword", "", &P::POPPassword, Use::Fresh},
+    {"POP3", "POPPassword", "", &P::POPPassword, Use::Fresh, Kept::Always, IsSecret},
     {"POP3", "POPDeleteAll", "0", &P::POPDeleteAll, Use::Fresh},
+    {"POP3", "POPSecurity", "0", &P::POPSecurity, Use::Fresh, Kept::WhenSet},
+    {"POP3", "POPTrusted", "", &P::POPTrusted, Use::Held, Kept::WhenSet},
     {"Notify", "SubSubject", "Mailing list subscription notification", &P::SubSubject, Use::Held},
     {"Notify", "SubBody", "Your e-mail address has been subscribed to our mailing list.", &P::SubBody,
      Use::Held},
@@ -113,7 +125,8 @@ void FromText(const QString &text, QString &value) {
 }
 
 IniEntry Entry(const Preferences &values, const Setting &setting) {
-    return {Latin1(setting.Section), Latin1(setting.Key), TextOf(values, setting)};
+    const bool isElsewhere = setting.IsSecret && values.Keyring == 1;
+    return {Latin1(setting.Section), Latin1(setting.Key), isElsewhere ? QString() : TextOf(values, setting)};
 }
 
 bool IsStored(const Setting &setting, const char *section) {
@@ -150,15 +163,19 @@ QString Settings::FileText(const Setting &setting) const {
     return ini_.GetValue(Latin1(setting.Key), Latin1(setting.Default));
 }
 
+QString Settings::StoredText(const Setting &setting) const {
+    return setting.IsSecret && Held.Keyring == 1 ? TextOf(Held, setting) : FileText(setting);
+}
+
 void Settings::Load(ErrorTrap &trap) {
     for (const Setting &setting : kTable)
         if (setting.How == Use::Held)
-            trap([&] { SetText(Held, setting, FileText(setting)); });
+            trap([&] { SetText(Held, setting, StoredText(setting)); });
 }
 
 void Settings::ReadMember(const SettingMember &member) {
     const Setting &setting = RowOf(member);
-    SetText(Held, setting, FileText(setting));
+    SetText(Held, setting, StoredText(setting));
 }
 
 Preferences Settings::ForWindow(ErrorTrap &trap) const {
@@ -167,7 +184,7 @@ Preferences Settings::ForWindow(ErrorTrap &trap) const {
         if (setting.How != Use::Fresh && setting.How != Use::InWindow)
             continue;
         SetText(shown, setting, Latin1(setting.Default));
-        trap([&] { SetText(shown, setting, FileText(setting)); });
+        trap([&] { SetText(shown, setting, StoredText(setting)); });
     }
     return shown;
 }
@@ -179,7 +196,9 @@ void Settings::Store(const Preferences &wanted, const char *section) {
         if (!IsStored(setting, section))
             continue;
         SetText(kept, setting, IniLine(TextOf(wanted, setting)));
-        entries.push_back(Entry(kept, setting));
+        const IniEntry entry = Entry(kept, setting);
+        if (setting.Stored == Kept::Always || entry.Value != FileText(setting))
+            entries.push_back(entry);
     }
     ini_.Write(entries);
     Held = kept;

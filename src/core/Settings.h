@@ -27,12 +27,20 @@ enum class Use {
     Outside,  // no part of the preferences window
 };
 
+// When the preferences window writes the key: always, or only where the file says otherwise, so that the file
+// of somebody who never set it stays without the key.
+enum class Kept { Always, WhenSet };
+
 struct Setting {
     const char *Section;
     const char *Key;
     const char *Default;
     SettingMember Member;
     Use How;
+    Kept Stored = Kept::Always;
+    // A password. While the system's keyring keeps the passwords it is empty in the file, and what is held in
+    // memory counts.
+    bool IsSecret = false;
 };
 
 // The longest text that comes back from the file, in characters.
@@ -88,6 +96,7 @@ Q_SIGNALS:
 private:
     void ReadMember(const SettingMember &member);
     QString FileText(const Setting &setting) const;
+    QString StoredText(const Setting &setting) const;
 
     clsINIFile &ini_;
 };

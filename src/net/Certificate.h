@@ -6,6 +6,8 @@
 #include <QSslCertificate>
 #include <QString>
 
+#include <functional>
+
 namespace varlo::net {
 
 struct Certificate {
@@ -17,6 +19,17 @@ struct Certificate {
 
     bool operator==(const Certificate &) const = default;
 };
+
+// A server that could not be trusted.
+struct DistrustedServer {
+    QString Name; // by which it was asked for
+    Certificate Shown;
+    QString Why;          // a sentence
+    bool IsOther = false; // than the certificate that was trusted for this server before
+};
+
+// Asks the operator whether the certificate is the server's all the same.
+using AskTrust = std::function<bool(const DistrustedServer &)>;
 
 Certificate Describe(const QSslCertificate &certificate);
 

@@ -4,6 +4,7 @@
 #include "core/Reporting.h"
 #include "core/Settings.h"
 #include "core/TextFile.h"
+#include "core/TrustedServer.h"
 #include "pop3/KeptErrors.h"
 
 #include <QPointer>
@@ -17,20 +18,26 @@ using Kind = Pop3Effect::Kind;
 static_assert(WinsockPOP::kLongestLine >= Pop3Session::kTooLongReply); // a line that was cut is told
 
 // Read from the file for each check.
-Pop3Account ReadAccount(Settings &settings) {
-    return {settings.Read(&Preferences::POPServer), settings.Read(&Preferences::POPUsername),
-            settings.Read(&Preferences::POPPassword), settings.Read(&Preferences::POPDeleteAll)};
+const Preferences &ReadMailbox(Settings &settings) {
+    for (const auto member : {&Preferences::POPServer, &Preferences::POPPort, &Preferences::POPUsername,
+                              &Preferences::POPPassword, &Preferences::POPTrusted})
+        (void)settings.Read(member); // held then
+    (void)settings.Read(&Preferences::POPDeleteAll);
+    (void)settings.Read(&Preferences::POPSecurity);
+    return settings.Held;
 }
 
 } // namespace
 
 Pop3Check::Pop3Check(Session &session, PendingDoor pending, std::function<void()> openPreferences,
-                     quint16 port, QObject *parent)
+                     quint16 port, net::AskTrust askTrust, QObject *parent)
     : QObject(parent), session_(session), pending_(std::move(pending)),
-      openPreferences_(std::move(openPreferences)), port_(port),
+      openPreferences_(std::move(openPreferences)), port_(port), askTrust_(std::move(askTrust)),
       WinsockPOP_([this] { return pop3_.AwaitsLine(); }) {
     connect(&WinsockPOP_, &WinsockPOP::DataArrival, this, &Pop3Check::WinsockPOP_DataArrival);
     connect(&WinsockPOP_, &WinsockPOP::Error, this, &Pop3Check::WinsockPOP_Error);
+    connect(&WinsockPOP_, &WinsockPOP::Encrypted, this, &Pop3Check::WinsockPOP_Encrypted);
+    connect(&WinsockPOP_, &WinsockPOP::Distrusted, this, &Pop3Check::WinsockPOP_Distrusted);
 }
 
 // A session that an error left in the middle would go on from its number and its text, and the next check
@@ -55,7 +62,8 @@ void Pop3Check::Start() {
 }
 
 void Pop3Check::Begin() {
-    const Pop3Account account = ReadAccount(session_.AllSettings);
+    const Preferences &values = ReadMailbox(session_.AllSettings);
+    const Pop3Account account = MailboxAccount(values);
     if (account.Server.isEmpty() || account.UserName.isEmpty() || account.Password.isEmpty()) {
         session_.Boxes.MsgBox(u"You must configure your POP3 server, username and password from "
                               "preferences before you can use this feature."_s,
@@ -63,6 +71,9 @@ void Pop3Check::Begin() {
         openPreferences_();
         return;
     }
+    endpoint_ = MailboxEndpoint(values);
+    if (endpoint_.Security == net::Encryption::None)
+        endpoint_.Port = port_;
     ++check_;
     requests_ = Requests();
     CarryOut(pop3_.Start(account));
@@ -74,6 +85,25 @@ void Pop3Check::WinsockPOP_DataArrival(const QByteArray &chunk) {
 
 void Pop3Check::WinsockPOP_Error(int Number, const QString &Description) {
     Handle([&] { CarryOut(pop3_.SocketError(Number, Description)); });
+}
+
+void Pop3Check::WinsockPOP_Encrypted() {
+    Handle([&] { CarryOut(pop3_.Encrypted()); });
+}
+
+void Pop3Check::WinsockPOP_Distrusted(const net::Certificate &certificate, int Number,
+                                      const QString &Description) {
+    const QPointer<Pop3Check> alive(this);
+    const quint64 check = check_;
+    const bool trusted =
+        askTrust_ && askTrust_({endpoint_.Host, certificate, Description + u'.', !endpoint_.Pin.isEmpty()});
+    if (!alive || check != check_)
+        return;
+    if (!trusted)
+        return WinsockPOP_Error(Number, Description);
+    session_.Prefs.POPTrusted = TrustText(endpoint_.Host, certificate.Sha256);
+    session_.AllSettings.Write({&Preferences::POPTrusted});
+    Start();
 }
 
 // A box runs an event loop, in which the operator can click for a new check or close the window. What is left
@@ -101,7 +131,7 @@ void Pop3Check::CarryOut(const Pop3Effect &effect) {
     case Kind::Close:
         return WinsockPOP_.Close();
     case Kind::Connect:
-        return WinsockPOP_.Connect(effect.Text, port_);
+        return WinsockPOP_.Connect(endpoint_);
     case Kind::Send:
         return WinsockPOP_.SendData(EncodeText(effect.Text) + "\r\n");
     case Kind::Log:
@@ -118,6 +148,8 @@ void Pop3Check::CarryOut(const Pop3Effect &effect) {
         return Examine(effect.Text);
     case Kind::Capture:
         return CaptureRequests(session_, requests_, pending_);
+    case Kind::Encrypt:
+        return WinsockPOP_.StartTls();
     case Kind::Raise:
         throw RuntimeError(effect.Number, effect.Text);
     }

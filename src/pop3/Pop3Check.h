@@ -2,6 +2,7 @@
 #pragma once
 
 #include "core/Session.h"
+#include "pop3/MailboxAccount.h"
 #include "pop3/Pop3Session.h"
 #include "pop3/RequestCapture.h"
 #include "pop3/WinsockPOP.h"
@@ -18,12 +19,13 @@ class Pop3Check : public QObject {
     Q_OBJECT
 
 public:
-    static constexpr quint16 kPort = 110;
+    static constexpr quint16 kPort = kPop3Port;
 
     // `openPreferences` shows the preferences window and returns when it is closed. `port` is another one
-    // only where a test's server listens: the port among the preferences is not consulted.
+    // only where a test's server listens: without encryption the port among the preferences is not consulted.
+    // `askTrust` shows a certificate that nobody vouches for; without it, or without a yes, the check fails.
     Pop3Check(Session &session, PendingDoor pending, std::function<void()> openPreferences,
-              quint16 port = kPort, QObject *parent = nullptr);
+              quint16 port = kPort, net::AskTrust askTrust = {}, QObject *parent = nullptr);
 
     // The click on "E-mail Account": reads the preferences and begins a check; one that is under way is
     // dropped. Asks for the preferences instead when they name no server, user or password.
@@ -34,6 +36,8 @@ private:
     void Begin();
     void WinsockPOP_DataArrival(const QByteArray &chunk);
     void WinsockPOP_Error(int Number, const QString &Description);
+    void WinsockPOP_Encrypted();
+    void WinsockPOP_Distrusted(const net::Certificate &certificate, int Number, const QString &Description);
     void CarryOut(const Pop3Effects &effects);
     void CarryOut(const Pop3Effect &effect);
     void Examine(const QString &text);
@@ -42,6 +46,8 @@ private:
     const PendingDoor pending_;
     const std::function<void()> openPreferences_;
     const quint16 port_;
+    const net::AskTrust askTrust_;
+    net::Endpoint endpoint_; // of the check under way
     Pop3Session pop3_;
     Requests requests_;
     quint64 check_ = 0; // number of the check under way

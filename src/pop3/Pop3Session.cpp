@@ -10,6 +10,9 @@
 //
 //   state        command sent    a reply leads to
 //   Greeting     (none)          USER                                                     -> UserSent
+//                                where the line is to be encrypted: STLS                  -> StlsSent
+//   StlsSent     STLS            encrypt                                                  -> Encrypting
+//   Encrypting   (none)          nothing counts; once it is encrypted: USER               -> UserSent
 //   UserSent     USER            PASS                                                     -> PassSent
 //   PassSent     PASS            STAT                                                     -> StatSent
 //   StatSent     STAT            count < 1: QUIT -> QuitSent;  else "RETR 1"              -> Retrieving
@@ -64,6 +67,8 @@ Pop3Effects Pop3Session::Start(const Pop3Account &account) {
 }
 
 Pop3Effects Pop3Session::DataArrival(const QByteArray &chunk) {
+    if (state_ == State::Encrypting)
+        return {}; // said by somebody between the server and here
     Pop3Effects effects;
     if (chunk.startsWith('+'))
         effects.push_back({Kind::Log, u"POP: "_s + WithoutLineEnd(chunk)});
@@ -85,6 +90,12 @@ void Pop3Session::Act(const QByteArray &chunk, Pop3Effects &effects) {
     switch (state_) {
     case State::Greeting:
         return Greeted(effects);
+    case State::StlsSent:
+        effects.push_back({Kind::Encrypt, {}});
+        state_ = State::Encrypting;
+        return;
+    case State::Encrypting:
+        return;
     case State::UserSent:
         return UserAccepted(effects);
     case State::PassSent:
@@ -101,9 +112,25 @@ void Pop3Session::Act(const QByteArray &chunk, Pop3Effects &effects) {
 }
 
 void Pop3Session::Greeted(Pop3Effects &effects) {
-    const QString command = u"USER "_s + account_.UserName;
     count_ = 0;
     effects.push_back({Kind::LogStatus, u"Connected to POP3 server"_s});
+    if (!account_.StartsTls)
+        return SayUser(effects);
+    effects.push_back({Kind::Send, u"STLS"_s});
+    effects.push_back({Kind::Log, u"STLS"_s});
+    state_ = State::StlsSent;
+}
+
+Pop3Effects Pop3Session::Encrypted() {
+    if (state_ != State::Encrypting)
+        return {};
+    Pop3Effects effects{{Kind::Log, u"The connection is encrypted"_s}};
+    SayUser(effects);
+    return effects;
+}
+
+void Pop3Session::SayUser(Pop3Effects &effects) {
+    const QString command = u"USER "_s + account_.UserName;
     effects.push_back({Kind::Send, command});
     effects.push_back({Kind::Log, command});
     state_ = State::UserSent;

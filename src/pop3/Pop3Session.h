@@ -16,6 +16,7 @@ struct Pop3Account {
     QString UserName;
     QString Password;
     int DeleteUnrelated = 0; // only 1 means that messages which are no requests are deleted, too
+    bool StartsTls = false;  // after the greeting, before anything is said about the user
 };
 
 // One thing to be done, in the order of the list.
@@ -31,6 +32,7 @@ struct Pop3Effect {
         Examine,   // read the message `Text`, then call MessageExamined
         Capture,   // move the kept requests to the Pending list
         Raise,     // the event ends with the run-time error `Number`
+        Encrypt,   // encrypt the connection, then call Encrypted
     };
 
     Kind What;
@@ -50,7 +52,17 @@ public:
     // A reply of one line is shorter than this, in bytes; a server that never ends one would go on for ever.
     static constexpr qsizetype kTooLongReply = 4096;
 
-    enum class State { Greeting, UserSent, PassSent, StatSent, Retrieving, MessageDone, QuitSent };
+    enum class State {
+        Greeting,
+        StlsSent,
+        Encrypting,
+        UserSent,
+        PassSent,
+        StatSent,
+        Retrieving,
+        MessageDone,
+        QuitSent
+    };
 
     // Begins a check. The message count, the current message and the text received so far are not reset.
     Pop3Effects Start(const Pop3Account &account);
@@ -58,6 +70,9 @@ public:
     // One chunk of what the server sent; outside a message, one whole reply. One that is too long, and a
     // message past MessageBuffer::kLongest, end the check with a box and leave nothing to the next one.
     Pop3Effects DataArrival(const QByteArray &chunk);
+
+    // The connection of the last Encrypt is encrypted. Nothing that came before counts.
+    Pop3Effects Encrypted();
 
     // The message of the last Examine was read: a request, or something else.
     Pop3Effects MessageExamined(bool isRequest);
@@ -74,6 +89,7 @@ public:
 private:
     void Act(const QByteArray &chunk, Pop3Effects &effects);
     void Greeted(Pop3Effects &effects);
+    void SayUser(Pop3Effects &effects);
     void UserAccepted(Pop3Effects &effects);
     void PassAccepted(Pop3Effects &effects);
     void StatAnswered(const QByteArray &chunk, Pop3Effects &effects);

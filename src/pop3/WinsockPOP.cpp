@@ -10,10 +10,18 @@ WinsockPOP::WinsockPOP(std::function<bool()> awaitsLine, QObject *parent)
     : QObject(parent), awaitsLine_(std::move(awaitsLine)) {
     connect(&connection_, &net::Connection::Arrived, this, &WinsockPOP::Connection_Arrived);
     connect(&connection_, &net::Connection::Ended, this, &WinsockPOP::Connection_Ended);
+    connect(&connection_, &net::Connection::Encrypted, this, &WinsockPOP::Encrypted);
+    connect(&connection_, &net::Connection::CertificateSeen, this,
+            [this](const QSslCertificate &shown) { certificate_ = net::Describe(shown); });
 }
 
-void WinsockPOP::Connect(const QString &host, quint16 port) {
-    connection_.Open({host, port, net::Encryption::None, {}});
+void WinsockPOP::Connect(const net::Endpoint &endpoint) {
+    connection_.Open(endpoint);
+}
+
+void WinsockPOP::StartTls() {
+    held_.clear();
+    connection_.StartTls();
 }
 
 void WinsockPOP::Close() {
@@ -32,8 +40,13 @@ void WinsockPOP::Connection_Ended(const net::Failure &failure) {
     const QPointer<WinsockPOP> alive(this);
     if (const QByteArray rest = std::exchange(held_, {}); !rest.isEmpty())
         Q_EMIT DataArrival(rest);
-    if (alive && failure.Cause != net::Trouble::Closed)
-        Q_EMIT Error(net::SocketNumber(failure.Cause), failure.Text);
+    if (!alive || failure.Cause == net::Trouble::Closed)
+        return;
+    const int number = net::SocketNumber(failure.Cause);
+    if (failure.Cause == net::Trouble::NotTrusted)
+        Q_EMIT Distrusted(certificate_, number, failure.Text);
+    else
+        Q_EMIT Error(number, failure.Text);
 }
 
 QByteArray WinsockPOP::NextChunk() {

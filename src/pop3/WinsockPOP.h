@@ -1,6 +1,7 @@
 // The connection to the mailbox server: a thin adapter over net::Connection that knows nothing of mail.
 #pragma once
 
+#include "net/Certificate.h"
 #include "net/Connection.h"
 
 #include <functional>
@@ -21,9 +22,13 @@ public:
     // back until they end in a line feed, become kLongestLine or the server has closed the connection.
     explicit WinsockPOP(std::function<bool()> awaitsLine, QObject *parent = nullptr);
 
-    // Begins to connect, from a local port of the system's choice; only after Close. Failures arrive as
-    // Error.
-    void Connect(const QString &host, quint16 port);
+    // Begins to connect, from a local port of the system's choice; only after Close. Failures arrive as Error,
+    // or as Distrusted.
+    void Connect(const net::Endpoint &endpoint);
+    void Connect(const QString &host, quint16 port) { Connect({host, port, net::Encryption::None, {}}); }
+    // Begins to encrypt, on a connection whose endpoint says so. What has arrived before does not count. Leads
+    // to Encrypted, Distrusted or Error.
+    void StartTls();
     // Sends the bytes. A connection that is closed swallows them, as if the server had closed it a moment
     // later.
     void SendData(const QByteArray &data) { connection_.Write(data); }
@@ -37,6 +42,9 @@ Q_SIGNALS:
     // The connection failed: number of the socket error (10061 refused, 11001 unknown host, 10054 reset,
     // ...), words.
     void Error(int Number, const QString &Description);
+    void Encrypted();
+    // The connection failed because nobody vouches for the server's certificate; number and words as of Error.
+    void Distrusted(const varlo::net::Certificate &certificate, int Number, const QString &Description);
 
 private:
     void Connection_Arrived(const QByteArray &bytes);
@@ -46,6 +54,7 @@ private:
     std::function<bool()> awaitsLine_;
     net::Connection connection_;
     QByteArray held_;
+    net::Certificate certificate_; // that the server has shown
 };
 
 } // namespace varlo

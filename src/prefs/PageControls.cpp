@@ -2,6 +2,8 @@
 
 #include "core/Literals.h"
 
+#include <memory>
+
 namespace varlo {
 
 namespace {
@@ -46,6 +48,36 @@ QLabel *NewLabel(const QString &caption, QWidget *buddy) {
     label->setTextFormat(Qt::PlainText);
     label->setBuddy(buddy);
     return label;
+}
+
+QLineEdit *NewPasswordBox(const char *name, const QString &tip) {
+    QLineEdit *box = NewLine(name, tip);
+    box->setEchoMode(QLineEdit::Password);
+    box->setStyleSheet(u"lineedit-password-character: 42"_s); // "*"
+    return box;
+}
+
+QComboBox *NewChoice(const char *name, const QStringList &entries, const QString &tip) {
+    auto *choice = Named<QComboBox>(name, tip);
+    choice->addItems(entries);
+    return choice;
+}
+
+// A window that is filled changes the choice, too; the operator alone activates it.
+void SuggestPorts(QComboBox *choice, QLineEdit *port, const QStringList &ports) {
+    struct Choices {
+        int Before = 0;
+        int Now = 0;
+    };
+    const auto choices = std::make_shared<Choices>();
+    QObject::connect(choice, &QComboBox::currentIndexChanged, port, [=](int now) {
+        *choices = {choices->Now, now};
+    });
+    QObject::connect(choice, &QComboBox::activated, port, [=](int now) {
+        if (port->text().trimmed() == ports.value(choices->Before))
+            port->setText(ports.value(now));
+        choices->Before = now;
+    });
 }
 
 QFormLayout *NewRows(QWidget *inner) {

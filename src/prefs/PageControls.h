@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QCheckBox>
+#include <QComboBox>
 #include <QFormLayout>
 #include <QLabel>
 #include <QLineEdit>
@@ -18,6 +19,12 @@ QLineEdit *NewNumberBox(const char *name, const QString &tip = {});
 // A box for several lines, in a fixed font; Tab leaves it.
 QPlainTextEdit *NewTextBox(const char *name);
 QLabel *NewLabel(const QString &caption, QWidget *buddy = nullptr);
+// A password: a "*" for each character.
+QLineEdit *NewPasswordBox(const char *name, const QString &tip);
+// A choice among a few words. Where each goes with a port, choosing one puts its port into `port`, unless something
+// else than the port of the choice before stands there.
+QComboBox *NewChoice(const char *name, const QStringList &entries, const QString &tip);
+void SuggestPorts(QComboBox *choice, QLineEdit *port, const QStringList &ports);
 
 // The layout of a group's inner container; the frame around it has margins enough.
 template<typename Layout> Layout *NewLayout(QWidget *inner) {

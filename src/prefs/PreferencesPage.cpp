@@ -1,5 +1,6 @@
 #include "prefs/PreferencesPage.h"
 
+#include "core/Buttons.h"
 #include "core/Literals.h"
 #include "core/RuntimeError.h"
 #include "core/Settings.h"
@@ -9,6 +10,7 @@
 #include "prefs/TypedNumber.h"
 
 #include <QGroupBox>
+#include <QPushButton>
 #include <QTextDocument>
 
 namespace varlo {
@@ -88,6 +90,12 @@ QWidget *PreferencesPage::AddGroup(Group::Number number, const QString &title) {
     return inner;
 }
 
+QPushButton *PreferencesPage::NewTestButton(const char *name, const QString &tip) {
+    QPushButton *button = NewButton(nullptr, name, u"&Test"_s, tip);
+    connect(button, &QPushButton::clicked, this, &PreferencesPage::TestWanted);
+    return button;
+}
+
 void PreferencesPage::AddStretch() {
     layout_->addStretch();
 }
@@ -96,6 +104,17 @@ void PreferencesPage::Tie(QCheckBox *box, int Preferences::*member) {
     fields_.push_back({box,
                        [=](const Preferences &values) { box->setChecked(values.*member == 1); },
                        [=](Preferences &values) { values.*member = box->isChecked() ? 1 : 0; },
+                       {}});
+}
+
+// A number that is no entry shows the first one, which it also stands for.
+void PreferencesPage::Tie(QComboBox *choice, int Preferences::*member) {
+    fields_.push_back({choice,
+                       [=](const Preferences &values) {
+                           const int row = values.*member;
+                           choice->setCurrentIndex(row > 0 && row < choice->count() ? row : 0);
+                       },
+                       [=](Preferences &values) { values.*member = choice->currentIndex(); },
                        {}});
 }
 

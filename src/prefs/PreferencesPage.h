@@ -9,8 +9,10 @@
 #include <vector>
 
 class QCheckBox;
+class QComboBox;
 class QLineEdit;
 class QPlainTextEdit;
+class QPushButton;
 class QVBoxLayout;
 
 namespace varlo {
@@ -33,6 +35,9 @@ enum Number {
     Subscriptions = 6,
     Unsubscriptions = 7,
     Signature = 8,
+    SendingSecurity = 9,
+    ReceivingSecurity = 10,
+    Passwords = 11,
 };
 }
 
@@ -55,14 +60,21 @@ public:
     // The first field that holds more than comes back from the file, or nothing.
     QWidget *FieldThatIsTooLong() const;
 
+Q_SIGNALS:
+    // The operator wants to see whether the account that is typed works.
+    void TestWanted();
+
 protected:
     // A frame with that title at the end of the page; returns what its contents are laid out in.
     QWidget *AddGroup(Group::Number number, const QString &title);
+    // The button of TestWanted.
+    QPushButton *NewTestButton(const char *name, const QString &tip);
     // Ends a page without a field that grows.
     void AddStretch();
 
     // A text is kept without the blanks around it, which nobody types on purpose; a password as it is.
     void Tie(QCheckBox *box, int Preferences::*member);
+    void Tie(QComboBox *choice, int Preferences::*member);
     void Tie(QLineEdit *line, QString Preferences::*member);
     void Tie(QLineEdit *line, qint16 Preferences::*member);
     void Tie(QPlainTextEdit *box, QString Preferences::*member);

@@ -12,7 +12,9 @@ public:
     ReceivingPage();
 
 private:
-    void AddAccount();
+    // Returns the box of the port, which goes with the encryption.
+    QLineEdit *AddAccount();
+    void AddSecurity(QLineEdit *port);
 };
 
 } // namespace varlo

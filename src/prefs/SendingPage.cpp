@@ -9,14 +9,27 @@
 
 namespace varlo {
 
+namespace {
+
+// Two fields in one row: the page has little height left.
+void AddPair(QGridLayout *grid, int row, const QString &first, QWidget *one, const QString &second,
+             QWidget *other) {
+    grid->addWidget(NewLabel(first, one), row, 0);
+    grid->addWidget(one, row, 1);
+    grid->addWidget(NewLabel(second, other), row, 2);
+    grid->addWidget(other, row, 3);
+}
+
+} // namespace
+
 SendingPage::SendingPage()
     : PreferencesPage(Page::Sending, u"E-mail Sending"_s, u"Configure your SMTP e-mail account"_s) {
-    AddAccount();
+    AddSecurity(AddAccount());
     AddFormatting();
     AddStretch();
 }
 
-void SendingPage::AddAccount() {
+QLineEdit *SendingPage::AddAccount() {
     // Both account pages say "SMTP" over their ports; the words are wanted so.
     auto *txtSMTPServer = NewLine("txtSMTPServer", u"Your SMTP server"_s);
     auto *txtSMTPPort = NewNumberBox("txtSMTPPort", u"Your SMTP server"_s);
@@ -30,6 +43,27 @@ void SendingPage::AddAccount() {
     Tie(txtSMTPPort, &Preferences::SMTPPort);
     Tie(txtSMTPFrom, &Preferences::SMTPFrom);
     Tie(txtSMTPEmail, &Preferences::SMTPEmail);
+    return txtSMTPPort;
+}
+
+void SendingPage::AddSecurity(QLineEdit *port) {
+    auto *cmbSMTPSecurity = NewChoice("cmbSMTPSecurity", {u"Automatic"_s, u"STARTTLS"_s, u"TLS"_s},
+                                      u"How the connection to your SMTP server is encrypted"_s);
+    auto *txtSMTPUsername =
+        NewLine("txtSMTPUsername", u"Your SMTP account username, empty when the server asks for none"_s);
+    auto *txtSMTPPassword = NewPasswordBox("txtSMTPPassword", u"Your SMTP account password or token"_s);
+    auto *cmbSMTPSignIn =
+        NewChoice("cmbSMTPSignIn", {u"Password"_s, u"Token"_s}, u"What stands in the password box"_s);
+    SuggestPorts(cmbSMTPSecurity, port, {u"25"_s, u"587"_s, u"465"_s});
+    auto *grid = NewLayout<QGridLayout>(AddGroup(Group::SendingSecurity, u"Security"_s));
+    AddPair(grid, 0, u"En&cryption:"_s, cmbSMTPSecurity, u"&Username:"_s, txtSMTPUsername);
+    AddPair(grid, 1, u"Si&gn in with:"_s, cmbSMTPSignIn, u"P&assword:"_s, txtSMTPPassword);
+    grid->addWidget(NewTestButton("cmdSMTPTest", u"Connect and sign in without sending anything"_s), 1, 4);
+    grid->setColumnStretch(3, 1);
+    Tie(cmbSMTPSecurity, &Preferences::SMTPSecurity);
+    Tie(txtSMTPUsername, &Preferences::SMTPUsername);
+    Tie(txtSMTPPassword, &Preferences::SMTPPassword);
+    Tie(cmbSMTPSignIn, &Preferences::SMTPSignIn);
 }
 
 void SendingPage::AddFormatting() {

@@ -4,6 +4,8 @@
 #include "core/Literals.h"
 #include "core/Reporting.h"
 #include "core/Settings.h"
+#include "core/TrustedServer.h"
+#include "net/frmServerTest.h"
 #include "prefs/ComposePage.h"
 #include "prefs/GeneralPage.h"
 #include "prefs/NotificationPage.h"
@@ -19,7 +21,8 @@
 
 namespace varlo {
 
-frmOptions::frmOptions(Session &session, QWidget *parent) : QDialog(parent), session_(session) {
+frmOptions::frmOptions(Session &session, OptionsDoor door, QWidget *parent)
+    : QDialog(parent), session_(session), door_(std::move(door)) {
     CreateControls();
     LayOut();
     Connect();
@@ -73,6 +76,14 @@ void frmOptions::Connect() {
     connect(lstOptions, &QListWidget::currentRowChanged, this, &frmOptions::lstOptions_Click);
     connect(cmdOK, &QPushButton::clicked, this, &frmOptions::cmdOK_Click);
     connect(cmdCancel, &QPushButton::clicked, this, &frmOptions::reject);
+    connect(pages_[Page::Sending], &PreferencesPage::TestWanted, this, [this] {
+        TestAccount(pages_[Page::Sending], door_.SendingTest, &Preferences::SMTPServer,
+                    &Preferences::SMTPTrusted);
+    });
+    connect(pages_[Page::Receiving], &PreferencesPage::TestWanted, this, [this] {
+        TestAccount(pages_[Page::Receiving], door_.MailboxTest, &Preferences::POPServer,
+                    &Preferences::POPTrusted);
+    });
     for (QPushButton *button : findChildren<QPushButton *>())
         button->setAutoDefault(true); // Enter presses the button that has the focus
 }
@@ -137,6 +148,50 @@ void frmOptions::ShowField(QWidget *field) {
     field->setFocus();
     if (auto *line = qobject_cast<QLineEdit *>(field))
         line->selectAll();
+}
+
+std::optional<Preferences> frmOptions::TypedOn(const PreferencesPage *page) {
+    Preferences typed = session_.Prefs;
+    if (QWidget *field = page->FieldThatIsNoNumber()) {
+        ShowField(field);
+        session_.Boxes.MsgBox(u"This is not a number. Please correct it before the test."_s, BoxButtons::Ok,
+                              BoxIcon::Exclamation);
+        return std::nullopt;
+    }
+    page->Take(typed);
+    return typed;
+}
+
+void frmOptions::TestAccount(PreferencesPage *page, const MakeServerTest &make, QString Preferences::*server,
+                             QString Preferences::*trusted) {
+    const auto typed = TypedOn(page);
+    if (!make || !typed)
+        return;
+    const QString name = (*typed).*server;
+    auto *window = new frmServerTest(
+        u"Test of [%1]"_s.arg(name),
+        {.Make = [=, this] { return make(*TypedOn(page)); },
+         .TrustIt = [=, this](const net::TestResult &failed) { return Trusts(name, failed, trusted); },
+         .AllowIt = [=, this] { Keep(&Preferences::SMTPUnencrypted, name.trimmed()); }},
+        this);
+    window->setAttribute(Qt::WA_DeleteOnClose);
+    window->open();
+}
+
+bool frmOptions::Trusts(const QString &server, const net::TestResult &failed, QString Preferences::*trusted) {
+    const bool isOther = !TrustedCertificate(session_.Prefs.*trusted, server).isEmpty();
+    if (!door_.AskTrust({server, *failed.Distrusted, failed.Trouble, isOther}))
+        return false;
+    Keep(trusted, TrustText(server, failed.Distrusted->Sha256));
+    return true;
+}
+
+// Said by a click of its own, so it holds even when the window is left with Cancel.
+void frmOptions::Keep(QString Preferences::*member, const QString &value) {
+    session_.Prefs.*member = value;
+    if (before_)
+        (*before_).*member = value;
+    session_.AllSettings.Write({member});
 }
 
 void frmOptions::lstOptions_Click() {

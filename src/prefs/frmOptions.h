@@ -2,6 +2,7 @@
 #pragma once
 
 #include "core/Preferences.h"
+#include "prefs/OptionsDoor.h"
 
 #include <QDialog>
 
@@ -25,7 +26,7 @@ class frmOptions : public QDialog {
     Q_OBJECT
 
 public:
-    explicit frmOptions(Session &session, QWidget *parent = nullptr);
+    explicit frmOptions(Session &session, OptionsDoor door = {}, QWidget *parent = nullptr);
 
     void reject() override;
 
@@ -42,10 +43,18 @@ private:
     bool RefusesLongText();
     void ShowField(QWidget *field);
 
+    // A test of the account that stands on `page`; its certificate and what is allowed are stored at once.
+    void TestAccount(PreferencesPage *page, const MakeServerTest &make, QString Preferences::*server,
+                     QString Preferences::*trusted);
+    std::optional<Preferences> TypedOn(const PreferencesPage *page);
+    bool Trusts(const QString &server, const net::TestResult &failed, QString Preferences::*trusted);
+    void Keep(QString Preferences::*member, const QString &value);
+
     void lstOptions_Click();
     void cmdOK_Click();
 
     Session &session_;
+    const OptionsDoor door_;
     std::vector<PreferencesPage *> pages_;
     std::optional<Preferences> before_; // what is to be held when the window is left after a failed OK
 

@@ -11,6 +11,9 @@
 #include "lists/ImportText.h"
 #include "lists/frmImport.h"
 #include "lists/frmSelectDomain.h"
+#include "net/FakeServerTest.h"
+#include "net/frmServerTest.h"
+#include "net/frmTrust.h"
 #include "prefs/frmOptions.h"
 
 #include <QLineEdit>
@@ -73,6 +76,11 @@ std::unique_ptr<QWidget> OpenWindow::Make(const std::string &name) {
             QList<DomainCount>{{u"example.org"_s, 2}, {u"example.com"_s, 1}});
     if (name == "frmAttach")
         return MakeAttach();
+    if (name == "frmTrust")
+        return std::make_unique<frmTrust>(
+            net::DistrustedServer{u"mail.example.org"_s, SomeCertificate(), u"It is self-signed."_s, false});
+    if (name == "frmServerTest")
+        return MakeServerTest();
     return MakeOptions(name.back() - '0');
 }
 
@@ -116,6 +124,21 @@ std::unique_ptr<QWidget> OpenWindow::MakeCompose() {
     return window;
 }
 
+// With a failed test, so that every button is there.
+std::unique_ptr<QWidget> OpenWindow::MakeServerTest() {
+    FakeServerTest *made = nullptr;
+    const auto make = [&made] {
+        auto test = std::make_unique<FakeServerTest>();
+        made = test.get();
+        return test;
+    };
+    auto window =
+        std::make_unique<frmServerTest>(u"Test of [mail.example.org]"_s, ServerTestDoor{make, {}, {}});
+    made->Connect();
+    made->End({u"The certificate is self-signed."_s, SomeCertificate(), true});
+    return window;
+}
+
 std::unique_ptr<QWidget> OpenWindow::MakeAttach() {
     host_.Attachments = QStringList{profile_.Path(u"prefs.ini"_s)};
     auto window = std::make_unique<frmAttach>(profile_.session, host_.Attachments);
@@ -126,7 +149,8 @@ std::unique_ptr<QWidget> OpenWindow::MakeAttach() {
 std::vector<std::string> WindowNames() {
     std::vector<std::string> names{"frmMain",      "frmMain_offer", "frmMain_several", "frmProfile",
                                    "frmConsole",   "frmAbout",      "frmCompose",      "frmCompose_offer",
-                                   "frmCompRecip", "frmAttach",     "frmSelectDomain", "frmImport"};
+                                   "frmCompRecip", "frmAttach",     "frmSelectDomain", "frmImport",
+                                   "frmTrust",     "frmServerTest"};
     for (int page = 0; page < 5; ++page)
         names.push_back("frmOptions_" + std::to_string(page));
     return names;

@@ -49,6 +49,7 @@ private:
     std::unique_ptr<QWidget> MakeImport();
     std::unique_ptr<QWidget> MakeCompose();
     std::unique_ptr<QWidget> MakeAttach();
+    std::unique_ptr<QWidget> MakeServerTest();
 
     TestProfile profile_;
     FakeMailers mailers_;

@@ -2,6 +2,7 @@
 
 #include "core/Literals.h"
 #include "core/Preferences.h"
+#include "core/TrustedServer.h"
 #include "support/Printers.h"
 #include "support/TestProfile.h"
 
@@ -25,6 +26,42 @@ TEST(SendingAccountTest, AnAccountIsWhatThePreferencesHoldNow) {
               (MailAccount{u"mail.example.org"_s, 2525, u"\"Ann Editor\" <ann@example.org>"_s}));
 }
 
+TEST(SendingAccountTest, EncryptionAndSignInAreThoseOfThePreferences) {
+    const QByteArray sha256(32, 'x');
+    Preferences values;
+    values.SMTPServer = u"mail.example.org"_s;
+    values.SMTPPort = 465;
+    values.SMTPSecurity = 2;
+    values.SMTPUsername = u"ann"_s;
+    values.SMTPPassword = u"geheim"_s;
+    values.SMTPSignIn = 1;
+    values.SMTPTrusted = TrustText(u"MAIL.example.org"_s, sha256);
+    values.SMTPUnencrypted = u"other.example.org"_s;
+    MailAccount expected{u"mail.example.org"_s, 465, u"\"\" <>"_s};
+    expected.Security = MailSecurity::Tls;
+    expected.Username = u"ann"_s;
+    expected.Secret = u"geheim"_s;
+    expected.SignIn = MailSignIn::Token;
+    expected.Trusted = sha256;
+    EXPECT_EQ(SendingAccount(values), expected);
+    values.SMTPUnencrypted = u"Mail.Example.org"_s;
+    EXPECT_TRUE(SendingAccount(values).ClearTextAllowed);
+    values.SMTPServer = u"new.example.org"_s;
+    EXPECT_FALSE(SendingAccount(values).ClearTextAllowed);
+    EXPECT_EQ(SendingAccount(values).Trusted, QByteArray());
+}
+
+TEST(SendingAccountTest, NumbersThatStandForNothingAreTheFirstChoice) {
+    Preferences values;
+    for (const int odd : {-1, 3, 99}) {
+        values.SMTPSecurity = values.SMTPSignIn = odd;
+        EXPECT_EQ(SendingAccount(values).Security, MailSecurity::Automatic);
+        EXPECT_EQ(SendingAccount(values).SignIn, MailSignIn::Password);
+    }
+    values.SMTPSecurity = 1;
+    EXPECT_EQ(SendingAccount(values).Security, MailSecurity::StartTls);
+}
+
 // What is said about an account with this address and port.
 QString TroubleWith(const QString &address, qint16 port = 25) {
     test::TestProfile profile;
@@ -44,6 +81,16 @@ TEST(SendingAccountTest, AnAddressOrAPortThatCannotBeRightIsNamed) {
                                    u"ann\t@x.test"_s, u"ann@x.test\x7F"_s})
         EXPECT_NE(TroubleWith(address), QString()) << address.toStdString();
     EXPECT_NE(TroubleWith(u"ann@x.test"_s, -1), QString());
+}
+
+TEST(SendingAccountTest, UsernameWithoutAPasswordIsNamed) {
+    test::TestProfile profile;
+    profile.session.Prefs.SMTPUsername = u"ann"_s;
+    EXPECT_EQ(TroubleWithAccount(profile.session),
+              u"There is no password for the username [ann] of the e-mail sending preferences. Please enter "
+              "it before anything is sent."_s);
+    profile.session.Prefs.SMTPPassword = u"geheim"_s;
+    EXPECT_EQ(TroubleWithAccount(profile.session), QString());
 }
 
 TEST(SendingAccountTest, WhatCouldBeRightIsLeftToTheServer) {

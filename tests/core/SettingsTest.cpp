@@ -133,6 +133,43 @@ TEST_F(SettingsTest, StoreWritesEveryKeyInItsOrder) {
     EXPECT_TRUE(File().startsWith("[General]\r\nLogStatus=0\r\nLogEmails=0\r\nNotify=1\r\n"));
 }
 
+// A file of somebody who never set them stays as it was.
+TEST_F(SettingsTest, WhatIsStoredOnlyWhenItIsSetLeavesNoKeyAtItsDefault) {
+    settings.Store(Settings::Defaults());
+    for (const Setting &setting : Settings::Table())
+        if (setting.Stored == Kept::WhenSet) {
+            EXPECT_FALSE(File().contains(QByteArray(setting.Key) + '=')) << setting.Key;
+        }
+    EXPECT_TRUE(File().contains("SMTPWrap=72\r\n[POP3]\r\n"));
+}
+
+TEST_F(SettingsTest, WhatWasSetAndIsNoLongerIsWrittenOver) {
+    Preferences wanted = Samples();
+    wanted.SMTPSecurity = 1;
+    wanted.SMTPUsername = wanted.SMTPPassword = u"ann"_s;
+    settings.Store(wanted);
+    settings.Store(Settings::Defaults());
+    EXPECT_TRUE(File().contains("SMTPSecurity=0\r\nSMTPUsername=\r\nSMTPPassword=\r\n"));
+    EXPECT_TRUE(File().contains("POPSecurity=0\r\n"));
+}
+
+TEST_F(SettingsTest, WhileTheKeyringKeepsThePasswordsTheFileHasNone) {
+    Preferences wanted = Samples();
+    wanted.SMTPPassword = u"geheim"_s;
+    settings.Store(wanted);
+    wanted.Keyring = 1;
+    settings.Store(wanted);
+    EXPECT_FALSE(File().contains(wanted.SMTPPassword.toUtf8()));
+    EXPECT_FALSE(File().contains(wanted.POPPassword.toUtf8()));
+    EXPECT_TRUE(File().contains("Keyring=1\r\n"));
+    EXPECT_EQ(settings.Read(&Preferences::POPPassword), wanted.POPPassword) << "held all the same";
+    EXPECT_EQ(settings.Read(&Preferences::SMTPPassword), wanted.SMTPPassword);
+    EXPECT_EQ(settings.ForWindow(trap), wanted);
+    wanted.Keyring = 0;
+    settings.Store(wanted);
+    EXPECT_TRUE(File().contains("POPPassword=" + wanted.POPPassword.toUtf8() + "\r\n"));
+}
+
 TEST_F(SettingsTest, StoreOfOneSectionLeavesTheOthers) {
     settings.Store(Samples(), "General");
     EXPECT_EQ(File(), SampleFile("General"));

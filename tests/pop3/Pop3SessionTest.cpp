@@ -13,8 +13,8 @@ using Kind = Pop3Effect::Kind;
 using State = Pop3Session::State;
 
 void PrintTo(const Pop3Effect &effect, std::ostream *out) {
-    static const char *const names[] = {"Close",    "Connect",  "Send",    "Log",     "LogStatus",
-                                        "ReplyBox", "ErrorBox", "Examine", "Capture", "Raise"};
+    static const char *const names[] = {"Close",    "Connect", "Send",    "Log",   "LogStatus", "ReplyBox",
+                                        "ErrorBox", "Examine", "Capture", "Raise", "Encrypt"};
     *out << names[static_cast<int>(effect.What)] << ' ';
     PrintTo(effect.Text, out);
     *out << ' ' << effect.Number;
@@ -105,6 +105,41 @@ TEST_F(Pop3SessionTest, ThreeRequests) {
     EXPECT_EQ(Request(), (Pop3Effects{Send("DELE 3"), Log("DELE 3")}));
     EXPECT_EQ(Server("+OK 3\r\n"), (Pop3Effects{Log("POP: +OK 3"), Send("QUIT"), Log("QUIT")}));
     EXPECT_EQ(Server("+OK\r\n"), (Pop3Effects{Log("POP: +OK"), kClose, kCapture}));
+}
+
+TEST_F(Pop3SessionTest, StlsComesBetweenTheGreetingAndTheUser) {
+    EXPECT_EQ(session.Start({u"pop.x.test"_s, u"joe"_s, u"secret"_s, 0, true}).size(), 3U);
+    EXPECT_EQ(Server("+OK ready\r\n"),
+              (Pop3Effects{Log("POP: +OK ready"), LogStatus("Connected to POP3 server"), Send("STLS"),
+                           Log("STLS")}));
+    EXPECT_EQ(Server("+OK go\r\n"), (Pop3Effects{Log("POP: +OK go"), {Kind::Encrypt, {}}}));
+    EXPECT_EQ(session.CurrentState(), State::Encrypting);
+    EXPECT_TRUE(session.AwaitsLine());
+    EXPECT_EQ(session.Encrypted(),
+              (Pop3Effects{Log("The connection is encrypted"), Send("USER joe"), Log("USER joe")}));
+    EXPECT_EQ(Server("+OK\r\n"), (Pop3Effects{Log("POP: +OK"), Send("PASS secret"), Log("PASS ********")}));
+}
+
+TEST_F(Pop3SessionTest, NothingCountsThatIsSaidInTheClearAfterStls) {
+    session.Start({u"pop.x.test"_s, u"joe"_s, u"secret"_s, 0, true});
+    Server("+OK ready\r\n");
+    Server("+OK go\r\n");
+    for (const char *injected : {"+OK\r\n", "-ERR no\r\n", "+OK 3 9\r\n"})
+        EXPECT_EQ(Server(injected), kNothing) << injected;
+    EXPECT_EQ(session.CurrentState(), State::Encrypting);
+}
+
+TEST_F(Pop3SessionTest, RefusedStlsEndsTheCheckBeforeTheUserIsNamed) {
+    session.Start({u"pop.x.test"_s, u"joe"_s, u"secret"_s, 0, true});
+    Server("+OK ready\r\n");
+    EXPECT_EQ(Server("-ERR what\r\n"), (Pop3Effects{kClose, ReplyBox("POP3 Error [-ERR what\r\n]")}));
+}
+
+TEST_F(Pop3SessionTest, EncryptionThatNobodyAskedForSaysNothing) {
+    EXPECT_EQ(session.Encrypted(), kNothing);
+    LogOn();
+    EXPECT_EQ(session.Encrypted(), kNothing);
+    EXPECT_EQ(session.CurrentState(), State::StatSent);
 }
 
 TEST_F(Pop3SessionTest, RefusalInEveryOneLineStateClosesWithABoxKeepingTheState) {

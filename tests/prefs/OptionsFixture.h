@@ -10,6 +10,7 @@
 
 #include <QAbstractButton>
 #include <QCheckBox>
+#include <QComboBox>
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QTest>
@@ -44,6 +45,8 @@ struct frmOptionsTest : testing::Test {
         const auto *control = Find<QWidget>(window, name);
         if (const auto *box = qobject_cast<const QCheckBox *>(control))
             return box->isChecked() ? u"1"_s : u"0"_s;
+        if (const auto *choice = qobject_cast<const QComboBox *>(control))
+            return QString::number(choice->currentIndex());
         if (const auto *box = qobject_cast<const QPlainTextEdit *>(control))
             return box->toPlainText().replace(u'\n', u"\\n"_s);
         return Line(window, name)->text();
@@ -52,6 +55,8 @@ struct frmOptionsTest : testing::Test {
         auto *control = Find<QWidget>(window, name);
         if (auto *box = qobject_cast<QCheckBox *>(control))
             box->setChecked(text == u"1"_s);
+        else if (auto *choice = qobject_cast<QComboBox *>(control))
+            choice->setCurrentIndex(text.toInt());
         else if (auto *texts = qobject_cast<QPlainTextEdit *>(control))
             texts->setPlainText(QString(text).replace(u"\\n"_s, u"\n"_s));
         else
