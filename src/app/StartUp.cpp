@@ -3,6 +3,7 @@
 #include "core/Literals.h"
 #include "core/Product.h"
 #include "core/ProfileLayout.h"
+#include "core/SystemFile.h"
 #include "core/modPublic.h"
 
 #include <QDir>
@@ -37,7 +38,7 @@ bool HasProfiles(const QString &executableFolder) {
 
 bool HasReadOnlyProfiles(const QString &executableFolder) {
     return !IsInstalled(executableFolder) && HasProfiles(executableFolder) &&
-           !QFileInfo(ProfilesBeside(executableFolder)).isWritable();
+           !SystemFile::CanWriteIn(ProfilesBeside(executableFolder));
 }
 
 void ShowReadOnlyProfiles(Dialogs &boxes, const QString &executableFolder) {
@@ -51,7 +52,7 @@ void ShowReadOnlyProfiles(Dialogs &boxes, const QString &executableFolder) {
 
 QString FindProgramFolder(const QString &executableFolder) {
     if (!IsInstalled(executableFolder) &&
-        (HasProfiles(executableFolder) || QFileInfo(executableFolder).isWritable()))
+        (HasProfiles(executableFolder) || SystemFile::CanWriteIn(executableFolder)))
         return executableFolder;
     QString folder = QDir(QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation))
                          .filePath(kApplicationTitle);

@@ -1,14 +1,13 @@
 #include "core/Icons.h"
 
+#include "core/IconDrawing.h"
 #include "core/Literals.h"
 
-#include <QFile>
 #include <QGuiApplication>
 #include <QIconEngine>
 #include <QPainter>
 #include <QPalette>
 #include <QPixmapCache>
-#include <QSvgRenderer>
 
 // Resources of a static library are dropped by the linker unless they are named; the macro needs the global
 // namespace.
@@ -20,12 +19,9 @@ namespace varlo {
 
 namespace {
 
-// The ink that the drawings use; it stands for the palette's text colour.
-constexpr char kInk[] = "#1c1c1c";
-
 class PaletteIcon : public QIconEngine {
 public:
-    PaletteIcon(QString name, QByteArray svg) : name_(std::move(name)), svg_(std::move(svg)) {}
+    explicit PaletteIcon(QString name) : name_(std::move(name)) {}
 
     void paint(QPainter *painter, const QRect &rect, QIcon::Mode mode, QIcon::State state) override {
         const QSize pixels = rect.size() * painter->device()->devicePixelRatioF();
@@ -51,17 +47,13 @@ public:
 
 private:
     QPixmap Draw(const QSize &size, QIcon::Mode mode) const {
-        QPixmap picture(size);
-        picture.fill(Qt::transparent);
-        QPainter painter(&picture);
-        QSvgRenderer drawing(QByteArray(svg_).replace(kInk, Ink(mode).name().toLatin1()));
-        drawing.setAspectRatioMode(Qt::KeepAspectRatio);
-        drawing.render(&painter, QRectF(QPointF(), size));
+        QImage picture = DrawIcon(name_, size, Ink(mode));
         if (mode == QIcon::Disabled) { // as a whole: lines that cross would stay darker where they do
+            QPainter painter(&picture);
             painter.setCompositionMode(QPainter::CompositionMode_DestinationIn);
             painter.fillRect(picture.rect(), QColor(0, 0, 0, 110));
         }
-        return picture;
+        return QPixmap::fromImage(picture);
     }
 
     static QColor Ink(QIcon::Mode mode) {
@@ -71,17 +63,13 @@ private:
     }
 
     QString name_;
-    QByteArray svg_;
 };
 
 } // namespace
 
 QIcon Icon(QStringView name) {
     InitIconResources();
-    QFile file(u":/icons/%1.svg"_s.arg(name));
-    if (!file.open(QIODevice::ReadOnly))
-        return {};
-    return QIcon(new PaletteIcon(name.toString(), file.readAll()));
+    return HasDrawing(name.toString()) ? QIcon(new PaletteIcon(name.toString())) : QIcon();
 }
 
 } // namespace varlo

@@ -7,11 +7,11 @@
 
 namespace varlo {
 
-// Bytes of a file as text: UTF-8, else Windows-1252 with every byte kept (the five bytes that it leaves
-// unassigned become their C1 code points). A UTF-8 byte-order mark at the start is dropped.
+// Bytes of a file as text: UTF-8, else the code page of older programs (FromAnsi: no byte is lost). A UTF-8
+// byte-order mark at the start is dropped.
 QString DecodeText(const QByteArray &bytes);
 
-// Text as bytes of the system code page (UTF-8 except on Windows). No byte-order mark.
+// Text as the bytes of a file: UTF-8 on every system, so that a profile can move between them. No byte-order mark.
 QByteArray EncodeText(const QString &text);
 
 // The lines of a text, without their ends: CR LF, or the lone LF that an editor on Linux leaves (no line of
@@ -27,8 +27,9 @@ QByteArray ReadFile(const QString &path);
 enum class FileAccess { Normal, OwnerOnly };
 
 // Replaces the file at `path` by `bytes` as one step: after a crash, a full disk or a kill the old file is
-// there or the new one. `access` is used only when the file is new. Throws RuntimeError (61, 70, 76, 57); the
-// old file then stays as it was.
+// there or the new one. `access` is used only when the file is new. A file that another program holds open is tried
+// again for a second. Throws RuntimeError (61, 70, 75 for the name of a device, 76, 57); the old file then stays as
+// it was.
 void WriteFile(const QString &path, const QByteArray &bytes, FileAccess access = FileAccess::Normal);
 
 // Appends `line` and CR LF with one write and closes the file again; the file is created when missing. A line

@@ -7,11 +7,15 @@
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
+#ifdef Q_OS_UNIX
 #include <sys/wait.h>
 #include <unistd.h>
+#endif
 
 namespace varlo::test {
 namespace {
+
+#ifdef Q_OS_UNIX // with fork
 
 // A copy of the program in a process of its own: it takes the lock, and lives until it is let go or crashes.
 class OtherCopy {
@@ -53,6 +57,8 @@ private:
     int letGo_ = -1;
 };
 
+#endif
+
 TEST(SingleInstance, FirstCopyHoldsALockInItsFolder) {
     const QTemporaryDir folder;
     const SingleInstance first(folder.path());
@@ -70,11 +76,15 @@ TEST(SingleInstance, SecondCopyInTheSameFolderIsNotTheFirst) {
     EXPECT_TRUE(first.IsFirst());
 }
 
+#ifdef Q_OS_UNIX
+
 TEST(SingleInstance, CopyInAnotherProcessIsSeen) {
     const QTemporaryDir folder;
     const OtherCopy other(folder.path());
     EXPECT_FALSE(SingleInstance(folder.path()).IsFirst());
 }
+
+#endif
 
 TEST(SingleInstance, SameFolderUnderAnotherPathIsTheSameFolder) {
     const QTemporaryDir folder;
@@ -99,6 +109,8 @@ TEST(SingleInstance, OrderlyEndLeavesNoLockBehind) {
     EXPECT_TRUE(SingleInstance(folder.path()).IsFirst());
 }
 
+#ifdef Q_OS_UNIX
+
 TEST(SingleInstance, LockOfACrashedCopyIsTakenOver) {
     const QTemporaryDir folder;
     OtherCopy other(folder.path());
@@ -108,6 +120,8 @@ TEST(SingleInstance, LockOfACrashedCopyIsTakenOver) {
     EXPECT_TRUE(next.IsFirst());
     EXPECT_FALSE(SingleInstance(folder.path()).IsFirst());
 }
+
+#endif
 
 TEST(SingleInstance, LockFileCutShortByAPowerFailureIsTakenOver) {
     const QTemporaryDir folder;
@@ -157,12 +171,16 @@ TEST_F(ForeignLockTest, MachinesOfOneNameAreToldApart) {
     EXPECT_EQ(asked_.size(), 1);
 }
 
+#ifdef Q_OS_UNIX
+
 TEST_F(ForeignLockTest, ACopyThatLivesHereIsNeverAskedAbout) {
     ASSERT_TRUE(QFile::remove(path_));
     const OtherCopy other(folder_.path());
     EXPECT_FALSE(Start(true));
     EXPECT_EQ(asked_, QStringList());
 }
+
+#endif
 
 TEST_F(ForeignLockTest, TheQuestionNamesMachineAndFileAndEnterSaysNo) {
     ScriptedDialogs boxes;

@@ -9,9 +9,11 @@
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
+#ifdef Q_OS_UNIX
 #include <csignal>
 #include <sys/wait.h>
 #include <unistd.h>
+#endif
 
 namespace varlo::test {
 namespace {
@@ -170,6 +172,8 @@ TEST_F(TextFileTest, LargeWriteThatFailsLeavesTheOldFile) {
     EXPECT_EQ(Entries(), QStringList{u"file"_s});
 }
 
+#ifdef Q_OS_UNIX // with fork
+
 TEST_F(TextFileTest, KilledWriterLeavesOneOfTheTwoFiles) {
     const QByteArray one(200'000, '1');
     const QByteArray two(200'000, '2');
@@ -193,6 +197,8 @@ TEST_F(TextFileTest, KilledWriterLeavesOneOfTheTwoFiles) {
         ASSERT_TRUE(left == one || left == two);
     }
 }
+
+#endif
 
 TEST_F(TextFileTest, WriteFailuresAreToldApart) {
     ASSERT_TRUE(QDir(folder_.path()).mkdir(u"folder"_s));

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "support/FakeCertificate.h"
+#include "support/ResetOnClose.h"
 
 #include <QByteArrayList>
 #include <QSslCertificate>
@@ -11,7 +12,6 @@
 #include <gtest/gtest.h>
 
 #include <functional>
-#include <sys/socket.h>
 
 namespace varlo::test {
 
@@ -42,8 +42,7 @@ public:
     }
     // Breaks the connection as a crashed server would.
     void Reset() {
-        const linger now{1, 0};
-        ::setsockopt(static_cast<int>(Last->socketDescriptor()), SOL_SOCKET, SO_LINGER, &now, sizeof now);
+        ResetOnClose(Last->socketDescriptor());
         Last->abort();
     }
 

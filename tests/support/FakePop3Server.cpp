@@ -1,12 +1,13 @@
 #include "support/FakePop3Server.h"
 
+#include "support/ResetOnClose.h"
+
 #include <QHostAddress>
 #include <QPointer>
 #include <QTimer>
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <sys/socket.h>
 
 namespace varlo::test {
 
@@ -83,9 +84,7 @@ void FakePop3Server::End(QTcpSocket *client, ServerReply::Then end) {
     if (end == ServerReply::Then::Close)
         client->disconnectFromHost();
     if (end == ServerReply::Then::Reset) {
-        const linger noWait{1, 0};
-        setsockopt(static_cast<int>(client->socketDescriptor()), SOL_SOCKET, SO_LINGER, &noWait,
-                   sizeof noWait);
+        ResetOnClose(client->socketDescriptor());
         client->abort();
     }
 }

@@ -3,6 +3,21 @@
 
 #include <gtest/gtest.h>
 
+#ifdef _WIN32
+
+namespace varlo::test {
+
+// Rights to files are another matter there, and no program can give up its own: what needs that is left out
+// (tests/windows/left-out.txt).
+class WithoutRootRights {
+public:
+    WithoutRootRights() { ADD_FAILURE() << "rights cannot be given up on Windows"; }
+};
+
+} // namespace varlo::test
+
+#else
+
 #include <array>
 #include <grp.h>
 #include <unistd.h>
@@ -41,3 +56,5 @@ private:
 };
 
 } // namespace varlo::test
+
+#endif
