@@ -32,6 +32,7 @@ struct Preferences {
     int BypassPending{};
     qint16 ListCurrent{}; // a position in the list chooser
     int ListSortBy{};
+    int History{};          // each save of a list keeps the version that it replaces
     QString WindowGeometry; // what Qt saves of the main window, as base64
     QString WindowSplitter;
     QString ComposeGeometry; // of the compose window, in the same form

@@ -38,6 +38,10 @@ QString Log(const Session &session, const QString &file) {
     return session.ProfileFile(u"logs"_s, file);
 }
 
+QString HistoryFolder(const Session &session) {
+    return session.ProfileFile(u"history"_s);
+}
+
 QStringList Folders(const Session &session) {
     return {ListsFolder(session), SentFolder(session), LogsFolder(session)};
 }

@@ -20,6 +20,9 @@ QString SentCopy(const Session &session, const QString &file);
 QString LogsFolder(const Session &session);
 QString Log(const Session &session, const QString &file);
 
+// The folder of the versions of lists; made when the first one is kept.
+QString HistoryFolder(const Session &session);
+
 // The folders that every profile has, in the order in which they are made.
 QStringList Folders(const Session &session);
 

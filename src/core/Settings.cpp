@@ -45,6 +45,7 @@ constexpr std::array kTable = std::to_array<Setting>({
     {"Main", "BypassPending", "0", &P::BypassPending, Use::Outside},
     {"Main", "ListCurrent", "0", &P::ListCurrent, Use::Outside},
     {"Main", "ListSortBy", "1", &P::ListSortBy, Use::Outside},
+    {"General", "History", "1", &P::History, Use::Outside},
     {"Window", "Geometry", "", &P::WindowGeometry, Use::Outside},
     {"Window", "Splitter", "", &P::WindowSplitter, Use::Outside},
     {"Window", "ComposeGeometry", "", &P::ComposeGeometry, Use::Outside},

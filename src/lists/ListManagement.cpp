@@ -3,6 +3,7 @@
 #include "core/Literals.h"
 #include "core/Reporting.h"
 #include "core/modPublic.h"
+#include "history/KeepVersion.h"
 #include "lists/ListLibrary.h"
 #include "lists/OpenList.h"
 #include "lists/UnsavedList.h"
@@ -22,7 +23,10 @@ std::optional<QString> CreateList(Session &session) {
         kForbiddenInNames);
     if (name.isEmpty())
         return std::nullopt;
-    Trapped(session, u"Main.cmdFileNew"_s, [&] { ListLibrary::Create(session, name); });
+    Trapped(session, u"Main.cmdFileNew"_s, [&] {
+        History::ReplaceKeeping(session, name, u"New List"_s, {},
+                                [&] { ListLibrary::Create(session, name); });
+    });
     return name;
 }
 
@@ -37,6 +41,7 @@ std::optional<QString> RenameList(Session &session, OpenList &lists, const QStri
         return std::nullopt;
     const bool renamed = Trapped(session, u"Main.cmdFileRename"_s, [&] {
         ListLibrary::Rename(session, current, name);
+        History::Rename(session, current, name);
         UnsavedList::Rename(session, current, name);
     });
     if (!renamed)
@@ -50,7 +55,8 @@ bool DeleteList(Session &session, const QString &name) {
     if (session.Boxes.AskToDestroy(question, BoxIcon::Question, u"Confirm Delete"_s) != BoxAnswer::Yes)
         return false;
     return Trapped(session, u"Main.cmdFileDelete"_s, [&] {
-        ListLibrary::Delete(session, name);
+        History::ReplaceKeeping(session, name, u"Delete List"_s, {},
+                                [&] { ListLibrary::Delete(session, name); });
         UnsavedList::Discard(session, name);
     });
 }

@@ -9,7 +9,9 @@ namespace varlo {
 
 class ListStore {
 public:
-    explicit ListStore(Session &session) : Open(session), Pending(session) {}
+    explicit ListStore(Session &session) : Open(session), Pending(session) {
+        Open.DescribeChangesBy([this] { return DescribeSteps(Undo.TextsSinceSaved()); });
+    }
 
     OpenList Open;
     PendingList Pending;

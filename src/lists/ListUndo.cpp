@@ -166,6 +166,20 @@ QStringList ListUndo::TextsSinceSaved() const {
     return texts;
 }
 
+QString DescribeSteps(const QStringList &texts) {
+    constexpr qsizetype kLongest = 200;
+    QStringList described;
+    for (qsizetype i = 0; i < texts.size();) {
+        const qsizetype first = i;
+        while (i < texts.size() && texts[i] == texts[first])
+            ++i;
+        described.append(i == first + 1 ? texts[first]
+                                        : texts[first] + u" ("_s + QString::number(i - first) + u')');
+    }
+    const QString text = described.join(u", "_s);
+    return text.size() <= kLongest ? text : text.first(kLongest - 3) + u"..."_s;
+}
+
 QString AddressesText(qsizetype count) {
     return QString::number(count) + (count == 1 ? u" Address"_s : u" Addresses"_s);
 }

@@ -91,6 +91,9 @@ private:
     ListUndo &undo_;
 };
 
+// "Edit (2), Delete 1 Address": the texts in a row, equal ones that follow each other counted; long ones end in dots.
+QString DescribeSteps(const QStringList &texts);
+
 // "1 Address", "3 Addresses": for the text of a step.
 QString AddressesText(qsizetype count);
 

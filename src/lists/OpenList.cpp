@@ -2,6 +2,7 @@
 
 #include "core/Preferences.h"
 #include "core/Reporting.h"
+#include "history/KeepVersion.h"
 #include "lists/ListLibrary.h"
 
 #include <QCoreApplication>
@@ -150,7 +151,10 @@ bool OpenList::WriteList(const QString &name) {
             keptAs_ = ListLibrary::KeepBackup(session_, name);
             partlyLoaded_ = false;
         }
-        ListLibrary::Write(session_, name, Box(kChronological).Model().Entries());
+        const QStringList entries = Box(kChronological).Model().Entries();
+        const QString changes = describe_ ? describe_() : QString();
+        History::ReplaceKeeping(session_, name, changes.isEmpty() ? u"Save"_s : changes, entries,
+                                [&] { ListLibrary::Write(session_, name, entries); });
     });
 }
 

@@ -7,6 +7,7 @@
 #include <QSet>
 
 #include <array>
+#include <functional>
 
 namespace varlo {
 
@@ -74,6 +75,9 @@ public:
     // A load is under way and lets events run: what would be put on the list now would be lost.
     bool IsLoading() const { return loading_; }
 
+    // What a save is called in the history of the list; without it, "Save".
+    void DescribeChangesBy(std::function<QString()> describe) { describe_ = std::move(describe); }
+
     // Writes the chronological box to the list `name`. False after a failure, reported as "Main.WriteList". A
     // file that could not be loaded whole is first kept as a ".bak" file.
     bool WriteList(const QString &name);
@@ -110,6 +114,7 @@ private:
     void MarkUnsaved();
 
     Session &session_;
+    std::function<QString()> describe_;
     std::array<ListBox, 2> boxes_{ListBox(EntryListModel::Order::Chronological),
                                   ListBox(EntryListModel::Order::Alphabetical)};
     QString name_;

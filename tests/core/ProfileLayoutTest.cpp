@@ -15,6 +15,7 @@ TEST(ProfileLayoutTest, EveryNameLiesInTheOpenProfile) {
     EXPECT_EQ(ProfileLayout::Unsent(session), profile.Path(u"unsent.ini"_s));
     EXPECT_EQ(ProfileLayout::ListsFolder(session), profile.Path(u"lists"_s));
     EXPECT_EQ(ProfileLayout::ListFile(session, u"a b"_s), profile.Path(u"lists/a b.vlo"_s));
+    EXPECT_EQ(ProfileLayout::HistoryFolder(session), profile.Path(u"history"_s));
     EXPECT_EQ(ProfileLayout::SentFolder(session), profile.Path(u"sent"_s));
     EXPECT_EQ(ProfileLayout::SentCopy(session, u"a.txt"_s), profile.Path(u"sent/a.txt"_s));
     EXPECT_EQ(ProfileLayout::LogsFolder(session), profile.Path(u"logs"_s));
