@@ -26,6 +26,8 @@ public:
 
 Q_SIGNALS:
     void ImportWanted();
+    void ExportWanted();
+    void CompareWanted();
 
 private:
     void CreateCurrentMenu();
@@ -49,6 +51,8 @@ private:
     QAction *mnuListsPendingSelAll = nullptr;
     QAction *mnuListsPendingDeSelAll = nullptr;
     QAction *mnuListsImport = nullptr;
+    QAction *mnuListsExport = nullptr;
+    QAction *mnuListsCompare = nullptr;
     QAction *mnuListsUndo = nullptr;
     QAction *mnuListsRedo = nullptr;
 };
