@@ -5,9 +5,13 @@
 
 namespace varlo {
 
-// Whether `line` begins a header field such as "Message-ID: <...>" or "Received: from ...", also in a quoted mail
-// ("> Message-ID:"). Its folded lines belong to it.
-bool IsMachineHeader(QStringView line);
+// Whether `line` has the form of a header field, "Name: value", also in a quoted mail ("> Name: value").
+bool IsHeader(QStringView line);
+
+// Whether such a line belongs to machines: "Message-ID: <...>", "Received: from ...". Its folded lines belong to it.
+// Names that people use, too ("References: ask Anna"), count only where the value shows that a machine wrote it, or
+// where the line before was a header field.
+bool IsMachineHeader(QStringView line, bool followsHeader);
 
 // Whether `line` continues the one before: it begins with a blank.
 inline bool IsFolded(QStringView line) {

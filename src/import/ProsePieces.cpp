@@ -6,7 +6,10 @@ namespace varlo {
 
 bool ProsePieces::Next(Piece &piece) {
     for (QStringView line; lines_.Next(line);) {
-        isMachineHeader_ = IsFolded(line) ? isMachineHeader_ : IsMachineHeader(line);
+        if (!IsFolded(line)) {
+            isMachineHeader_ = IsMachineHeader(line, isHeader_);
+            isHeader_ = IsHeader(line);
+        }
         if (isMachineHeader_ || !line.contains(u'@'))
             continue;
         piece = {line, lines_.Number(), false};

@@ -15,7 +15,8 @@ public:
 
 private:
     Lines lines_;
-    bool isMachineHeader_ = false; // of the line handed out last, its folded lines included
+    bool isHeader_ = false; // the line read last is a header field, or goes on with one
+    bool isMachineHeader_ = false;
 };
 
 // Every line that is not blank, as a cell.

@@ -2,6 +2,8 @@
 
 #include "lists/EntryListView.h"
 #include "lists/ListStore.h"
+#include "lists/frmCompare.h"
+#include "lists/frmExport.h"
 #include "lists/frmImport.h"
 
 #include <QClipboard>
@@ -39,6 +41,18 @@ bool BulkWindows::ImportFrom(const ImportData &data) {
     frmImport window(session_, lists_, page_.window());
     window.Take(data);
     return window.exec() == QDialog::Accepted;
+}
+
+void BulkWindows::Export() {
+    const OpenList::Hold hold(lists_.Open);
+    frmExport(session_, lists_, page_.window()).exec();
+}
+
+void BulkWindows::Compare() {
+    const OpenList::Hold hold(lists_.Open);
+    frmCompare window(session_, lists_, page_.window());
+    connect(&window, &frmCompare::ListMade, this, &BulkWindows::ListMade);
+    window.exec();
 }
 
 void BulkWindows::Paste() {

@@ -19,8 +19,14 @@ public:
     void Import();
     // True when the operator has taken the addresses.
     bool ImportText(const QString &text);
+    void Export();
+    void Compare();
     // While the lists are not for editing nothing is taken.
     void SetLocked(bool locked) { isLocked_ = locked; }
+
+Q_SIGNALS:
+    // There is one more list.
+    void ListMade();
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;

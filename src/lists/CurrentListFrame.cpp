@@ -125,6 +125,11 @@ void CurrentListFrame::RefreshListNames() {
     cmbMList->setCurrentIndex(-1);
 }
 
+void CurrentListFrame::TakeNewNames() {
+    RefreshListNames();
+    ShowOpenList();
+}
+
 void CurrentListFrame::ChooseList(int index) {
     cmbMList->setCurrentIndex(index);
     cmbMList_Click();

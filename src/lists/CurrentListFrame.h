@@ -24,6 +24,8 @@ public:
 
     // Refills the chooser with the names of the list files; none is chosen then.
     void RefreshListNames();
+    // There are other list files than the chooser names; the open list stays open.
+    void TakeNewNames();
     // Chooses and so loads a list, also when it is the one that is open.
     void ChooseList(int index);
     int ChosenIndex() const;

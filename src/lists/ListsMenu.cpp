@@ -62,7 +62,11 @@ void ListsMenu::CreateBulkEntries() {
     AddLine(this, "mnuListsLine2");
     mnuListsImport = AddEntry(this, "mnuListsImport", u"&Import Addresses..."_s);
     mnuListsImport->setShortcut(u"Ctrl+I"_s);
+    mnuListsExport = AddEntry(this, "mnuListsExport", u"&Export..."_s);
+    mnuListsCompare = AddEntry(this, "mnuListsCompare", u"Co&mpare..."_s);
     connect(mnuListsImport, &QAction::triggered, this, &ListsMenu::ImportWanted);
+    connect(mnuListsExport, &QAction::triggered, this, &ListsMenu::ExportWanted);
+    connect(mnuListsCompare, &QAction::triggered, this, &ListsMenu::CompareWanted);
 }
 
 void ListsMenu::ConnectEntries() {
@@ -106,6 +110,8 @@ void ListsMenu::UpdateControls() {
     const bool hasPendingSelection = lists_.SelectedCount(kPending) > 0;
     mnuListsCurrent->setEnabled(hasCurrent);
     mnuListsImport->setEnabled(!lists_.Open.Name().isEmpty());
+    mnuListsExport->setEnabled(hasCurrent || lists_.Pending.Count() > 0);
+    mnuListsCompare->setEnabled(!lists_.Open.Name().isEmpty());
     mnuSort->setEnabled(hasCurrent);
     for (QAction *entry : {mnuListsCurrentCopy[0], mnuListsCurrentCopy[1], mnuListsCurrentDeSelAll})
         entry->setEnabled(hasCurrentSelection);

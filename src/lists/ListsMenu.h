@@ -27,6 +27,8 @@ public:
 Q_SIGNALS:
     void SelectDomainWanted();
     void ImportWanted();
+    void ExportWanted();
+    void CompareWanted();
 
 private:
     void CreateCurrentMenu();
@@ -51,6 +53,8 @@ private:
     QAction *mnuListsPendingSelAll = nullptr;
     QAction *mnuListsPendingDeSelAll = nullptr;
     QAction *mnuListsImport = nullptr;
+    QAction *mnuListsExport = nullptr;
+    QAction *mnuListsCompare = nullptr;
     QAction *mnuListsUndo = nullptr;
     QAction *mnuListsRedo = nullptr;
 };

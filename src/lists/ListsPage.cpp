@@ -67,6 +67,9 @@ void ListsPage::ConnectMenus() {
     connect(mnuLists_, &ListsMenu::SelectDomainWanted, this, &ListsPage::SelectDomain);
     connect(fraPending_, &PendingListFrame::ContextMenuWanted, mnuLists_, popUp(mnuLists_->PendingMenu()));
     connect(mnuLists_, &ListsMenu::ImportWanted, bulk_, &BulkWindows::Import);
+    connect(mnuLists_, &ListsMenu::ExportWanted, bulk_, &BulkWindows::Export);
+    connect(mnuLists_, &ListsMenu::CompareWanted, bulk_, &BulkWindows::Compare);
+    connect(bulk_, &BulkWindows::ListMade, fraCurrent_, &CurrentListFrame::TakeNewNames);
 }
 
 void ListsPage::SelectDomain() {

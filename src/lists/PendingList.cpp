@@ -72,7 +72,7 @@ PendingList::Answer PendingList::Offer(const PendingRequest &request) {
 void PendingList::Append(const PendingRequest &request) {
     const RequestOrigin origin = request.Origin;
     Step(origin, [&] {
-        box_.Model().Add(request.Entry());
+        NoteOrigin(box_.Model().Add(request.Entry()), origin);
         // Those of a mail check or an import are many: the last one is shown when all have come.
         if (origin != RequestOrigin::Mailbox && origin != RequestOrigin::Import)
             SelectLast();
@@ -80,6 +80,29 @@ void PendingList::Append(const PendingRequest &request) {
     if (origin == RequestOrigin::Typed || origin == RequestOrigin::Clipboard)
         Step(origin,
              [&] { StatusMessage(session_, u"Added ["_s + request.Address + u"] to the pending list"_s); });
+}
+
+void PendingList::NoteOrigin(int row, RequestOrigin origin) {
+    // Rows that have gone are remembered, for an undo; after many of them only those that are there.
+    constexpr qsizetype most = qsizetype(8) * EntryListModel::kMostEntries;
+    if (origins_.size() >= most) {
+        QHash<quint32, RequestOrigin> kept;
+        for (int i = 0; i < Count(); ++i)
+            if (const auto found = origins_.constFind(box_.Model().Serial(i)); found != origins_.constEnd())
+                kept.insert(found.key(), found.value());
+        origins_ = kept;
+    }
+    origins_.insert(box_.Model().Serial(row), origin);
+}
+
+QList<PendingRequest> PendingList::Requests() const {
+    QList<PendingRequest> requests;
+    requests.reserve(Count());
+    for (int row = 0; row < Count(); ++row) {
+        requests.append(Request(row));
+        requests.last().Origin = origins_.value(box_.Model().Serial(row), RequestOrigin::List);
+    }
+    return requests;
 }
 
 void PendingList::AddAll(RequestKind kind, QStringList addresses) {

@@ -5,6 +5,8 @@
 #include "core/Session.h"
 #include "lists/ListBox.h"
 
+#include <QHash>
+
 namespace varlo {
 
 class PendingList : public ChangingList {
@@ -18,6 +20,9 @@ public:
     const ListBox &Box() const { return box_; }
     int Count() const { return box_.Model().Count(); }
     PendingRequest Request(int row) const { return PendingRequest::FromEntry(box_.Model().Entry(row)); }
+
+    // All of them, each with where it came from. What was put on the list without a test has come from a list.
+    QList<PendingRequest> Requests() const;
 
     enum class Answer { Added, Duplicate, Invalid };
     // Adds the request at the end if it passes the tests for its origin; the boxes and status lines are those
@@ -40,9 +45,11 @@ private:
     Answer JudgeTyped(const QString &address);
     bool IsNew(const QString &entry);
     void Append(const PendingRequest &request);
+    void NoteOrigin(int row, RequestOrigin origin);
     template<typename Statement> void Step(RequestOrigin origin, Statement &&statement);
 
     Session &session_;
+    QHash<quint32, RequestOrigin> origins_; // by the serials of the rows, which an undo brings back
     ListBox box_{EntryListModel::Order::Chronological};
 };
 

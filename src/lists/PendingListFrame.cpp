@@ -11,6 +11,7 @@
 #include "lists/ManualAdd.h"
 #include "lists/PendingProcessing.h"
 
+#include <QAccessible>
 #include <QBoxLayout>
 #include <QCheckBox>
 #include <QClipboard>
@@ -207,8 +208,13 @@ void PendingListFrame::UpdateImportHint() {
     const qsizetype count = maybeSeveral ? FindAddresses(text).size() : 0;
     if (lblImportHint->hasFocus() && count < 2)
         FocusAddressBox();
+    const bool isNew = count > 1 && lblImportHint->isHidden();
     lblImportHint->setText(u"These are %1 addresses: import them"_s.arg(count));
     lblImportHint->setVisible(count > 1);
+    if (isNew) { // also for somebody who does not see it
+        QAccessibleEvent alert(lblImportHint, QAccessible::Alert);
+        QAccessible::updateAccessibility(&alert);
+    }
 }
 
 // What was too long for the box is still on the clipboard.

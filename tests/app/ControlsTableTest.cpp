@@ -23,7 +23,8 @@ enum Row { kLists, kOpenList, kTypedText, kCurrent, kCurrentSelection, kPendingE
 const std::map<Row, std::vector<const char *>> kTable{
     {kLists, {"cmbMList"}},
     {kOpenList,
-     {"cmdFileRename", "txtAddEmail", "cmdAutoAdd", "cmdCapture", "chkInstantAdd", "mnuListsImport"}},
+     {"cmdFileRename", "txtAddEmail", "cmdAutoAdd", "cmdCapture", "chkInstantAdd", "mnuListsImport",
+      "mnuListsCompare"}},
     {kTypedText, {"cmdEmailAdd_0", "cmdEmailAdd_1", "cmdEmailValidate"}},
     {kCurrent,
      {"mnuSort", "cmdListSort", "cmdListFind", "lstEmailList_0", "lstEmailList_1", "mnuListsCurrent"}},

@@ -9,6 +9,8 @@
 #include "compose/frmCompose.h"
 #include "core/Literals.h"
 #include "lists/ImportText.h"
+#include "lists/frmCompare.h"
+#include "lists/frmExport.h"
 #include "lists/frmImport.h"
 #include "lists/frmSelectDomain.h"
 #include "net/FakeServerTest.h"
@@ -54,6 +56,8 @@ std::unique_ptr<QWidget> OpenWindow::Make(const std::string &name) {
         window->findChild<QLineEdit *>(u"txtAddEmail"_s)->setText(u"new@example.org, next@example.org"_s);
         return window;
     }
+    if (name == "frmExport" || name == "frmCompare")
+        return MakeBulk(name);
     if (name == "frmImport")
         return MakeImport();
     if (name == "frmProfile")
@@ -105,6 +109,16 @@ std::unique_ptr<QWidget> OpenWindow::MakeOptions(int page) {
     return window;
 }
 
+std::unique_ptr<QWidget> OpenWindow::MakeBulk(const std::string &name) {
+    lists_.Open.Load(u"News"_s);
+    if (name == "frmExport")
+        return std::make_unique<frmExport>(profile_.session, lists_);
+    auto window = std::make_unique<frmCompare>(profile_.session, lists_);
+    window->findChild<QPushButton *>(u"cmdCompareSelect"_s)->click(); // a notice
+    window->findChild<QLineEdit *>(u"txtCompareName"_s)->setText(u"Both"_s);
+    return window;
+}
+
 // With a file, a notice, and something to correct.
 std::unique_ptr<QWidget> OpenWindow::MakeImport() {
     lists_.Open.Load(u"News"_s);
@@ -150,7 +164,7 @@ std::vector<std::string> WindowNames() {
     std::vector<std::string> names{"frmMain",      "frmMain_offer", "frmMain_several", "frmProfile",
                                    "frmConsole",   "frmAbout",      "frmCompose",      "frmCompose_offer",
                                    "frmCompRecip", "frmAttach",     "frmSelectDomain", "frmImport",
-                                   "frmTrust",     "frmServerTest"};
+                                   "frmTrust",     "frmServerTest", "frmExport",       "frmCompare"};
     for (int page = 0; page < 5; ++page)
         names.push_back("frmOptions_" + std::to_string(page));
     return names;

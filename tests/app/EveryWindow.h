@@ -46,6 +46,7 @@ private:
     std::unique_ptr<QWidget> Make(const std::string &name);
     std::unique_ptr<QWidget> MakeMain();
     std::unique_ptr<QWidget> MakeOptions(int page);
+    std::unique_ptr<QWidget> MakeBulk(const std::string &name);
     std::unique_ptr<QWidget> MakeImport();
     std::unique_ptr<QWidget> MakeCompose();
     std::unique_ptr<QWidget> MakeAttach();

@@ -66,8 +66,9 @@ TEST_F(HelpKeyTest, WithoutAPageTheHelpOpensAtItsBeginning) {
 
 TEST_F(HelpKeyTest, EveryWindowHasAPageThatIsWritten) {
     const QDir pages(QStringLiteral(VARLO_SOURCE_FOLDER "/docs/help"));
-    for (const char *window : {"frmMain", "frmProfile", "frmOptions", "frmConsole", "frmCompose",
-                               "frmCompRecip", "frmAttach", "frmAbout", "frmImport"}) {
+    for (const char *window :
+         {"frmMain", "frmProfile", "frmOptions", "frmConsole", "frmCompose", "frmCompRecip", "frmAttach",
+          "frmAbout", "frmImport", "frmExport", "frmCompare"}) {
         const QString page = HelpTargets::Page(QString::fromLatin1(window));
         EXPECT_FALSE(page.isEmpty()) << window;
         EXPECT_TRUE(pages.exists(page)) << window;

@@ -41,6 +41,11 @@ TEST(PiecesTest, OfAMailLeaveOutTheFieldsOfMachinesWithTheirFoldedLines) {
         (QStringList{u"3 prose: To: anna@x.org,"_s, u"4 prose:  bo@x.org"_s, u"8 prose: ask cy@x.org"_s}));
 }
 
+TEST(PiecesTest, OfProseNoLineIsLostForLookingLikeAHeader) {
+    EXPECT_EQ(Cut(u"References: Bo, bo@x.org\n\nReceived: 5 letters\n of cy@x.org\n"_s),
+              (QStringList{u"1 prose: References: Bo, bo@x.org"_s, u"4 prose:  of cy@x.org"_s}));
+}
+
 TEST(PiecesTest, OfAListAreAllItsLines) {
     EXPECT_EQ(Cut(u"anna@x.org\r\n\r\nbo.x.org\r\ncy@x.org\r\n"_s),
               (QStringList{u"1 cell: anna@x.org"_s, u"3 cell: bo.x.org"_s, u"4 cell: cy@x.org"_s}));

@@ -67,6 +67,32 @@ TEST_F(BulkWindowsTest, TheMenuOpensTheImport) {
     EXPECT_EQ(found, QString());
 }
 
+TEST_F(BulkWindowsTest, TheMenuOpensExportAndComparison) {
+    EXPECT_FALSE(IsEnabled("mnuListsExport"));
+    EXPECT_FALSE(IsEnabled("mnuListsCompare"));
+    OpenNews();
+    Trigger("mnuListsExport");
+    Trigger("mnuListsCompare");
+    EXPECT_EQ(visited, Words("frmExport frmCompare"));
+}
+
+TEST_F(BulkWindowsTest, RequestsAloneCanBeExported) {
+    OpenLists({{u"news"_s, {}}});
+    EXPECT_FALSE(IsEnabled("mnuListsExport"));
+    AddPending(Words("+bo@x.test"));
+    Turn();
+    EXPECT_TRUE(IsEnabled("mnuListsExport"));
+}
+
+TEST_F(BulkWindowsTest, AListMadeOfAComparisonIsOffered) {
+    OpenNews();
+    WriteListFile(u"more"_s, "");
+    Q_EMIT owner.page.findChild<BulkWindows *>()->ListMade();
+    EXPECT_EQ(Names(), Words("more news"));
+    EXPECT_EQ(Chosen(), u"news"_s);
+    EXPECT_EQ(lists.Open.Name(), u"news"_s);
+}
+
 TEST_F(BulkWindowsTest, WithoutAnOpenListNothingIsImported) {
     EXPECT_FALSE(IsEnabled("mnuListsImport"));
     QMimeData data;

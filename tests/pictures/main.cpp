@@ -10,6 +10,11 @@
 #include "compose/frmCompRecip.h"
 #include "compose/frmCompose.h"
 #include "core/Literals.h"
+#include "lists/ImportText.h"
+#include "lists/ListsPage.h"
+#include "lists/frmCompare.h"
+#include "lists/frmExport.h"
+#include "lists/frmImport.h"
 #include "pictures/SampleProfile.h"
 #include "pictures/Snapshot.h"
 #include "prefs/frmOptions.h"
@@ -17,6 +22,7 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QCheckBox>
 #include <QComboBox>
 #include <QDir>
 #include <QLabel>
@@ -28,6 +34,7 @@
 #include <QProgressBar>
 #include <QPushButton>
 #include <QStyleFactory>
+#include <QTest>
 
 #include <memory>
 
@@ -39,6 +46,11 @@ const QString kMessage = u"Dear friends,\n\n"
                          "Saturday, 25 April. You find it attached.\n\n"
                          "Bring gloves on the 11th: we plant the new hedge behind the greenhouse.\n\n"
                          "-- \nThe Garden Society\nnews@example.org\n"_s;
+
+const QString kPasted = u"Dear Anna, these came to the open day:\n"
+                        "Ines Vega <ines.vega@example.net>, \"Wei, Li\" <li.wei@example.org>;\n"
+                        "noah.fischer@example.net (again!), tom+garden@example.com and peter@example,\n"
+                        "and of the list that you have: sofia.lindqvist@example.net\n"_s;
 
 template<typename Control> Control *Find(QWidget &window, const char *name) {
     auto *control = window.findChild<Control *>(QString::fromLatin1(name));
@@ -61,6 +73,7 @@ public:
     void TakeEverything() {
         TakeProfile();
         TakeMain();
+        TakeBulk();
         TakeCompose();
         TakeOptions();
         frmAbout about(sample_.session);
@@ -111,6 +124,27 @@ private:
             Find<QLineEdit>(*main_, "txtAddEmail")->setText(entry.mid(1));
             Find<QPushButton>(*main_, entry.startsWith(u'+') ? "cmdEmailAdd_0" : "cmdEmailAdd_1")->click();
         }
+    }
+
+    // What an operator brings, takes out and compares.
+    void TakeBulk() {
+        ListStore &lists = main_->findChild<ListsPage *>()->Lists();
+        frmImport import(sample_.session, lists, main_.get());
+        import.Take({.Files = {}, .Text = kPasted});
+        if (!QTest::qWaitFor([&] { return Find<QPushButton>(import, "cmdOK")->isEnabled(); }))
+            qFatal("nothing was found to import");
+        Take(import, "import");
+        frmCompare compare(sample_.session, lists, main_.get());
+        Find<QComboBox>(compare, "cmbCompareList_1")->setCurrentText(u"Members"_s);
+        Find<QCheckBox>(compare, "chkCompare_1")->setChecked(true);
+        Take(compare, "compare");
+        if (!all_)
+            return;
+        frmExport out(sample_.session, lists, main_.get());
+        Take(out, "export");
+        Find<QLineEdit>(*main_, "txtAddEmail")->setText(u"ines.vega@example.net, li.wei@example.org"_s);
+        Take(*main_, "main-several");
+        Find<QLineEdit>(*main_, "txtAddEmail")->clear();
     }
 
     void TakeSmallest() {
