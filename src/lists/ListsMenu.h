@@ -24,6 +24,9 @@ public:
     void ShowSortOrder();
     void UpdateControls();
 
+Q_SIGNALS:
+    void HistoryWanted(); // mnuListsHistory
+
 private:
     void CreateCurrentMenu();
     void CreatePendingMenu();
@@ -46,6 +49,7 @@ private:
     QAction *mnuListsPendingDeSelAll = nullptr;
     QAction *mnuListsUndo = nullptr;
     QAction *mnuListsRedo = nullptr;
+    QAction *mnuListsHistory = nullptr;
 };
 
 } // namespace varlo

@@ -8,12 +8,15 @@
 #include "compose/frmCompRecip.h"
 #include "compose/frmCompose.h"
 #include "core/Literals.h"
+#include "history/KeepVersion.h"
+#include "history/frmHistory.h"
 #include "prefs/frmOptions.h"
 
 #include <QLineEdit>
 #include <QListView>
 #include <QListWidget>
 #include <QPushButton>
+#include <QTreeWidget>
 #include <QtTest>
 #include <gtest/gtest.h>
 
@@ -60,6 +63,8 @@ std::unique_ptr<QWidget> OpenWindow::Make(const std::string &name) {
         return std::make_unique<frmCompRecip>(host_.ListNames());
     if (name == "frmAttach")
         return MakeAttach();
+    if (name == "frmHistory")
+        return MakeHistory();
     return MakeOptions(name.back() - '0');
 }
 
@@ -98,9 +103,23 @@ std::unique_ptr<QWidget> OpenWindow::MakeAttach() {
     return window;
 }
 
+// A list with two versions, one of them selected.
+std::unique_ptr<QWidget> OpenWindow::MakeHistory() {
+    for (const char *address : {"cy@example.org", "di@example.org"}) {
+        const QStringList entries{QString::fromLatin1(address)};
+        History::ReplaceKeeping(profile_.session, u"News"_s, u"Process Pending List"_s, entries,
+                                [&] { profile_.Write(u"lists/News.vlo"_s, QByteArray(address) + "\r\n"); });
+    }
+    auto window = std::make_unique<frmHistory>(profile_.session, host_.ListNames(), u"News"_s);
+    auto *versions = window->findChild<QTreeWidget *>(u"tblHistory"_s);
+    versions->setCurrentItem(versions->topLevelItem(1));
+    return window;
+}
+
 std::vector<std::string> WindowNames() {
-    std::vector<std::string> names{"frmMain",    "frmMain_offer", "frmProfile", "frmConsole",      "frmAbout",
-                                   "frmCompose", "frmCompRecip",  "frmAttach",  "frmCompose_offer"};
+    std::vector<std::string> names{"frmMain",          "frmMain_offer", "frmProfile",   "frmConsole",
+                                   "frmAbout",         "frmCompose",    "frmCompRecip", "frmAttach",
+                                   "frmCompose_offer", "frmHistory"};
     for (int page = 0; page < 5; ++page)
         names.push_back("frmOptions_" + std::to_string(page));
     return names;

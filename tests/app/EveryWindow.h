@@ -47,6 +47,7 @@ private:
     std::unique_ptr<QWidget> MakeOptions(int page);
     std::unique_ptr<QWidget> MakeCompose();
     std::unique_ptr<QWidget> MakeAttach();
+    std::unique_ptr<QWidget> MakeHistory();
 
     TestProfile profile_;
     FakeMailers mailers_;
