@@ -56,6 +56,8 @@ void ListsMenu::CreateUndoEntries() {
     mnuListsUndo->setShortcut(u"Ctrl+Z"_s);
     mnuListsRedo = AddEntry(this, "mnuListsRedo", u"&Redo"_s);
     mnuListsRedo->setShortcut(u"Ctrl+Y"_s);
+    AddLine(this, "mnuListsLine2");
+    mnuListsHistory = AddEntry(this, "mnuListsHistory", u"&History..."_s);
 }
 
 void ListsMenu::CreateBulkEntries() {
@@ -85,6 +87,7 @@ void ListsMenu::ConnectEntries() {
     }
     connect(mnuListsUndo, &QAction::triggered, this, [this] { editing_.Undo(); });
     connect(mnuListsRedo, &QAction::triggered, this, [this] { editing_.Redo(); });
+    connect(mnuListsHistory, &QAction::triggered, this, &ListsMenu::HistoryWanted);
     connect(mnuListsCurrentSelAll, &QAction::triggered, this,
             [this] { editing_.SelectAll(lists_.VisibleBox()); });
     connect(mnuListsCurrentDeSelAll, &QAction::triggered, this,

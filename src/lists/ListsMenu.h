@@ -29,6 +29,7 @@ Q_SIGNALS:
     void ImportWanted();
     void ExportWanted();
     void CompareWanted();
+    void HistoryWanted(); // mnuListsHistory
 
 private:
     void CreateCurrentMenu();
@@ -57,6 +58,7 @@ private:
     QAction *mnuListsCompare = nullptr;
     QAction *mnuListsUndo = nullptr;
     QAction *mnuListsRedo = nullptr;
+    QAction *mnuListsHistory = nullptr;
 };
 
 } // namespace varlo
