@@ -4,7 +4,6 @@
 #include "core/SocketPoll.h"
 #include "net/SystemSocket.h"
 
-#include <QHostAddress>
 #include <QMetaObject>
 #include <QPointer>
 #include <QSslSocket>
@@ -211,12 +210,8 @@ void Connection::AwaitWithin(int milliseconds, int whileWriting) {
     answerDue_ = answerDue_ && limit_ > 0;
     if (failure_ && failure_->Cause == Trouble::TimedOut)
         failure_.reset();
-    BeginTime();
-}
-
-void Connection::BeginTime() {
     const int limit = writeLimit_ > 0 && !out_.isEmpty() ? writeLimit_ : limit_;
-    deadline_ = limit > 0 ? QDeadlineTimer(limit, Qt::PreciseTimer) : QDeadlineTimer(QDeadlineTimer::Forever);
+    deadline_ = QDeadlineTimer(limit > 0 ? limit : -1, Qt::PreciseTimer); // -1: for ever
     if (limit > 0 && (!timer_.isActive() || timer_.interval() > limit))
         timer_.start(limit);
 }
@@ -250,10 +245,6 @@ void Connection::Close(const QByteArray &farewell) {
 
 bool Connection::IsClosed() const {
     return !socket_ || socket_->state() == QAbstractSocket::UnconnectedState;
-}
-
-QString Connection::LocalAddress() const {
-    return socket_ ? socket_->localAddress().toString() : QString();
 }
 
 bool Connection::IsQuiet() const {

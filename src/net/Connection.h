@@ -7,6 +7,7 @@
 
 #include <QByteArrayList>
 #include <QDeadlineTimer>
+#include <QHostAddress>
 #include <QObject>
 #include <QSocketNotifier>
 #include <QSslCertificate>
@@ -57,7 +58,7 @@ public:
 
     bool IsClosed() const;
     // This machine's own, as the connection has it; empty when there is none.
-    QString LocalAddress() const;
+    QString LocalAddress() const { return socket_ ? socket_->localAddress().toString() : QString(); }
     // Open, and nothing has happened that was not handed on.
     bool IsQuiet() const;
 
@@ -82,7 +83,6 @@ private:
     void Handshake();
     void NoteCertificate();
     bool IsPinned() const;
-    void BeginTime();
     void CheckTime();
     void DeliverSoon();
     void Deliver();

@@ -145,7 +145,8 @@ void Link::Connection_Ended(const varlo::net::Failure &failure) {
         return;
     // Encryption that was only offered asks for nothing in return, so a server whose TLS does not work is
     // spoken to in the clear, as if it had offered none.
-    if (failure.Cause == Trouble::NotEncrypted && security_ == Encryption::WhenOffered)
+    const bool isEarly = handshake_.Now() != Handshake::State::Ready; // later a mail may be under way
+    if (isEarly && failure.Cause == Trouble::NotEncrypted && security_ == Encryption::WhenOffered)
         return Open(Encryption::None);
     Q_EMIT Failed(FailureOf(failure), failure.IsCut);
     Q_EMIT Settled();

@@ -296,10 +296,11 @@ void SMTP::Private::Conclude(const Verdict &verdict) {
     attempting_ = false;
     link_.Rest(); // what comes now is not asked for
     outcome_ = verdict.Fate;
-    if (!account_.Username.isEmpty() && IsAboutSigningIn(outcome_->Number)) {
-        outcome_->Result = Kind::NotTried;
-        outcome_->IsOfAccount = true;
-    }
+    if (!account_.Username.isEmpty() && !outcome_->IsOfAccount && IsAboutSigningIn(outcome_->Number))
+        outcome_ = Outcome{Kind::NotTried, outcome_->Number,
+                           u"The mail server [%1] takes no mail from this account: %2 %3"_s.arg(
+                               account_.Host, QString::number(outcome_->Number), outcome_->Description),
+                           false, true};
 }
 
 void SMTP::Private::Report() {

@@ -206,7 +206,12 @@ TEST_F(SignInDialogueTest, MailThatNeedsAnotherSignInIsAFaultOfTheAccount) {
     script.Faults = {{SmtpStep::Mail, SmtpFault::Reply, "530 5.7.0 sign in first\r\n"}};
     Start(script);
     EXPECT_FALSE(Send());
-    EXPECT_EQ(sender->Last(), (Outcome{Outcome::Kind::NotTried, 530, u"5.7.0 sign in first"_s, false, true}));
+    EXPECT_EQ(
+        sender->Last(),
+        (Outcome{Outcome::Kind::NotTried, 530,
+                 u"The mail server [127.0.0.1] takes no mail from this account: 530 5.7.0 sign in first"_s,
+                 false, true}));
+    EXPECT_EQ(sender->Errors, SmtpErrors());
 }
 
 TEST_F(SignInDialogueTest, WithoutAUserNameARefusalIsTheRecipients) {
