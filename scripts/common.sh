@@ -10,6 +10,7 @@ build_packages=(
     g++ cmake ninja-build
     qt6-base-dev qt6-svg-dev libqt6svg6 libgl-dev pkg-config
     libgsasl-dev # signing in to mail servers
+    qtkeychain-qt6-dev # the system's keyring
     libgtest-dev libgmock-dev libbenchmark-dev
     fp-utils # the compiler of the help file
 )
