@@ -178,6 +178,35 @@ TEST_F(MimeMessageTest, HeadersNameTheSenderAndTheRecipient) {
     EXPECT_FALSE(date.contains(u'.')) << "whole seconds";
 }
 
+#ifdef Q_OS_UNIX
+TEST_F(MimeMessageTest, DateTellsTheOffsetOfThisPlace) {
+    const QByteArray before = qgetenv("TZ");
+    const Mailbox somebody = ParseMailbox(u"ed@x.org"_s);
+    for (const auto &[zone, offset] : {std::pair("XXX-5:45", " +0545\r\n"),
+                                       std::pair("YYY3:30", " -0330\r\n"), std::pair("UTC0", " +0000\r\n")}) {
+        qputenv("TZ", zone);
+        ::tzset();
+        const qint64 earliest = QDateTime::currentSecsSinceEpoch();
+        const QByteArray headers = MessageHeaders().Render(somebody, somebody, QByteArray());
+        EXPECT_EQ(headers.mid(headers.indexOf("\r\n") - 6, 8), offset);
+        const auto date = QDateTime::fromString(
+            QString::fromLatin1(headers.mid(6, headers.indexOf("\r\n") - 6)), Qt::RFC2822Date);
+        EXPECT_LE(std::abs(date.toSecsSinceEpoch() - earliest), 2) << "the same moment anywhere";
+    }
+    before.isNull() ? qunsetenv("TZ") : qputenv("TZ", before);
+    ::tzset();
+}
+#endif
+
+TEST_F(MimeMessageTest, VersionStandsOnceWhateverTheMessageHolds) {
+    const Mailbox somebody = ParseMailbox(u"ed@x.org"_s);
+    const QByteArray whole = MessageHeaders().Render(somebody, somebody, QByteArray()) +
+                             Encode(u"text"_s, {Write(u"a.txt"_s, "a"), Write(u"b.eml"_s, "b")});
+    EXPECT_EQ(whole.count("MIME-Version:"), 1);
+    EXPECT_EQ(whole.count("Message-ID:"), 1);
+    EXPECT_EQ(whole.count("Date:"), 1);
+}
+
 TEST_F(MimeMessageTest, DateIsWrittenInTheFormOfMail) {
     const Mailbox somebody = ParseMailbox(u"ed@x.org"_s);
     const QString headers = QString::fromLatin1(MessageHeaders().Render(somebody, somebody, QByteArray()));

@@ -307,11 +307,13 @@ TEST(SMTPWaitTest, ObjectDestroyedDuringAConnectThatNobodyAnswersIsGoneAtOnce) {
     }
     Sender sender(listener.serverPort());
     QString told;
-    QObject::connect(&sender.Component(), &Mailer::Waiting, [&](const QString &what) { told = what; });
-    sender.Component().SetPatience(20);
+    OSSMTP::SMTP smtp(sender.Account);
+    smtp.SetPatience(20);
+    QObject::connect(&smtp, &Mailer::Waiting, [&](const QString &what) { told = what; });
+    smtp.Submit({std::make_shared<const MailMessage>(sender.Message), kAnn});
     sender.Submit(kAnn);
     EXPECT_TRUE(WaitUntil([&] { return !told.isEmpty(); }));
-    EXPECT_EQ(told, u"Waiting for a connection to [127.0.0.1], 60 seconds at most"_s);
+    EXPECT_EQ(told, u"Waiting for a connection to [127.0.0.1], 30 seconds at most"_s);
     sender.Leave();
     EXPECT_EQ(sender.Outcomes.size(), 0U);
 }
