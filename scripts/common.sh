@@ -10,20 +10,21 @@ build_packages=(
     g++ cmake ninja-build
     qt6-base-dev qt6-svg-dev libqt6svg6 libgl-dev pkg-config
     libgsasl-dev # signing in to mail servers
+    qtkeychain-qt6-dev # the system's keyring
     libgtest-dev libgmock-dev libbenchmark-dev
     fp-utils # the compiler of the help file
 )
 # shellcheck disable=SC2034
 # Needed to run the tests besides: real mail servers, a display, the checkers of the packaging.
 test_packages=(
-    python3 iproute2 postfix dovecot-pop3d
+    python3 iproute2 postfix dovecot-pop3d openssl
     xvfb xauth fonts-dejavu-core
     desktop-file-utils appstream man-db dpkg-dev file
     clang-format clang-tidy shellcheck pyflakes3
 )
 # shellcheck disable=SC2034
 # Needed to show the demonstration besides.
-demo_packages=(python3 iproute2 postfix dovecot-pop3d fonts-dejavu-core)
+demo_packages=(python3 iproute2 postfix dovecot-pop3d openssl fonts-dejavu-core)
 # The commands by which another distribution is judged, where packages have other names.
 needed_commands=(c++ cmake ninja)
 

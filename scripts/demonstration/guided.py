@@ -18,6 +18,8 @@ machine, and your own profiles are not touched.
   Messages         "Compose..." in the first menu. There is a file to attach: {attachment}
   What is sent     arrives in {mail}, one folder for each address; any address will do.
                    One subscriber is gone, as happens in life: {gone}.
+  The servers      want a name and a password on an encrypted connection, as a provider's do: "Test" in the
+                   preferences shows how that goes.
   The trial copy   {program} (lists, settings and logs below "profiles")
 
 Close the main window to end the demonstration.
@@ -85,6 +87,7 @@ def _tell_end(place, world):
 def guide(place):
     """Runs until the main window is closed; returns the exit code."""
     with MailWorld(place.mail) as world:
+        place.trust(world.certificate.fingerprint())
         print(BEFORE.format(letters=len(sample_requests.letters()), requests=sample_requests.MAILBOX,
                             attachment=place.shown(place.attachment), mail=place.shown(place.mail),
                             gone=GONE, program=place.shown(place.program_folder)), flush=True)

@@ -4,9 +4,10 @@ import dataclasses
 import email
 import email.policy
 import pathlib
+import tempfile
 
 import sample_requests
-from mailhost import Dovecot, Postfix, wait_until
+from mailhost import Certificate, Dovecot, Postfix, wait_until
 
 USER, PASSWORD = "requests", "marigold"  # as in the sample profile
 GONE = "moved.away@garden.example"  # on a list, but the server knows no such mailbox
@@ -27,16 +28,18 @@ class Arrival:
 
 
 class MailWorld:
-    """Both servers. Use it in a `with`: they end with it. `folder` is where copies of what arrives are kept, because
+    """Both servers, which encrypt and want a name and a password. Use it in a `with`: they end with it. `folder` is where copies of what arrives are kept, because
     the servers' own folders are not for everybody to read, and go at the end."""
 
     def __init__(self, folder):
         self.folder = pathlib.Path(folder)
-        self.postfix = Postfix(domains=(), refused=[GONE])
+        self._secrets = tempfile.TemporaryDirectory(prefix="varlo-certificate-")
+        self.certificate = Certificate(self._secrets.name)
+        self.dovecot = Dovecot({USER: PASSWORD}, certificate=self.certificate)
+        self.postfix = Postfix(domains=(), refused=[GONE], certificate=self.certificate, sasl=self.dovecot.sasl)
         # Whatever address the newcomer types is one of this server's own, so that no message ever looks for a way out.
         self.postfix.settings.update({"virtual_mailbox_domains": "static:all",
                                       "virtual_mailbox_maps": "static:everybody/"})
-        self.dovecot = Dovecot({USER: PASSWORD})
         self.requests = self.dovecot.mailboxes[USER]
         self._seen = {}
 
@@ -57,6 +60,7 @@ class MailWorld:
     def stop(self):
         self.dovecot.stop()
         self.postfix.stop()
+        self._secrets.cleanup()
 
     def collect(self):
         """Copies what arrived since the last call; returns it."""

@@ -120,6 +120,8 @@ void frmMain::Form_Load() {
     PrepareProfile(session_, trap);
     WriteSessionMarkers(session_, u" SESSION STARTED"_s, trap);
     session_.AllSettings.Load(trap);
+    if (options_.Passwords)
+        options_.Passwords->Load();
     LoadMainSettings(trap);
     trap([&] { page_->Current().RefreshListNames(); });
     page_->UpdateControls();

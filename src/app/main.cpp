@@ -14,6 +14,7 @@
 #include "core/Reporting.h"
 #include "core/SendingAccount.h"
 #include "core/WidgetDialogs.h"
+#include "net/SystemKeyring.h"
 #include "net/frmTrust.h"
 #include "pop3/MailboxTest.h"
 #include "smtp/SMTP.h"
@@ -47,7 +48,7 @@ std::unique_ptr<varlo::Mailer> MakeSmtpMailer(const varlo::MailAccount &account)
     return std::make_unique<OSSMTP::SMTP>(account);
 }
 
-varlo::OptionsDoor MakeOptionsDoor() {
+varlo::OptionsDoor MakeOptionsDoor(varlo::net::Passwords &passwords) {
     return {.SendingTest =
                 [](const varlo::Preferences &typed) {
                     return std::make_unique<OSSMTP::SendingTest>(varlo::SendingAccount(typed));
@@ -57,7 +58,8 @@ varlo::OptionsDoor MakeOptionsDoor() {
                     return std::make_unique<varlo::MailboxTest>(varlo::MailboxAccount(typed),
                                                                 varlo::MailboxEndpoint(typed));
                 },
-            .AskTrust = varlo::AskTrustInWindow};
+            .AskTrust = varlo::AskTrustInWindow,
+            .Passwords = &passwords};
 }
 
 // The program from the choice of a profile to the end of the main window.
@@ -76,7 +78,7 @@ public:
 
 private:
     void LoadMain() {
-        main_ = std::make_unique<varlo::frmMain>(session_, MakeSmtpMailer, MakeOptionsDoor());
+        main_ = std::make_unique<varlo::frmMain>(session_, MakeSmtpMailer, MakeOptionsDoor(passwords_));
         ending_ = std::make_unique<varlo::Ending>(session_, *main_);
         QObject::connect(ending_.get(), &varlo::Ending::Ended, qApp, &QCoreApplication::quit);
         main_->Form_Load();
@@ -94,6 +96,7 @@ private:
     }
 
     varlo::Session &session_;
+    varlo::net::Passwords passwords_{session_, std::make_unique<varlo::net::SystemKeyring>()};
     varlo::frmProfile profiles_;
     varlo::EndSignals signals_;
     std::unique_ptr<varlo::frmMain> main_;

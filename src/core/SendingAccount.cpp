@@ -20,6 +20,11 @@ QString Trouble(const QString &what, const QString &value) {
            "anything is sent."_s.arg(what, value);
 }
 
+QString KeyringTrouble(const Session &session) {
+    const bool isNeeded = !session.Prefs.SMTPUsername.isEmpty() && session.Prefs.SMTPPassword.isEmpty();
+    return isNeeded && session.PasswordTrouble ? session.PasswordTrouble() : QString();
+}
+
 // Any other number, as the preferences window shows it: automatic.
 MailSecurity SecurityOf(int stored) {
     constexpr int kStartTls = 1;
@@ -57,6 +62,8 @@ QString TroubleWithAccount(const Session &session) {
         return Trouble(u"e-mail address"_s, address);
     if (session.Prefs.SMTPPort < 1)
         return Trouble(u"SMTP port"_s, QString::number(session.Prefs.SMTPPort));
+    if (const QString trouble = KeyringTrouble(session); !trouble.isEmpty())
+        return trouble;
     if (!session.Prefs.SMTPUsername.isEmpty() && session.Prefs.SMTPPassword.isEmpty())
         return u"There is no password for the username [%1] of the e-mail sending preferences. Please enter "
                u"it "

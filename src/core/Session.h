@@ -47,6 +47,9 @@ public:
     Preferences &Prefs;    // what of it is held in memory; who uses it includes core/Preferences.h
     StatusFeed Status;
     Dialogs &Boxes;
+    // Why the passwords that the system's keyring keeps are not here, as sentences for the operator; empty when they
+    // are, or when it keeps none. Asking asks the keyring again. Nothing stands here while nobody answers.
+    std::function<QString()> PasswordTrouble;
     bool AppExiting = false; // the main window is unloading
     // The logs that could not be written since the operator's last action, with the number of the error.
     mutable QMap<QString, int> LogTrouble;

@@ -64,6 +64,11 @@ void Pop3Check::Start() {
 void Pop3Check::Begin() {
     const Preferences &values = ReadMailbox(session_.AllSettings);
     const Pop3Account account = MailboxAccount(values);
+    const bool mayBeInKeyring = account.Password.isEmpty() && session_.PasswordTrouble;
+    if (const QString trouble = mayBeInKeyring ? session_.PasswordTrouble() : QString(); !trouble.isEmpty()) {
+        session_.Boxes.MsgBox(trouble, BoxButtons::Ok, BoxIcon::Exclamation);
+        return;
+    }
     if (account.Server.isEmpty() || account.UserName.isEmpty() || account.Password.isEmpty()) {
         session_.Boxes.MsgBox(u"You must configure your POP3 server, username and password from "
                               "preferences before you can use this feature."_s,

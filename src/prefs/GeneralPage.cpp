@@ -25,10 +25,15 @@ GeneralPage::GeneralPage(Session &session)
     logging->addWidget(chkLogStatus);
     logging->addWidget(chkLogEmails);
     logging->addWidget(NewMaintenance(session));
+    auto *chkKeyring = NewCheckBox("chkKeyring", u"&Keep passwords in the system's keyring"_s,
+                                   u"Check this box to keep passwords out of the file of the preferences"_s);
+    auto *passwords = NewLayout<QVBoxLayout>(AddGroup(Group::Passwords, u"Passwords"_s));
+    passwords->addWidget(chkKeyring);
     AddStretch();
     Tie(chkNotify, &Preferences::Notify);
     Tie(chkLogStatus, &Preferences::LogStatus);
     Tie(chkLogEmails, &Preferences::LogEmails);
+    Tie(chkKeyring, &Preferences::Keyring);
 }
 
 QWidget *GeneralPage::NewMaintenance(Session &session) {

@@ -1,6 +1,7 @@
 // What the Preferences window needs of the rooms that it does not know.
 #pragma once
 
+#include "net/Passwords.h"
 #include "net/ServerTest.h"
 
 #include <functional>
@@ -16,6 +17,7 @@ struct OptionsDoor {
     MakeServerTest SendingTest; // of the account in `typed`
     MakeServerTest MailboxTest;
     net::AskTrust AskTrust;
+    net::Passwords *Passwords = nullptr; // without it no keyring can be chosen
 };
 
 } // namespace varlo

@@ -9,19 +9,6 @@
 
 namespace varlo {
 
-namespace {
-
-// Two fields in one row: the page has little height left.
-void AddPair(QGridLayout *grid, int row, const QString &first, QWidget *one, const QString &second,
-             QWidget *other) {
-    grid->addWidget(NewLabel(first, one), row, 0);
-    grid->addWidget(one, row, 1);
-    grid->addWidget(NewLabel(second, other), row, 2);
-    grid->addWidget(other, row, 3);
-}
-
-} // namespace
-
 SendingPage::SendingPage()
     : PreferencesPage(Page::Sending, u"E-mail Sending"_s, u"Configure your SMTP e-mail account"_s) {
     AddSecurity(AddAccount());
@@ -55,11 +42,18 @@ void SendingPage::AddSecurity(QLineEdit *port) {
     auto *cmbSMTPSignIn =
         NewChoice("cmbSMTPSignIn", {u"Password"_s, u"Token"_s}, u"What stands in the password box"_s);
     SuggestPorts(cmbSMTPSecurity, port, {u"25"_s, u"587"_s, u"465"_s});
-    auto *grid = NewLayout<QGridLayout>(AddGroup(Group::SendingSecurity, u"Security"_s));
-    AddPair(grid, 0, u"En&cryption:"_s, cmbSMTPSecurity, u"&Username:"_s, txtSMTPUsername);
-    AddPair(grid, 1, u"Si&gn in with:"_s, cmbSMTPSignIn, u"P&assword:"_s, txtSMTPPassword);
-    grid->addWidget(NewTestButton("cmdSMTPTest", u"Connect and sign in without sending anything"_s), 1, 4);
-    grid->setColumnStretch(3, 1);
+    auto *choices = new QHBoxLayout;
+    choices->addWidget(cmbSMTPSecurity);
+    choices->addWidget(NewLabel(u"Si&gn in with:"_s, cmbSMTPSignIn));
+    choices->addWidget(cmbSMTPSignIn);
+    choices->addStretch();
+    auto *last = new QHBoxLayout;
+    last->addWidget(txtSMTPPassword, 1);
+    last->addWidget(NewTestButton("cmdSMTPTest", u"Connect and sign in without sending anything"_s));
+    QFormLayout *rows = NewRows(AddGroup(Group::SendingSecurity, u"Security"_s));
+    rows->addRow(NewLabel(u"En&cryption:"_s, cmbSMTPSecurity), choices);
+    rows->addRow(NewLabel(u"&Username:"_s, txtSMTPUsername), txtSMTPUsername);
+    rows->addRow(NewLabel(u"P&assword:"_s, txtSMTPPassword), last);
     Tie(cmbSMTPSecurity, &Preferences::SMTPSecurity);
     Tie(txtSMTPUsername, &Preferences::SMTPUsername);
     Tie(txtSMTPPassword, &Preferences::SMTPPassword);

@@ -14,6 +14,7 @@
 #include "prefs/SendingPage.h"
 
 #include <QListWidget>
+#include <QPointer>
 #include <QPushButton>
 #include <QStackedWidget>
 
@@ -22,7 +23,8 @@
 namespace varlo {
 
 frmOptions::frmOptions(Session &session, OptionsDoor door, QWidget *parent)
-    : QDialog(parent), session_(session), door_(std::move(door)) {
+    : QDialog(parent), session_(session), door_(std::move(door)),
+      hadPasswords_(!door_.Passwords || door_.Passwords->AreHere()) {
     CreateControls();
     LayOut();
     Connect();
@@ -114,7 +116,9 @@ std::optional<Preferences> frmOptions::Typed() {
 
 // Wanted: when a number cannot be converted, the General page is stored already, and the account is set in
 // memory as far as the fields before the number go. The latter is taken back when the window is left.
-void frmOptions::StoreGeneral(const Preferences &typed) {
+// Where the passwords are is not stored then: they would be lost on the way.
+void frmOptions::StoreGeneral(Preferences typed) {
+    typed.Keyring = session_.Prefs.Keyring;
     Trapped(session_, u"Prefs.Save"_s, [&] {
         session_.AllSettings.Store(typed, "General");
         before_ = std::exchange(session_.Prefs, typed);
@@ -204,17 +208,52 @@ void frmOptions::cmdOK_Click() {
     if (RefusesLongText())
         return;
     if (const auto typed = Typed()) {
-        if (Trapped(session_, u"Prefs.Save"_s, [&] { session_.AllSettings.Store(*typed); }))
-            accept();
-        return;
+        return typed->Keyring == 1 ? StoreInKeyring(*typed) : Finish(*typed);
     }
     for (const PreferencesPage *page : pages_)
         if (QWidget *field = page->FieldThatIsNoNumber())
             return ShowField(field);
 }
 
+// The keyring may ask the operator something, so this window waits, and can still be left.
+void frmOptions::StoreInKeyring(Preferences typed) {
+    if (!door_.Passwords) {
+        session_.Boxes.MsgBox(u"This system has no keyring. The passwords stay where they are."_s,
+                              BoxButtons::Ok, BoxIcon::Exclamation);
+        return;
+    }
+    net::Passwords::Name(typed);
+    isStoring_ = true;
+    cmdOK->setEnabled(false);
+    stack_->setEnabled(false);
+    const QPointer<frmOptions> alive(this);
+    door_.Passwords->Keep(typed, hadPasswords_, [this, alive, typed](const QString &trouble) {
+        if (!alive || !std::exchange(isStoring_, false))
+            return;
+        cmdOK->setEnabled(true);
+        stack_->setEnabled(true);
+        if (trouble.isEmpty())
+            Finish(typed);
+        else
+            session_.Boxes.MsgBox(trouble, BoxButtons::Ok, BoxIcon::Exclamation);
+    });
+}
+
+void frmOptions::Finish(const Preferences &typed) {
+    const bool wasInKeyring = session_.Prefs.Keyring == 1;
+    const QString name = session_.Prefs.KeyringName;
+    if (!Trapped(session_, u"Prefs.Save"_s, [&] { session_.AllSettings.Store(typed); }))
+        return;
+    if (wasInKeyring && typed.Keyring != 1 && hadPasswords_ && door_.Passwords)
+        door_.Passwords->Forget(name);
+    if (typed.Keyring == 1 && !hadPasswords_)
+        door_.Passwords->Load();
+    accept();
+}
+
 void frmOptions::reject() {
     TakeBack();
+    isStoring_ = false;
     QDialog::reject();
 }
 

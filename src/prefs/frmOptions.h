@@ -38,7 +38,9 @@ private:
 
     // What is typed, or nothing: then the General page is stored and the error is reported.
     std::optional<Preferences> Typed();
-    void StoreGeneral(const Preferences &typed);
+    void StoreGeneral(Preferences typed);
+    void StoreInKeyring(Preferences typed);
+    void Finish(const Preferences &typed);
     void TakeBack();
     bool RefusesLongText();
     void ShowField(QWidget *field);
@@ -56,6 +58,8 @@ private:
     Session &session_;
     const OptionsDoor door_;
     std::vector<PreferencesPage *> pages_;
+    const bool hadPasswords_;           // what is shown of them is what there is
+    bool isStoring_ = false;            // the keyring has not answered yet
     std::optional<Preferences> before_; // what is to be held when the window is left after a failed OK
 
     QListWidget *lstOptions = nullptr;

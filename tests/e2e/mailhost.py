@@ -2,11 +2,13 @@
 
 import email
 import email.policy
+import hashlib
 import os
 import pathlib
 import shutil
 import signal
 import socket
+import ssl
 import subprocess
 import tempfile
 import time
@@ -34,6 +36,30 @@ showq     unix       n - n - - showq
 flush     unix       n - n 1000? 0 flush
 postlog   unix-dgram n - n - 1 postlogd
 """
+
+
+# Encrypted, and only for those who sign in: after STARTTLS on 587, from the first byte on 465.
+SUBMISSION_CF = """\
+127.0.0.1:587 inet n - n - - smtpd -o smtpd_tls_security_level=encrypt {sasl}
+127.0.0.1:465 inet n - n - - smtpd -o smtpd_tls_wrappermode=yes {sasl}
+"""
+SASL = ("-o smtpd_sasl_auth_enable=yes -o smtpd_sasl_type=dovecot -o smtpd_sasl_path={socket} -o smtpd_tls_auth_only=yes "
+        "-o smtpd_client_restrictions=permit_sasl_authenticated,reject")
+
+
+class Certificate:
+    """A certificate that nobody has signed, made anew, for 127.0.0.1 and the names. The folder is the caller's."""
+
+    def __init__(self, folder, names=("mail.test",)):
+        self.file, self.key = pathlib.Path(folder) / "certificate.pem", pathlib.Path(folder) / "key.pem"
+        alternatives = ",".join(["IP:127.0.0.1", *(f"DNS:{name}" for name in names)])
+        subprocess.run([need("openssl"), "req", "-x509", "-newkey", "ec", "-pkeyopt", "ec_paramgen_curve:prime256v1",
+                        "-nodes", "-days", "2", "-subj", f"/CN={names[0]}", "-addext", f"subjectAltName={alternatives}",
+                        "-keyout", str(self.key), "-out", str(self.file)], check=True, capture_output=True)
+
+    def fingerprint(self):
+        """The SHA-256 in hexadecimal digits."""
+        return hashlib.sha256(ssl.PEM_cert_to_DER_cert(self.file.read_text())).hexdigest()
 
 
 def wait_until(condition, seconds, what):
@@ -162,12 +188,14 @@ class Postfix(Server):
     """Takes mail for every address of its domains. What has no mailbox of its own lies in the box `everybody`.
 
     `mailboxes` are addresses with a mailbox each, `refused` are refused with 550 at RCPT, `settings` are more lines
-    of main.cf, such as {"smtpd_discard_ehlo_keywords": "pipelining"}.
+    of main.cf, such as {"smtpd_discard_ehlo_keywords": "pipelining"}. With a `certificate` and the `sasl` of a
+    Dovecot it listens on the ports 587 and 465, too, for the users of that one.
     """
 
     def __init__(self, domains=("list.test", "other.test", "sender.test"), mailboxes=(), refused=(), settings=None,
-                 port=25, folder=None):
+                 port=25, folder=None, certificate=None, sasl=None):
         super().__init__(folder)
+        self.certificate, self.sasl = certificate, sasl
         self.domains, self.refused, self.port = list(domains), list(refused), port
         self.settings = dict(settings or {})
         self._mail = self.folder / "mail"
@@ -201,7 +229,8 @@ class Postfix(Server):
         boxes += [f"@{domain} everybody/" for domain in self.domains]
         self._write("mailboxes", boxes)
         self._write("refused", [f"{address} 550 5.1.1 No such user here" for address in self.refused])
-        (self._config / "master.cf").write_text(MASTER_CF.format(port=self.port))
+        submission = SUBMISSION_CF.format(sasl=SASL.format(socket=self.sasl)) if self.certificate else ""
+        (self._config / "master.cf").write_text(MASTER_CF.format(port=self.port) + submission)
         lines = {
             "compatibility_level": "3.6",
             "queue_directory": self.folder / "queue",
@@ -224,6 +253,8 @@ class Postfix(Server):
             "message_size_limit": "104857600",
             "smtpd_recipient_restrictions":
                 f"check_recipient_access texthash:{self._config}/refused, reject_unauth_destination",
+            **({"smtpd_tls_cert_file": self.certificate.file, "smtpd_tls_key_file": self.certificate.key}
+               if self.certificate else {}),
             **self.settings,
         }
         self._write("main.cf", [f"{key} = {value}" for key, value in lines.items()])
@@ -254,10 +285,12 @@ class Postfix(Server):
 
 
 class Dovecot(Server):
-    """Serves mailboxes by POP3. `users` is a dictionary from user name to password."""
+    """Serves mailboxes by POP3. `users` is a dictionary from user name to password. With a `certificate` it offers
+    STLS, encrypts on port 995, and says to a Postfix at `sasl` who may send."""
 
-    def __init__(self, users, mailboxes=None, settings="", port=110, folder=None):
+    def __init__(self, users, mailboxes=None, settings="", port=110, folder=None, certificate=None):
         super().__init__(folder)
+        self.certificate, self.sasl = certificate, self.folder / "sasl"
         self.users, self.port, self.settings = dict(users), port, settings
         # A mailbox given here (one of Postfix's) is served under that user's name.
         self.mailboxes = {user: (mailboxes or {}).get(user) or Maildir(self.folder / "mail" / user) for user in users}
@@ -288,8 +321,8 @@ state_dir = {self.folder}/state
 log_path = {self.folder}/dovecot.log
 protocols = pop3
 listen = 127.0.0.1
-ssl = no
-disable_plaintext_auth = no
+{self._encryption()}
+disable_plaintext_auth = {"yes" if self.certificate else "no"}
 first_valid_uid = 1
 passdb {{
   driver = passwd-file
@@ -305,7 +338,7 @@ service pop3-login {{
     port = {self.port}
   }}
   inet_listener pop3s {{
-    port = 0
+    port = {995 if self.certificate else 0}
   }}
 }}
 service anvil {{
@@ -313,6 +346,20 @@ service anvil {{
 }}
 {self.settings}
 """
+
+    def _encryption(self):
+        if not self.certificate:
+            return "ssl = no"
+        return f"""\
+ssl = required
+ssl_cert = <{self.certificate.file}
+ssl_key = <{self.certificate.key}
+auth_mechanisms = plain login cram-md5 scram-sha-256
+service auth {{
+  unix_listener {self.sasl} {{
+    mode = 0666
+  }}
+}}"""
 
     def log(self):
         path = self.folder / "dovecot.log"

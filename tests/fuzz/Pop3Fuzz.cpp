@@ -1,5 +1,5 @@
-// A server that says anything, in chunks of any size. The first byte is the setting for unrelated messages;
-// then each chunk follows a byte with its length. The length 0 is a click for a new check, the longest one
+// A server that says anything, in chunks of any size. The first byte is the setting for unrelated messages, and
+// whether the line is to be encrypted; then each chunk follows a byte with its length. The length 0 is a click for a new check, the longest one
 // repeats its chunk.
 
 #include "core/Literals.h"
@@ -22,11 +22,14 @@ using State = Pop3Session::State;
 // Runs the session as the program does, next to a model that keeps the whole text and searches all of it.
 class Model {
 public:
-    explicit Model(int deleteUnrelated) : deleteUnrelated_(deleteUnrelated) { Click(); }
+    Model(int deleteUnrelated, bool startsTls) : deleteUnrelated_(deleteUnrelated), startsTls_(startsTls) {
+        Click();
+    }
 
     void Click() {
         requests_ = Requests();
-        const Pop3Effects effects = session_.Start({u"h"_s, u"joe"_s, u"secret"_s, deleteUnrelated_});
+        const Pop3Effects effects =
+            session_.Start({u"h"_s, u"joe"_s, u"secret"_s, deleteUnrelated_, startsTls_});
         Require(effects.size() == 3 && session_.CurrentState() == State::Greeting, "a click starts anew");
     }
 
@@ -43,6 +46,8 @@ public:
         CheckText(chunk, before, effects);
         if (!effects.empty() && effects.back().What == Kind::Examine)
             Examine(effects.back().Text);
+        if (session_.CurrentState() == State::Encrypting)
+            Encrypt(chunk);
         if (!effects.empty() &&
             (effects.front().What == Kind::Close || effects.back().What == Kind::ReplyBox ||
              effects.back().What == Kind::Capture))
@@ -63,6 +68,15 @@ private:
             if (effect.What == Kind::Log && effect.Text.startsWith(u"PASS"_s))
                 Require(effect.Text == u"PASS ********"_s, "the password is never logged");
         }
+    }
+
+    // What was said in the clear is said once more, by somebody between the server and here.
+    void Encrypt(const QByteArray &chunk) {
+        Require(session_.DataArrival(chunk).empty(), "nothing counts before the handshake");
+        const Pop3Effects effects = session_.Encrypted();
+        CheckEffects(effects);
+        Require(effects.size() == 3 && effects[1].Text == u"USER joe"_s,
+                "the user comes after the handshake");
     }
 
     void CheckRefusal(const Pop3Effects &effects, State before) const {
@@ -89,7 +103,11 @@ private:
         const bool failed = !effects.empty() && effects.back().What == Kind::Raise;
         switch (before) {
         case State::Greeting:
-            return Require(after == State::UserSent, "greeted");
+            return Require(after == (startsTls_ ? State::StlsSent : State::UserSent), "greeted");
+        case State::StlsSent:
+            return Require(after == State::Encrypting, "encryption");
+        case State::Encrypting:
+            return Require(false, "no reply is awaited then");
         case State::UserSent:
             return Require(after == State::PassSent, "user");
         case State::PassSent:
@@ -141,6 +159,7 @@ private:
     Pop3Session session_;
     Requests requests_;
     const int deleteUnrelated_;
+    const bool startsTls_;
     QByteArray text_;
 };
 
@@ -150,7 +169,9 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
     constexpr int longest = 255;
     constexpr int repeats = 160; // a chunk of 254 bytes so becomes longer than a header block may be
     fuzz::Input input(data, size);
-    Model model(input.Byte() % 3 - 1);
+    constexpr int kTls = 128;
+    const int settings = input.Byte();
+    Model model(settings % kTls % 3 - 1, settings >= kTls);
     int repeated = 0;
     while (!input.AtEnd()) {
         const int length = input.Byte();

@@ -56,8 +56,7 @@ TEST_F(frmServerTestTest, BeginsAtOnceAndShowsStepsAndDialogue) {
     EXPECT_EQ(Steps(), QStringList());
     Last->Connect();
     Last->End({});
-    EXPECT_EQ(Steps(), (QStringList{u"Connected to [mail.test], port 25."_s,
-                                    u"Everything worked."_s}));
+    EXPECT_EQ(Steps(), (QStringList{u"Connected to [mail.test], port 25."_s, u"Everything worked."_s}));
     EXPECT_EQ(Dialogue(), u"< 220 hi\n> EHLO [127.0.0.1]"_s);
     EXPECT_TRUE(Button("cmdTrust")->isHidden());
     EXPECT_TRUE(Button("cmdAllow")->isHidden());

@@ -15,6 +15,9 @@
 #include "lists/frmCompare.h"
 #include "lists/frmExport.h"
 #include "lists/frmImport.h"
+#include "net/FakeServerTest.h"
+#include "net/frmServerTest.h"
+#include "net/frmTrust.h"
 #include "pictures/SampleProfile.h"
 #include "pictures/Snapshot.h"
 #include "prefs/frmOptions.h"
@@ -76,6 +79,7 @@ public:
         TakeBulk();
         TakeCompose();
         TakeOptions();
+        TakeServerTest();
         frmAbout about(sample_.session);
         Take(about, "about");
         if (all_)
@@ -195,13 +199,36 @@ private:
     }
 
     void TakeOptions() {
-        frmOptions options(sample_.session, main_.get());
+        frmOptions options(sample_.session, {}, main_.get());
         const char *pages[] = {"options-general", "options-sending", "options-receiving",
                                "options-notification", "options-compose"};
         for (int page = 0; page < 5; ++page) {
             Find<QListWidget>(options, "lstOptions")->setCurrentRow(page);
             Take(options, pages[page]);
         }
+    }
+
+    // A test that met a certificate of nobody known.
+    void TakeServerTest() {
+        const net::Certificate shown{u"mail.garden.example"_s, u"Garden Club"_s,
+                                     QDateTime(QDate(2026, 1, 2), QTime(), Qt::UTC),
+                                     QDateTime(QDate(2036, 1, 2), QTime(), Qt::UTC), QByteArray(32, '\x4F')};
+        const QString why = u"The certificate is self-signed, and untrusted."_s;
+        FakeServerTest *made = nullptr;
+        frmServerTest test(u"Test of [mail.garden.example]"_s,
+                           {.Make =
+                                [&made] {
+                                    auto fake = std::make_unique<FakeServerTest>();
+                                    made = fake.get();
+                                    return fake;
+                                },
+                            .TrustIt = {},
+                            .AllowIt = {}});
+        made->Connect();
+        made->End({why, shown});
+        Take(test, "server-test");
+        frmTrust trust({u"mail.garden.example"_s, shown, why, false});
+        Take(trust, "trust");
     }
 
     // A new profile, as everybody sees it first.
@@ -211,7 +238,8 @@ private:
         frmMain empty(fresh.session, mailers_.Maker());
         empty.Form_Load();
         Take(empty, "main-empty");
-        frmAttach attach(fresh.session);
+        QStringList none{QString()};
+        frmAttach attach(fresh.session, none);
         Take(attach, "attach-empty");
         fresh.session.AppExiting = true;
         sample_.session.AppExiting = true;

@@ -28,6 +28,18 @@ TEST_F(Pop3CheckTest, MissingServerUserOrPasswordOpensThePreferences) {
     EXPECT_EQ(Console(), QStringList());
 }
 
+TEST_F(Pop3CheckTest, PasswordThatTheKeyringHasNotGivenIsToldAndNothingIsAskedFor) {
+    Set("POPPassword", QString());
+    profile.session.PasswordTrouble = [] { return u"The keyring is locked."_s; };
+    check->Start();
+    EXPECT_EQ(profile.Boxes.Texts(), QStringList{u"The keyring is locked."_s});
+    EXPECT_EQ(PreferencesOpened, 0);
+    profile.session.PasswordTrouble = [] { return QString(); };
+    check->Start();
+    EXPECT_EQ(profile.Boxes.Shown.back(), kNotConfigured);
+    EXPECT_EQ(PreferencesOpened, 1);
+}
+
 TEST_F(Pop3CheckTest, PortIsTheFixedOne) {
     EXPECT_EQ(Pop3Check::kPort, 110);
 }

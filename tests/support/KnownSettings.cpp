@@ -15,6 +15,8 @@ const auto kKnown = std::to_array<KnownSetting>({
     {0, "chkNotify", "Enable e-mail notification",
      "Check this box to notify subscribers/unsubscribers via e-mail",
      "General", "Notify", "32-bit", "0", "1", "held"},
+    {0, "chkKeyring", "Keep passwords in the system's keyring",
+     "Check this box to keep passwords out of the file of the preferences", "", "", "", "", "", ""},
     {-1, "", "", "", "General", "Keyring", "32-bit", "0", "1", "held"},
     {-1, "", "", "", "General", "KeyringName", "text", "", "0123-4567", "held"},
     {0, "cmbMaintenance", "Maintenance:", "", "", "", "", "", "", ""},
