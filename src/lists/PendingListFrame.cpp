@@ -3,6 +3,7 @@
 #include "core/Buttons.h"
 #include "core/Literals.h"
 #include "lists/AddressBox.h"
+#include "lists/CarefulClipboard.h"
 #include "lists/EntryListView.h"
 #include "lists/ListEditing.h"
 #include "lists/ListStore.h"
@@ -11,9 +12,7 @@
 
 #include <QBoxLayout>
 #include <QCheckBox>
-#include <QClipboard>
 #include <QGridLayout>
-#include <QGuiApplication>
 #include <QPushButton>
 #include <QTimer>
 
@@ -22,11 +21,6 @@ namespace varlo {
 namespace {
 
 constexpr int kCaptureInterval = 500; // milliseconds
-
-ClipboardAccess SystemClipboard() {
-    return {.Text = [] { return QGuiApplication::clipboard()->text(); },
-            .Clear = [] { QGuiApplication::clipboard()->clear(); }};
-}
 
 } // namespace
 
