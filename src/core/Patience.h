@@ -15,9 +15,10 @@ constexpr std::chrono::milliseconds kPatience(1000);
 constexpr std::chrono::milliseconds kBetweenTries(20);
 
 // Runs `attempt`, again and again for at most `patience` while it throws RuntimeError and `isHeld` says that
-// somebody stands in the way. The last failure is thrown on.
+// somebody stands in the way. Gives what it gives; the last failure is thrown on.
 template<typename Attempt, typename IsHeld>
-void Patiently(Attempt attempt, IsHeld isHeld, std::chrono::milliseconds patience = kPatience) {
+auto Patiently(Attempt attempt, IsHeld isHeld, std::chrono::milliseconds patience = kPatience)
+    -> decltype(attempt()) {
     const QDeadlineTimer deadline(patience);
     for (;;) {
         try {

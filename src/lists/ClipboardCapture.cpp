@@ -17,13 +17,17 @@ QString ClipboardCapture::Caption(int count) {
 
 void ClipboardCapture::Begin() {
     Trapped(session_, u"Main.cmdCapture"_s, [&] { StatusMessage(session_, u"E-mail address capture on"_s); });
-    clipboard_.Clear(); // what was copied before is not meant
+    Empty(); // what was copied before is not meant
 }
 
 void ClipboardCapture::End() {
     Trapped(session_, u"Main.cmdCapture"_s,
             [&] { StatusMessage(session_, u"E-mail address capture off"_s); });
-    clipboard_.Clear();
+    Empty();
+}
+
+void ClipboardCapture::Empty() {
+    Trapped(session_, u"Main.cmdCapture"_s, [this] { clipboard_.Clear(); });
 }
 
 QString ClipboardCapture::Tick() {

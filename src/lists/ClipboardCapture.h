@@ -9,7 +9,7 @@ namespace varlo {
 
 class ListStore;
 
-// The two operations on the system's clipboard that capture needs.
+// The two operations on the system's clipboard that capture needs. Both may throw RuntimeError; then nothing happened.
 struct ClipboardAccess {
     std::function<QString()> Text; // empty when there is no text
     std::function<void()> Clear;
@@ -31,6 +31,7 @@ public:
     static QString Caption(int count);
 
 private:
+    void Empty();
     void TakeText();
 
     Session &session_;

@@ -5,6 +5,7 @@
 #include "core/Literals.h"
 #include "import/AddressFinder.h"
 #include "lists/AddressBox.h"
+#include "lists/CarefulClipboard.h"
 #include "lists/EntryListView.h"
 #include "lists/ListEditing.h"
 #include "lists/ListStore.h"
@@ -14,9 +15,7 @@
 #include <QAccessible>
 #include <QBoxLayout>
 #include <QCheckBox>
-#include <QClipboard>
 #include <QGridLayout>
-#include <QGuiApplication>
 #include <QPushButton>
 #include <QTimer>
 
@@ -25,11 +24,6 @@ namespace varlo {
 namespace {
 
 constexpr int kCaptureInterval = 500; // milliseconds
-
-ClipboardAccess SystemClipboard() {
-    return {.Text = [] { return QGuiApplication::clipboard()->text(); },
-            .Clear = [] { QGuiApplication::clipboard()->clear(); }};
-}
 
 } // namespace
 

@@ -6,7 +6,7 @@ import re
 import shutil
 import tempfile
 
-from driver import Program
+from driver import Program, is_windows
 
 PROFILE = "Test"
 
@@ -26,7 +26,7 @@ class Application:
         self.folder = pathlib.Path(self._folder.name)
         self.profile = self.folder / "profiles" / PROFILE
         (self.profile / "lists").mkdir(parents=True)
-        shutil.copy(executable(), self.folder)
+        shutil.copy(executable(), self.folder / self._program_name())
         self._write_ini(self.folder / "global.ini", {"Profiles": {"AutoStart": 1, "ProfileCurrent": 0}})
         self._write_ini(self.profile / "prefs.ini", prefs or {})
         for name, addresses in (lists or {}).items():
@@ -39,6 +39,10 @@ class Application:
         self._folder.cleanup()
 
     @staticmethod
+    def _program_name():
+        return "varlo-pro.exe" if is_windows(executable()) else "varlo-pro"
+
+    @staticmethod
     def _write_ini(path, sections):
         lines = []
         for section, keys in sections.items():
@@ -48,7 +52,7 @@ class Application:
 
     def program(self, *arguments, environment=None):
         """The program, to be started by a `with`."""
-        return Program(self.folder / "varlo-pro", *arguments, environment=environment, cwd=self.folder)
+        return Program(self.folder / self._program_name(), *arguments, environment=environment, cwd=self.folder)
 
     def list_file(self, name):
         return self.profile / "lists" / f"{name}.vlo"

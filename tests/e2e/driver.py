@@ -34,12 +34,23 @@ def _preload(executable, library):
     return f"{asan.group(1)}:{library}" if asan else library
 
 
+def is_windows(executable):
+    return str(executable).endswith(".exe")
+
+
+def runner(executable):
+    """What a program has to be started with: Wine for one of Windows."""
+    return ["wine"] if is_windows(executable) else []
+
+
 class Program:
     """The running program. Use it in a `with`: it is killed at the end if it still runs then."""
 
     def __init__(self, executable, *arguments, platform="offscreen", environment=None, cwd=None):
         self.executable = str(executable)
         self.arguments = [str(argument) for argument in arguments]
+        if is_windows(executable) and platform == "offscreen":
+            platform = "windows"  # on the display of the environment
         self.environment = {"QT_QPA_PLATFORM": platform, **(environment or {})}
         self.cwd = cwd
         self._folder = tempfile.TemporaryDirectory(prefix="varlo-ui-")
@@ -61,27 +72,30 @@ class Program:
         self.stop()
 
     def start(self):
-        path = os.path.join(self._folder.name, "socket")
-        environment = {**os.environ, **self.environment, "LD_PRELOAD": _preload(self.executable, _library()),
-                       "VARLO_UIDRIVER_SOCKET": path}
-        self._process = subprocess.Popen([self.executable, *self.arguments], env=environment, cwd=self.cwd,
-                                         stdin=subprocess.DEVNULL, stdout=self._output, stderr=subprocess.STDOUT)
-        self._connect(path)
+        with socket.create_server(("127.0.0.1", 0)) as listener:
+            environment = {**os.environ, **self.environment, "VARLO_UIDRIVER_PORT": str(listener.getsockname()[1])}
+            if not is_windows(self.executable):  # there the driver is linked in
+                environment["LD_PRELOAD"] = _preload(self.executable, _library())
+            command = [*runner(self.executable), self.executable, *self.arguments]
+            self._process = subprocess.Popen(command, env=environment, cwd=self.cwd, stdin=subprocess.DEVNULL,
+                                             stdout=self._output, stderr=subprocess.STDOUT)
+            self._connect(listener)
 
-    def _connect(self, path):
+    def _connect(self, listener):
+        """Waits until the program calls back, which it does once its event loop runs."""
         deadline = time.monotonic() + 3 * SECONDS
+        listener.settimeout(0.1)
         while True:
-            self._socket = socket.socket(socket.AF_UNIX)
             try:
-                self._socket.connect(path)
+                self._socket = listener.accept()[0]
                 break
-            except OSError:
-                self._socket.close()
+            except TimeoutError:
+                pass
             if self._process.poll() is not None:
                 raise Ended(f"{self.executable} ended with {self._process.returncode}:\n{self.output()}")
             if time.monotonic() > deadline:
                 raise AssertionError(f"{self.executable} cannot be driven:\n{self.output()}")
-            time.sleep(0.01)
+        self._socket.setsockopt(socket.IPPROTO_TCP, socket.TCP_NODELAY, 1)
         self._lines = self._socket.makefile("r", encoding="utf-8")
 
     def stop(self):

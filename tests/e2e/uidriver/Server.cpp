@@ -7,7 +7,9 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QHash>
+#include <QHostAddress>
 #include <QJsonDocument>
+#include <QNetworkProxy>
 
 namespace varlo::e2e {
 
@@ -67,54 +69,46 @@ const QHash<QString, Doing (*)(const QJsonObject &)> &Doings() {
     return table;
 }
 
-void Reply(QLocalSocket *socket, const QJsonObject &command, bool ok, const char *key,
+void Reply(QTcpSocket &socket, const QJsonObject &command, bool ok, const char *key,
            const QJsonValue &value) {
     const QJsonObject reply{
         {u"id"_s, command.value(QLatin1String("id"))}, {u"ok"_s, ok}, {QLatin1String(key), value}};
-    socket->write(QJsonDocument(reply).toJson(QJsonDocument::Compact) + '\n');
-    socket->flush();
+    socket.write(QJsonDocument(reply).toJson(QJsonDocument::Compact) + '\n');
+    socket.flush();
 }
 
 } // namespace
 
-Server::Server(const QString &path, QObject *parent) : QObject(parent) {
-    connect(&server_, &QLocalServer::newConnection, this, &Server::TakeConnection);
-    if (!server_.listen(path))
-        qWarning("uidriver: %s", qPrintable(server_.errorString()));
+Server::Server(quint16 port, QObject *parent) : QObject(parent) {
+    connect(&socket_, &QTcpSocket::readyRead, this, &Server::ReadCommands);
+    connect(&socket_, &QTcpSocket::errorOccurred, this,
+            [this] { qWarning("uidriver: %s", qPrintable(socket_.errorString())); });
+    socket_.setProxy(QNetworkProxy::NoProxy);
+    socket_.setSocketOption(QAbstractSocket::LowDelayOption, 1);
+    socket_.connectToHost(QHostAddress::LocalHost, port);
 }
 
-void Server::TakeConnection() {
-    QLocalSocket *socket = server_.nextPendingConnection();
-    connect(socket, &QLocalSocket::readyRead, this, [this, socket] { ReadCommands(socket); });
-    connect(socket, &QLocalSocket::disconnected, socket, &QObject::deleteLater);
+void Server::ReadCommands() {
+    while (socket_.canReadLine())
+        Obey(QJsonDocument::fromJson(socket_.readLine()).object());
 }
 
-void Server::ReadCommands(QLocalSocket *socket) {
-    while (socket->canReadLine())
-        Obey(socket, QJsonDocument::fromJson(socket->readLine()).object());
-}
-
-void Server::Obey(QLocalSocket *socket, const QJsonObject &command) {
+void Server::Obey(const QJsonObject &command) {
     try {
         if (const auto make = Doings().value(Text(command, "do")))
-            Run(socket, command, make(command));
+            Run(command, make(command));
         else
-            Reply(socket, command, true, "value", Look(command));
+            Reply(socket_, command, true, "value", Look(command));
     } catch (const Refusal &refusal) {
-        Reply(socket, command, false, "error", refusal.Reason);
+        Reply(socket_, command, false, "error", refusal.Reason);
     }
 }
 
 // Two events in a row: where the first opens a box and waits in it, the second comes in the loop of that box.
-void Server::Run(QLocalSocket *socket, const QJsonObject &command, const Doing &doing) {
+void Server::Run(const QJsonObject &command, const Doing &doing) {
     QMetaObject::invokeMethod(this, doing, Qt::QueuedConnection);
     QMetaObject::invokeMethod(
-        this,
-        [socket = QPointer(socket), command] {
-            if (socket)
-                Reply(socket, command, true, "value", true);
-        },
-        Qt::QueuedConnection);
+        this, [this, command] { Reply(socket_, command, true, "value", true); }, Qt::QueuedConnection);
 }
 
 QJsonValue Server::Look(const QJsonObject &command) const {

@@ -1,13 +1,11 @@
-// Takes commands over a local socket and plays the operator of the program that it was loaded into.
+// Takes commands over a socket on loopback and plays the operator of the program that it was loaded into.
 #pragma once
 
 #include "Act.h"
 
 #include <QJsonObject>
-#include <QLocalServer>
-#include <QLocalSocket>
 #include <QObject>
-#include <QPointer>
+#include <QTcpSocket>
 
 namespace varlo::e2e {
 
@@ -19,17 +17,16 @@ class Server : public QObject {
     Q_OBJECT
 
 public:
-    // Listens at `path` while it lives.
-    Server(const QString &path, QObject *parent);
+    // Takes the commands of whoever listens at `port` while it lives.
+    Server(quint16 port, QObject *parent);
 
 private:
-    void TakeConnection();
-    void ReadCommands(QLocalSocket *socket);
-    void Obey(QLocalSocket *socket, const QJsonObject &command);
-    void Run(QLocalSocket *socket, const QJsonObject &command, const Doing &doing);
+    void ReadCommands();
+    void Obey(const QJsonObject &command);
+    void Run(const QJsonObject &command, const Doing &doing);
     QJsonValue Look(const QJsonObject &command) const;
 
-    QLocalServer server_;
+    QTcpSocket socket_;
 };
 
 } // namespace varlo::e2e
