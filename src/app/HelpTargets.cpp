@@ -102,7 +102,7 @@ QString HelpTargets::Page(const QString &window) {
         {u"frmCompose"_s, u"compose.html"_s},  {u"frmCompRecip"_s, u"recipients.html"_s},
         {u"frmAttach"_s, u"attach.html"_s},    {u"frmAbout"_s, u"about.html"_s},
         {u"frmImport"_s, u"task-in.html"_s},   {u"frmExport"_s, u"task-out.html"_s},
-        {u"frmCompare"_s, u"task-out.html"_s},
+        {u"frmCompare"_s, u"task-out.html"_s}, {u"frmHistory"_s, u"task-back.html"_s},
     };
     return pages.value(window);
 }

@@ -129,6 +129,11 @@ void CurrentListFrame::ChooseName(const QString &name) {
         ChooseList(index);
 }
 
+bool CurrentListFrame::OpenListOf(const QString &name) {
+    ChooseName(name);
+    return lists_.Open.Name() == name;
+}
+
 // The list that is open stays open, and the chooser says so: a save goes to the list that it names.
 void CurrentListFrame::ShowOpenList() {
     cmbMList->setCurrentIndex(

@@ -27,6 +27,9 @@ public:
     void TakeNewNames();
     // Chooses and so loads a list, also when it is the one that is open.
     void ChooseList(int index);
+    // The same by its name. False when it is not open then: there is none of the name, or the operator wanted the
+    // list that is left saved and that failed.
+    bool OpenListOf(const QString &name);
     int ChosenIndex() const;
     QStringList ListNames() const;
     QString ChosenName() const;

@@ -43,7 +43,7 @@ ListUndo::~ListUndo() {
 }
 
 bool ListUndo::Step::IsEmpty() const {
-    return !TouchesOpen() && !TouchesPending();
+    return std::all_of(Boxes.begin(), Boxes.end(), [](const RowsChange &change) { return change.IsEmpty(); });
 }
 
 // ---- Recording
@@ -75,6 +75,7 @@ void ListUndo::CloseTurn() {
     if (depth_ > 0)
         return;
     Step step = TakeStep();
+    step.After = open_.Revision();
     step.IsArrival = !step.TouchesOpen() && step.Boxes[kPending].Removed.isEmpty();
     step.Text = step.IsArrival ? u"Add Requests"_s : u"Change of the Lists"_s;
     CloseStep(std::move(step));

@@ -50,7 +50,8 @@ private:
         bool IsArrival = false; // requests that came by themselves: one step, however many
 
         bool IsEmpty() const;
-        bool TouchesOpen() const { return !Boxes[0].IsEmpty() || !Boxes[1].IsEmpty(); }
+        // Also when an address came and went again: the list has to be saved since.
+        bool TouchesOpen() const { return !Boxes[0].IsEmpty() || !Boxes[1].IsEmpty() || Before != After; }
         bool TouchesPending() const { return !Boxes[2].IsEmpty(); }
     };
 

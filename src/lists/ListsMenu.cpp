@@ -55,10 +55,12 @@ void ListsMenu::CreateUndoEntries() {
     mnuListsUndo->setShortcut(u"Ctrl+Z"_s);
     mnuListsRedo = AddEntry(this, "mnuListsRedo", u"&Redo"_s);
     mnuListsRedo->setShortcut(u"Ctrl+Y"_s);
+    AddLine(this, "mnuListsLine2");
+    mnuListsHistory = AddEntry(this, "mnuListsHistory", u"&History..."_s);
 }
 
 void ListsMenu::CreateBulkEntries() {
-    AddLine(this, "mnuListsLine2");
+    AddLine(this, "mnuListsLine3");
     mnuListsImport = AddEntry(this, "mnuListsImport", u"&Import Addresses..."_s);
     mnuListsImport->setShortcut(u"Ctrl+I"_s);
     mnuListsExport = AddEntry(this, "mnuListsExport", u"&Export..."_s);
@@ -84,6 +86,7 @@ void ListsMenu::ConnectEntries() {
     }
     connect(mnuListsUndo, &QAction::triggered, this, [this] { editing_.Undo(); });
     connect(mnuListsRedo, &QAction::triggered, this, [this] { editing_.Redo(); });
+    connect(mnuListsHistory, &QAction::triggered, this, &ListsMenu::HistoryWanted);
     connect(mnuListsCurrentSelAll, &QAction::triggered, this,
             [this] { editing_.SelectAll(lists_.VisibleBox()); });
     connect(mnuListsCurrentDeSelAll, &QAction::triggered, this,

@@ -28,6 +28,7 @@ Q_SIGNALS:
     void ImportWanted();
     void ExportWanted();
     void CompareWanted();
+    void HistoryWanted(); // mnuListsHistory
 
 private:
     void CreateCurrentMenu();
@@ -55,6 +56,7 @@ private:
     QAction *mnuListsCompare = nullptr;
     QAction *mnuListsUndo = nullptr;
     QAction *mnuListsRedo = nullptr;
+    QAction *mnuListsHistory = nullptr;
 };
 
 } // namespace varlo

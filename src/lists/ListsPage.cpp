@@ -1,7 +1,11 @@
 #include "lists/ListsPage.h"
 
+#include "core/Literals.h"
+#include "core/Reporting.h"
+#include "history/frmHistory.h"
 #include "lists/BulkWindows.h"
 #include "lists/CurrentListFrame.h"
+#include "lists/ListLibrary.h"
 #include "lists/ListsMenu.h"
 #include "lists/PendingListFrame.h"
 #include "lists/UnsavedOffer.h"
@@ -61,6 +65,7 @@ void ListsPage::ConnectControls() {
 
 void ListsPage::ConnectMenus() {
     const auto popUp = [](QMenu *menu) { return [menu](const QPoint &position) { menu->popup(position); }; };
+    connect(mnuLists_, &ListsMenu::HistoryWanted, this, &ListsPage::mnuListsHistory_Click);
     connect(fraCurrent_, &CurrentListFrame::SortMenuWanted, mnuLists_, popUp(mnuLists_->SortMenu()));
     connect(fraCurrent_, &CurrentListFrame::ContextMenuWanted, mnuLists_, popUp(mnuLists_->CurrentMenu()));
     connect(fraPending_, &PendingListFrame::ContextMenuWanted, mnuLists_, popUp(mnuLists_->PendingMenu()));
@@ -68,6 +73,32 @@ void ListsPage::ConnectMenus() {
     connect(mnuLists_, &ListsMenu::ExportWanted, bulk_, &BulkWindows::Export);
     connect(mnuLists_, &ListsMenu::CompareWanted, bulk_, &BulkWindows::Compare);
     connect(bulk_, &BulkWindows::ListMade, fraCurrent_, &CurrentListFrame::TakeNewNames);
+}
+
+void ListsPage::mnuListsHistory_Click() {
+    const OpenList::Hold hold(lists_.Open);
+    frmHistory window(session_, fraCurrent_->ListNames(), lists_.Open.Name(), this);
+    connect(&window, &frmHistory::BringBackWanted, this, &ListsPage::BringBack);
+    window.exec();
+}
+
+// A list that was deleted is a file again; what a list held comes back as a change that is not saved yet.
+void ListsPage::BringBack(const QString &list, const QStringList &entries) {
+    Trapped(session_, u"Main.mnuListsHistory"_s, [&] {
+        const bool isDeleted = !ListLibrary::Names(session_).contains(list);
+        if (isDeleted) {
+            ListLibrary::Write(session_, list, entries);
+            fraCurrent_->RefreshListNames();
+        }
+        if ((isDeleted || lists_.Open.Name() != list) && !fraCurrent_->OpenListOf(list))
+            return;
+        if (!isDeleted) {
+            const ListStep step(lists_.Undo, u"Bring Back Version"_s);
+            lists_.Open.ReplaceAll(entries.mid(0, EntryListModel::kMostEntries));
+        }
+        StatusMessage(session_, isDeleted ? u"Brought back list ["_s + list + u']'
+                                          : u"Brought back a version of ["_s + list + u']');
+    });
 }
 
 void ListsPage::ShowSortOrder() {

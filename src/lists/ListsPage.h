@@ -62,6 +62,8 @@ private:
     void SetLocked(bool locked);
     void PlaceFocus(const QWidget &instead);
     void ProcessIfFree();
+    void mnuListsHistory_Click();
+    void BringBack(const QString &list, const QStringList &entries);
     bool MayLeaveOpenList();
 
     Session &session_;

@@ -32,8 +32,6 @@ void OpenList::MarkSaved() {
 
 void OpenList::MarkUnsaved() {
     revision_ = ++lastRevision_;
-    if (name_.isEmpty()) // without an open list there is no file to differ from
-        MarkSaved();
     Touch();
 }
 
@@ -97,7 +95,7 @@ void OpenList::ReplaceAll(const QStringList &entries) {
 void OpenList::AddToVisibleOnly(const QStringList &entries) {
     const bool wasSaved = IsSaved();
     const auto counted = qScopeGuard([&] {
-        if (VisibleBox() != kChronological)
+        if (VisibleBox() != kChronological || entries.isEmpty())
             return; // what is to be saved is as before
         revision_ = ++lastRevision_;
         if (wasSaved)

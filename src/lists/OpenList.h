@@ -23,7 +23,8 @@ public:
     ListBox &Box(int box) { return boxes_[static_cast<size_t>(box)]; }
     const ListBox &Box(int box) const { return boxes_[static_cast<size_t>(box)]; }
     const QString &Name() const { return name_; } // empty when no list is open
-    bool IsSaved() const { return IsSavedRevision(revision_); }
+    // Without an open list there is no file to differ from.
+    bool IsSaved() const { return name_.isEmpty() || IsSavedRevision(revision_); }
 
     // A number for what the list holds, another one after each change that is to be saved.
     quint64 Revision() const { return revision_; }

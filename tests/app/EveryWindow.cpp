@@ -8,6 +8,8 @@
 #include "compose/frmCompRecip.h"
 #include "compose/frmCompose.h"
 #include "core/Literals.h"
+#include "history/KeepVersion.h"
+#include "history/frmHistory.h"
 #include "lists/ImportText.h"
 #include "lists/frmCompare.h"
 #include "lists/frmExport.h"
@@ -18,6 +20,7 @@
 #include <QListView>
 #include <QListWidget>
 #include <QPushButton>
+#include <QTreeWidget>
 #include <QtTest>
 #include <gtest/gtest.h>
 
@@ -73,6 +76,8 @@ std::unique_ptr<QWidget> OpenWindow::Make(const std::string &name) {
         return std::make_unique<frmCompRecip>(host_.ListNames());
     if (name == "frmAttach")
         return MakeAttach();
+    if (name == "frmHistory")
+        return MakeHistory();
     return MakeOptions(name.back() - '0');
 }
 
@@ -133,11 +138,24 @@ std::unique_ptr<QWidget> OpenWindow::MakeAttach() {
     return window;
 }
 
+// A list with two versions, one of them selected.
+std::unique_ptr<QWidget> OpenWindow::MakeHistory() {
+    for (const char *address : {"cy@example.org", "di@example.org"}) {
+        const QStringList entries{QString::fromLatin1(address)};
+        History::ReplaceKeeping(profile_.session, u"News"_s, u"Process Pending List"_s, entries,
+                                [&] { profile_.Write(u"lists/News.vlo"_s, QByteArray(address) + "\r\n"); });
+    }
+    auto window = std::make_unique<frmHistory>(profile_.session, host_.ListNames(), u"News"_s);
+    auto *versions = window->findChild<QTreeWidget *>(u"tblHistory"_s);
+    versions->setCurrentItem(versions->topLevelItem(1));
+    return window;
+}
+
 std::vector<std::string> WindowNames() {
     std::vector<std::string> names{"frmMain",          "frmMain_offer",   "frmProfile",   "frmConsole",
                                    "frmAbout",         "frmCompose",      "frmCompRecip", "frmAttach",
                                    "frmCompose_offer", "frmMain_several", "frmImport",    "frmExport",
-                                   "frmCompare"};
+                                   "frmCompare",       "frmHistory"};
     for (int page = 0; page < 5; ++page)
         names.push_back("frmOptions_" + std::to_string(page));
     return names;

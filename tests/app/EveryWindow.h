@@ -50,6 +50,7 @@ private:
     std::unique_ptr<QWidget> MakeImport();
     std::unique_ptr<QWidget> MakeCompose();
     std::unique_ptr<QWidget> MakeAttach();
+    std::unique_ptr<QWidget> MakeHistory();
 
     TestProfile profile_;
     FakeMailers mailers_;

@@ -118,6 +118,15 @@ TEST_F(ListUndoTest, AStepWithoutEffectIsNone) {
     EXPECT_EQ(undo.UndoText(), QString());
 }
 
+TEST_F(ListUndoTest, AnAddressThatCameAndWentInOneRunLeavesTheListUnsaved) {
+    AddPending(Words("+dd@x.test -dd@x.test"));
+    Turn();
+    const Contents before = Now();
+    PendingProcessing(session, lists, nullptr).Run();
+    EXPECT_FALSE(lists.Open.IsSaved());
+    ExpectOneStep("Process Pending List", before);
+}
+
 TEST_F(ListUndoTest, WhatNobodyNamedIsAStepForEachTurn) {
     const Contents before = Now();
     lists.Open.Add(u"dd@x.test"_s);

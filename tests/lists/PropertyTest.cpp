@@ -1,6 +1,8 @@
 // Thousands of random operations on the lists and frames; after each, what always has to hold.
 #include "core/Literals.h"
 #include "core/Preferences.h"
+#include "core/TextFile.h"
+#include "history/Versions.h"
 #include "lists/FramesFixture.h"
 #include "lists/ManualAdd.h"
 
@@ -27,6 +29,16 @@ protected:
                u"@x.test"_s;
     }
     QString RandomName() { return QString(u"lmn"[RandomBelow(random, 3)]); }
+    // The steps that can be undone; looks at each and comes back.
+    int CountSteps() {
+        int count = 0;
+        for (; !lists.Undo.UndoText().isEmpty(); ++count)
+            lists.Undo.Undo();
+        for (int i = 0; i < count; ++i)
+            lists.Undo.Redo();
+        return count;
+    }
+    static QStringList Split(const QByteArray &file) { return SplitLines(DecodeText(file)); }
     void Press(const char *button) {
         Turn();
         Find<QAbstractButton>(button)->click();
@@ -37,6 +49,7 @@ protected:
     QString ChangeEntries();
     QString MoveEntries();
     QString ChangeFiles();
+    QString GoBack();
     QString Step();
     void Answer();
     void KeepSmall();
@@ -225,8 +238,33 @@ QString PropertyTest::ChangeFiles() {
     }
 }
 
+// Undone to the start and redone, everything is as it was.
+QString PropertyTest::GoBack() {
+    const auto contents = [this] { return std::tuple(Current(), Sorted(), Pending(), lists.Open.IsSaved()); };
+    Turn();
+    if (Chance(3)) {
+        const bool undoes = Chance(2);
+        undoes ? lists.Undo.Undo() : lists.Undo.Redo();
+        return undoes ? u"undo"_s : u"redo"_s;
+    }
+    const auto before = contents();
+    std::vector<decltype(contents())> passed;
+    while (!lists.Undo.UndoText().isEmpty()) {
+        passed.push_back(contents());
+        lists.Undo.Undo();
+    }
+    for (; !passed.empty(); passed.pop_back()) {
+        lists.Undo.Redo();
+        EXPECT_TRUE(contents() == passed.back());
+    }
+    EXPECT_TRUE(contents() == before);
+    return u"there and back"_s;
+}
+
 QString PropertyTest::Step() {
-    switch (RandomBelow(random, 8)) {
+    switch (RandomBelow(random, 9)) {
+    case 8:
+        return GoBack();
     case 0:
     case 1:
         return ChangeRequests();
@@ -274,6 +312,65 @@ TEST_F(PropertyTest, RandomOperationsKeepWhatAlwaysHolds) {
         profile.Boxes.Shown.clear();
     }
     EXPECT_GE(counts.size(), 15) << "some operations never came up";
+}
+
+// Neither a save in between nor its number of entries makes a difference to how far an undo goes.
+TEST_F(PropertyTest, AnySequenceUndoneToTheStartGivesTheStart) {
+    for (int round = 0; round < 60; ++round) {
+        OpenLists({{u"news"_s, Words("aa@x.test bb@x.test cc@x.test dd@x.test")}});
+        editing.SelectAll(kPending);
+        editing.DeleteSelected(kPending);
+        Turn();
+        const auto start = std::tuple(Current(), Sorted(), Pending());
+        const QString first = lists.Undo.UndoText(); // of the Pending list, from before
+        QStringList done;
+        bool isSavedBetween = false;
+        const int oldSteps = CountSteps();
+        for (int step = 0; step < 25; ++step) {
+            done << (Chance(3) ? ChangeRequests() : Chance(2) ? ChangeEntries() : MoveEntries());
+            Turn();
+            if (Chance(8)) {
+                Click("cmdFileSave");
+                isSavedBetween = true;
+            }
+        }
+        while (CountSteps() > oldSteps)
+            lists.Undo.Undo();
+        ASSERT_TRUE(std::tuple(Current(), Sorted(), Pending()) == start)
+            << "round " << round << ": " << done.join(u", "_s).toStdString();
+        EXPECT_EQ(lists.Undo.UndoText(), first);
+        if (isSavedBetween)
+            Click("cmdFileSave");
+        EXPECT_TRUE(lists.Open.IsSaved()) << "round " << round;
+        EXPECT_EQ(ReadListFile(u"news"_s), test::FileBytes(std::get<0>(start)));
+        profile.Boxes.Inputs.clear();
+        lists.Open.DropChanges();
+    }
+}
+
+TEST_F(PropertyTest, SavedVersionsRebuildEveryState) {
+    std::vector<QStringList> states{Current()};
+    for (int step = 0; step < 600; ++step) {
+        (void)(Chance(3) ? ChangeRequests() : Chance(2) ? ChangeEntries() : MoveEntries());
+        if (Chance(4))
+            Chance(2) ? lists.Undo.Undo() : lists.Undo.Redo();
+        KeepSmall();
+        Turn();
+        profile.Clock = profile.Clock.addSecs(RandomBelow(random, 3) - 1); // forth, back, or not at all
+        if (Chance(6)) {
+            Click("cmdFileSave");
+            if (states.back() != Current())
+                states.push_back(Current());
+        }
+        profile.Boxes.Inputs.clear();
+    }
+    ASSERT_GT(states.size(), 40);
+    std::vector<QStringList> kept;
+    for (const History::Version &version : History::Versions(session, u"news"_s))
+        kept.push_back(History::ReadVersion(version));
+    kept.push_back(Split(ReadListFile(u"news"_s)));
+    EXPECT_EQ(kept.size(), states.size());
+    EXPECT_TRUE(kept == states);
 }
 
 } // namespace
