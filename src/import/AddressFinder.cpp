@@ -9,12 +9,15 @@ namespace varlo {
 
 namespace {
 
-constexpr int kBetweenLooks = 64;        // finds between two looks at the clock
+constexpr int kBetweenLooks = 64; // finds between two looks at the clock
+constexpr qsizetype kMostExpected = 1000000;
 constexpr qsizetype kLongestFault = 320; // what is no address can be as long as the text
 
 } // namespace
 
 AddressFinder::AddressFinder(QString text) : text_(std::move(text)), pieces_(PiecesOf(text_)) {
+    // A hash that grows by and by takes twice the time.
+    places_.reserve(qMin(text_.count(u'@'), kMostExpected));
 }
 
 bool AddressFinder::Step(int milliseconds) {
@@ -64,12 +67,13 @@ void AddressFinder::Note(const QString &address) {
     const bool isShown = fault == AddressFault::None || address.size() <= kLongestFault;
     const QString text = isShown ? address : address.first(kLongestFault) + u"\u2026"_s;
     const QString key = LowerCased(text);
-    if (const auto place = places_.constFind(key); place != places_.constEnd()) {
-        ++found_[*place].Times;
+    qsizetype &place = places_[key];
+    if (place > 0) {
+        ++found_[place - 1].Times;
         return;
     }
-    places_.insert(key, found_.size());
     found_.append({text, piece_.Line, 1, fault});
+    place = found_.size();
 }
 
 QList<FoundAddress> FindAddresses(const QString &text) {

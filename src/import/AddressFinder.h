@@ -51,7 +51,7 @@ private:
     AddressScan scan_;
     bool isDone_ = false;
     QList<FoundAddress> found_;
-    QHash<QString, qsizetype> places_; // in found_, by lower-cased text
+    QHash<QString, qsizetype> places_; // in found_, from 1, by lower-cased text
 };
 
 // All of a short text at once.

@@ -61,7 +61,7 @@ void ListsMenu::CreateUndoEntries() {
 }
 
 void ListsMenu::CreateBulkEntries() {
-    AddLine(this, "mnuListsLine2");
+    AddLine(this, "mnuListsLine3");
     mnuListsImport = AddEntry(this, "mnuListsImport", u"&Import Addresses..."_s);
     mnuListsImport->setShortcut(u"Ctrl+I"_s);
     mnuListsExport = AddEntry(this, "mnuListsExport", u"&Export..."_s);
