@@ -30,7 +30,7 @@ public:
     void SetBypass(bool on);
     bool IsCapturing() const;
     void FocusAddressBox();
-    QWidget *ListBox() const;
+    EntryListView *ListBox() const;
 
     // The click of cmdCapturesAdd: processes the Pending list.
     void ProcessPendingList();
