@@ -97,12 +97,17 @@ QList<QUrl> HelpTargets::Contents(const Session &session, bool hasChmViewer) {
 
 QString HelpTargets::Page(const QString &window) {
     static const QHash<QString, QString> pages{
-        {u"frmMain"_s, u"main.html"_s},         {u"frmProfile"_s, u"profile.html"_s},
-        {u"frmOptions"_s, u"options.html"_s},   {u"frmConsole"_s, u"console.html"_s},
-        {u"frmImport"_s, u"task-in.html"_s},    {u"frmSelectDomain"_s, u"task-edit.html"_s},
-        {u"frmCompose"_s, u"compose.html"_s},   {u"frmCompRecip"_s, u"recipients.html"_s},
-        {u"frmAttach"_s, u"attach.html"_s},     {u"frmAbout"_s, u"about.html"_s},
-        {u"frmExport"_s, u"task-out.html"_s},   {u"frmCompare"_s, u"task-out.html"_s},
+        {u"frmMain"_s, u"main.html"_s},
+        {u"frmProfile"_s, u"profile.html"_s},
+        {u"frmOptions"_s, u"options.html"_s},
+        {u"frmConsole"_s, u"console.html"_s},
+        {u"frmImport"_s, u"task-in.html"_s},
+        {u"frmCompose"_s, u"compose.html"_s},
+        {u"frmCompRecip"_s, u"recipients.html"_s},
+        {u"frmAttach"_s, u"attach.html"_s},
+        {u"frmAbout"_s, u"about.html"_s},
+        {u"frmExport"_s, u"task-out.html"_s},
+        {u"frmCompare"_s, u"task-out.html"_s},
         {u"frmHistory"_s, u"task-back.html"_s},
     };
     return pages.value(window);

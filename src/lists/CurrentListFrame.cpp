@@ -245,7 +245,7 @@ void CurrentListFrame::ShowFoundCount() {
     lblFound->setVisible(!txtFind->text().isEmpty());
 }
 
-QWidget *CurrentListFrame::ListBox() const {
+EntryListView *CurrentListFrame::ListBox() const {
     return lists_.VisibleBox() == kAlphabetical ? alphabetical_ : chronological_;
 }
 

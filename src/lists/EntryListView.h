@@ -22,6 +22,8 @@ public:
 
     // What stands in the box while it is empty.
     void SetHint(const QString &hint);
+    // Copies the selected entries, one a line.
+    void CopySelection() const;
 
     // Shows only the rows that contain `text`, letter case aside; all rows when it is empty. The list and its
     // selection stay as they are, until the operator selects something: then that is the selection.
@@ -46,6 +48,7 @@ protected:
     void keyPressEvent(QKeyEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
     void mouseReleaseEvent(QMouseEvent *event) override;
+    void mouseDoubleClickEvent(QMouseEvent *event) override;
     void contextMenuEvent(QContextMenuEvent *event) override;
     QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex &index,
                                                          const QEvent *event) const override;
@@ -57,8 +60,6 @@ private:
     // What of the list's selection is shown becomes the selection of the rows found; and the other way about.
     void ShowSelection();
     void TakeSelection();
-    // Copies the selected entries, one a line.
-    void CopySelection() const;
     void OpenMenuAtCurrentRow();
     // A hint in place of entries is read to who does not see it.
     void TellHint();

@@ -5,9 +5,9 @@
 #include "core/Reporting.h"
 #include "core/modPublic.h"
 #include "lists/AddressRules.h"
-#include "lists/Domains.h"
 #include "lists/ListStore.h"
 #include "lists/SelectionPause.h"
+#include "lists/SimilarEntries.h"
 
 #include <QCoreApplication>
 
@@ -135,6 +135,43 @@ void ListEditing::Search() {
     });
 }
 
+QString ListEditing::AddressAt(int box, int row) const {
+    return box == kPending ? lists_.Pending.Request(row).Address : lists_.lstEmailList(box).Entry(row);
+}
+
+void ListEditing::SelectMeant(int box, const std::function<bool(const QString &)> &isMeant) {
+    QList<int> rows;
+    for (int row = 0; row < lists_.lstEmailList(box).Count(); ++row)
+        if (isMeant(AddressAt(box, row)))
+            rows.append(row);
+    lists_.SelectRows(box, rows);
+    if (!rows.isEmpty())
+        MakeCurrent(box, rows.first());
+    ReportSelection(box);
+}
+
+void ListEditing::SelectDomain() {
+    const int box = lists_.VisibleBox();
+    const int current = lists_.Selection(box).currentIndex().row();
+    const QString domain = session_.Boxes.InputBox(
+        u"Please enter the domain whose addresses you want to select:"_s, u"Select by domain"_s,
+        current < 0 ? QString() : DomainOf(AddressAt(box, current)));
+    const QString wanted = domain.section(u'@', -1).trimmed();
+    if (!wanted.isEmpty())
+        SelectMeant(box, [&](const QString &address) { return IsOfDomain(address, wanted); });
+}
+
+void ListEditing::SelectSimilar(int box) {
+    constexpr qsizetype kMostPatterns = 20; // each is held against every entry
+    QStringList patterns;
+    for (const int row : lists_.SelectedRows(box).mid(0, kMostPatterns))
+        patterns.append(AddressAt(box, row));
+    SelectMeant(box, [&](const QString &address) {
+        return std::any_of(patterns.begin(), patterns.end(),
+                           [&](const QString &pattern) { return AreSimilar(address, pattern); });
+    });
+}
+
 // A view shows its current row.
 void ListEditing::MakeCurrent(int box, int row) {
     lists_.Selection(box).setCurrentIndex(lists_.lstEmailList(box).index(row), QItemSelectionModel::NoUpdate);
@@ -200,15 +237,6 @@ void ListEditing::SelectNone(int box) {
     lists_.Selection(box).clearSelection();
     Trapped(session_, u"Main.mnuListsDeSelAll"_s,
             [&] { StatusMessage(session_, u"Cleared address selections"_s); });
-}
-
-void ListEditing::SelectDomains(const QSet<QString> &domains) {
-    const int box = lists_.VisibleBox();
-    const QList<int> rows = RowsOfDomains(lists_.lstEmailList(box).Entries(), domains);
-    lists_.SelectRows(box, rows);
-    if (!rows.isEmpty())
-        MakeCurrent(box, rows.first());
-    ReportSelection(box);
 }
 
 void ListEditing::ReportSelection(int box) {

@@ -5,7 +5,8 @@
 #include "core/Session.h"
 
 #include <QPersistentModelIndex>
-#include <QSet>
+
+#include <functional>
 
 namespace varlo {
 
@@ -28,6 +29,11 @@ public:
     // that contain it; the first one becomes the current row, in view. An empty or cancelled box leaves the
     // selection alone.
     void Search();
+    // Asks for a domain, offering that of the current row, and selects the entries of the visible Current box that
+    // are of it or of one below it. An empty or cancelled box leaves the selection alone.
+    void SelectDomain();
+    // Selects the entries of the box that are similar to a selected one (SimilarEntries.h).
+    void SelectSimilar(int box);
     // Makes the next selected entry of the visible Current box the current row, or the previous one; round
     // and round.
     void ShowSelected(bool next);
@@ -38,8 +44,6 @@ public:
     void SwapSigns();
     void SelectAll(int box);
     void SelectNone(int box);
-    // Selects the entries of the visible Current box that are of these domains (lower-cased).
-    void SelectDomains(const QSet<QString> &domains);
     // The status line after a click in a list box.
     void ReportSelection(int box);
 
@@ -55,6 +59,9 @@ public:
     static constexpr int kMostCarriedSelections = 500;
 
 private:
+    QString AddressAt(int box, int row) const;
+    // Selects the entries for whose address `isMeant` holds; the first one becomes the current row. Says how many.
+    void SelectMeant(int box, const std::function<bool(const QString &)> &isMeant);
     // False when the round is over.
     bool EditOne(int box, const QPersistentModelIndex &index);
     void MakeCurrent(int box, int row);

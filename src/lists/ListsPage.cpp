@@ -5,11 +5,11 @@
 #include "history/frmHistory.h"
 #include "lists/BulkWindows.h"
 #include "lists/CurrentListFrame.h"
+#include "lists/EntryListView.h"
 #include "lists/ListLibrary.h"
 #include "lists/ListsMenu.h"
 #include "lists/PendingListFrame.h"
 #include "lists/UnsavedOffer.h"
-#include "lists/frmSelectDomain.h"
 
 #include <QSplitter>
 #include <QVBoxLayout>
@@ -66,27 +66,17 @@ void ListsPage::ConnectControls() {
 
 void ListsPage::ConnectMenus() {
     const auto popUp = [](QMenu *menu) { return [menu](const QPoint &position) { menu->popup(position); }; };
+    connect(mnuLists_, &ListsMenu::CopyWanted, this, [this](bool isPending) {
+        (isPending ? fraPending_->ListBox() : fraCurrent_->ListBox())->CopySelection();
+    });
     connect(mnuLists_, &ListsMenu::HistoryWanted, this, &ListsPage::mnuListsHistory_Click);
     connect(fraCurrent_, &CurrentListFrame::SortMenuWanted, mnuLists_, popUp(mnuLists_->SortMenu()));
     connect(fraCurrent_, &CurrentListFrame::ContextMenuWanted, mnuLists_, popUp(mnuLists_->CurrentMenu()));
-    connect(mnuLists_, &ListsMenu::SelectDomainWanted, this, &ListsPage::SelectDomain);
     connect(fraPending_, &PendingListFrame::ContextMenuWanted, mnuLists_, popUp(mnuLists_->PendingMenu()));
     connect(mnuLists_, &ListsMenu::ImportWanted, bulk_, &BulkWindows::Import);
     connect(mnuLists_, &ListsMenu::ExportWanted, bulk_, &BulkWindows::Export);
     connect(mnuLists_, &ListsMenu::CompareWanted, bulk_, &BulkWindows::Compare);
     connect(bulk_, &BulkWindows::ListMade, fraCurrent_, &CurrentListFrame::TakeNewNames);
-}
-
-void ListsPage::SelectDomain() {
-    const OpenList::Hold hold(lists_.Open);
-    const QStringList entries = lists_.lstEmailList(lists_.VisibleBox()).Entries();
-    const QPointer<frmSelectDomain> dialog = new frmSelectDomain(CountDomains(entries), this);
-    const bool isAccepted = dialog->exec() == QDialog::Accepted;
-    if (!dialog)
-        return; // the window went while it was open
-    if (isAccepted)
-        editing_.SelectDomains(dialog->SelectedDomains());
-    delete dialog;
 }
 
 void ListsPage::mnuListsHistory_Click() {

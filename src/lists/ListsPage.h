@@ -59,7 +59,6 @@ private:
     void LayOutControls();
     void ConnectControls();
     void ConnectMenus();
-    void SelectDomain();
     void SetLocked(bool locked);
     void PlaceFocus(const QWidget &instead);
     void ProcessIfFree();

@@ -14,7 +14,6 @@
 #include "lists/frmCompare.h"
 #include "lists/frmExport.h"
 #include "lists/frmImport.h"
-#include "lists/frmSelectDomain.h"
 #include "net/FakeServerTest.h"
 #include "net/frmServerTest.h"
 #include "net/frmTrust.h"
@@ -78,9 +77,6 @@ std::unique_ptr<QWidget> OpenWindow::Make(const std::string &name) {
     }
     if (name == "frmCompRecip")
         return std::make_unique<frmCompRecip>(host_.ListNames());
-    if (name == "frmSelectDomain")
-        return std::make_unique<frmSelectDomain>(
-            QList<DomainCount>{{u"example.org"_s, 2}, {u"example.com"_s, 1}});
     if (name == "frmAttach")
         return MakeAttach();
     if (name == "frmTrust")
@@ -179,10 +175,10 @@ std::unique_ptr<QWidget> OpenWindow::MakeHistory() {
 }
 
 std::vector<std::string> WindowNames() {
-    std::vector<std::string> names{
-        "frmMain",    "frmMain_offer",    "frmMain_several", "frmProfile", "frmConsole",      "frmAbout",
-        "frmCompose", "frmCompose_offer", "frmCompRecip",    "frmAttach",  "frmSelectDomain", "frmImport",
-        "frmTrust",   "frmServerTest",    "frmExport",       "frmCompare", "frmHistory"};
+    std::vector<std::string> names{"frmMain",       "frmMain_offer", "frmMain_several", "frmProfile",
+                                   "frmConsole",    "frmAbout",      "frmCompose",      "frmCompose_offer",
+                                   "frmCompRecip",  "frmAttach",     "frmImport",       "frmTrust",
+                                   "frmServerTest", "frmExport",     "frmCompare",      "frmHistory"};
     std::vector<std::string> names{"frmMain",          "frmMain_offer",   "frmProfile",   "frmConsole",
                                    "frmAbout",         "frmCompose",      "frmCompRecip", "frmAttach",
                                    "frmCompose_offer", "frmMain_several", "frmImport",    "frmExport",
