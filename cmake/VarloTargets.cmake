@@ -19,6 +19,13 @@ else()
   target_compile_options(varlo_flags INTERFACE -Wall -Wextra -Wconversion -Wshadow $<$<BOOL:${VARLO_WERROR}>:-Werror>)
 endif()
 
+if(MINGW)
+  # One file that runs anywhere, without what only a debugger reads.
+  add_link_options(-static $<$<CONFIG:Release>:-s>)
+  # Every handle is a pointer there.
+  target_compile_definitions(varlo_flags INTERFACE NOMINMAX WIN32_LEAN_AND_MEAN UNICODE)
+endif()
+
 # varlo_logic(name DEPENDS ... SOURCES ...): a room without windows. Links Qt6::Core only, so that a window cannot
 # creep in; more has to be asked for by name.
 function(varlo_logic name)
@@ -34,4 +41,13 @@ function(varlo_windows name)
   add_library(${name} STATIC ${arg_SOURCES})
   target_link_libraries(${name} PUBLIC varlo_flags Qt6::Core Qt6::Gui Qt6::Widgets ${arg_DEPENDS})
   target_precompile_headers(${name} PRIVATE ${PROJECT_SOURCE_DIR}/cmake/WindowsPch.h)
+endfunction()
+
+# varlo_windows_resources(name): gives a program what Windows reads of it beside its code: manifest, icon, version.
+# Nothing elsewhere.
+function(varlo_windows_resources name)
+  if(WIN32)
+    target_sources(${name} PRIVATE ${PROJECT_BINARY_DIR}/packaging/windows/varlo-pro.rc)
+    add_dependencies(${name} windows_icon)
+  endif()
 endfunction()

@@ -1,4 +1,4 @@
-# What ./run and ./test share: installing what is missing, configuring, building. Sourced, not run.
+# What ./run, ./test and ./windows share: installing what is missing, configuring, building. Sourced, not run.
 # shellcheck shell=bash
 
 cd "$(dirname "${BASH_SOURCE[0]}")/.." || exit 1
@@ -22,6 +22,12 @@ test_packages=(
     desktop-file-utils appstream man-db dpkg-dev file
     clang-format clang-tidy shellcheck pyflakes3
 )
+# shellcheck disable=SC2034
+# Needed to build for Windows besides: the compiler, what unpacks and builds the libraries, the maker of installers.
+windows_packages=(g++-mingw-w64-x86-64-posix dpkg-dev ca-certificates python3 googletest nsis fp-utils)
+# shellcheck disable=SC2034
+# Needed to run what was built: Wine, a display, fonts, what looks into an archive.
+windows_test_packages=(wine wine64 xvfb xauth fonts-dejavu-core unzip)
 # shellcheck disable=SC2034
 # Needed to show the demonstration besides.
 demo_packages=(python3 iproute2 postfix dovecot-pop3d openssl fonts-dejavu-core)

@@ -86,6 +86,7 @@ RuntimeError FileError(const QFileDevice &file) {
     case QFileDevice::ResourceError:
         return RuntimeError(DiskFull);
     case QFileDevice::PermissionsError:
+    case QFileDevice::RenameError: // the new file is whole, and something keeps it from the old one's place
         return RuntimeError(PermissionDenied);
     case QFileDevice::OpenError:
         if (!info.dir().exists())

@@ -20,8 +20,31 @@ namespace {
 
 constexpr DWORD kSharedByAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
 
-// For the owner, the system and its administrators, and not inherited from the folder.
-constexpr wchar_t kPrivate[] = L"D:P(A;;FA;;;OW)(A;;FA;;;SY)(A;;FA;;;BA)";
+using Freed = std::unique_ptr<void, decltype(&::LocalFree)>;
+
+// The user of this program, as access lists name him; empty when the system does not tell.
+QString UserName() {
+    HANDLE token = nullptr;
+    if (!::OpenProcessToken(::GetCurrentProcess(), TOKEN_QUERY, &token))
+        return {};
+    alignas(TOKEN_USER) std::array<char, sizeof(TOKEN_USER) + SECURITY_MAX_SID_SIZE> user{};
+    DWORD size = 0;
+    const bool told =
+        ::GetTokenInformation(token, TokenUser, user.data(), static_cast<DWORD>(user.size()), &size) != 0;
+    ::CloseHandle(token);
+    LPWSTR text = nullptr;
+    if (!told || !::ConvertSidToStringSidW(reinterpret_cast<TOKEN_USER *>(user.data())->User.Sid, &text))
+        return {};
+    const Freed freed(text, &::LocalFree);
+    return QString::fromWCharArray(text);
+}
+
+// For the user, the system and its administrators, and not inherited from the folder.
+QString PrivateList() {
+    const QString user = UserName();
+    return u"D:P(A;;FA;;;SY)(A;;FA;;;BA)"_s +
+           (user.isEmpty() ? u"(A;;FA;;;OW)"_s : u"(A;;FA;;;%1)"_s.arg(user));
+}
 
 // The path in the form that has no limit of 260 characters.
 QString LongForm(const QString &path) {
@@ -97,10 +120,10 @@ void MakePrivate(QFileDevice &file, bool) {
     if (::GetFinalPathNameByHandleW(handle, name.data(), static_cast<DWORD>(name.size()), 0) == 0)
         return;
     PSECURITY_DESCRIPTOR descriptor = nullptr;
-    if (!::ConvertStringSecurityDescriptorToSecurityDescriptorW(kPrivate, SDDL_REVISION_1, &descriptor,
-                                                                nullptr))
+    if (!::ConvertStringSecurityDescriptorToSecurityDescriptorW(
+            reinterpret_cast<LPCWSTR>(PrivateList().utf16()), SDDL_REVISION_1, &descriptor, nullptr))
         return;
-    const std::unique_ptr<void, decltype(&::LocalFree)> freed(descriptor, &::LocalFree);
+    const Freed freed(descriptor, &::LocalFree);
     ::SetFileSecurityW(name.data(), DACL_SECURITY_INFORMATION | PROTECTED_DACL_SECURITY_INFORMATION,
                        descriptor);
 }

@@ -123,7 +123,7 @@ void RenamePath(const QString &from, const QString &to) {
         return;
     // On a file system that ignores letter case, a change of case finds "the other" file, which is the same
     // one.
-    if (target.exists() && source.canonicalFilePath() != target.canonicalFilePath())
+    if (target.exists() && source != target)
         throw RuntimeError(FileAlreadyExists);
     RefuseDevice(to);
     WhileHeld(from, [&] { Rename(from, to); });

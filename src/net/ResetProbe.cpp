@@ -19,12 +19,24 @@ void ResetProbe::Watch(qintptr descriptor) {
         handle_ =
             static_cast<qintptr>(::WSASocketW(FROM_PROTOCOL_INFO, FROM_PROTOCOL_INFO, FROM_PROTOCOL_INFO,
                                               &info, 0, WSA_FLAG_NO_HANDLE_INHERIT));
+    u_long on = 1; // to be asked, never to be waited for
+    if (handle_ != -1)
+        ::ioctlsocket(static_cast<SOCKET>(handle_), static_cast<long>(FIONBIO), &on);
 }
 
 bool ResetProbe::WasReset() const {
+    if (handle_ == -1)
+        return false;
+    const auto socket = static_cast<SOCKET>(handle_);
     char byte = 0;
-    return handle_ != -1 && ::recv(static_cast<SOCKET>(handle_), &byte, 1, MSG_PEEK) == SOCKET_ERROR &&
-           ::WSAGetLastError() == WSAECONNRESET;
+    if (::recv(socket, &byte, 1, MSG_PEEK) == SOCKET_ERROR) {
+        const int code = ::WSAGetLastError();
+        return code == WSAECONNRESET || code == WSAECONNABORTED || code == WSAENETRESET;
+    }
+    // Wine tells of a reset only once, and QTcpSocket has heard it; but a peer it has no more.
+    sockaddr_storage peer{};
+    int size = sizeof peer;
+    return ::getpeername(socket, reinterpret_cast<sockaddr *>(&peer), &size) == SOCKET_ERROR;
 }
 
 void ResetProbe::Forget() {
