@@ -18,8 +18,13 @@ net::Encryption EncryptionOf(int stored) {
 } // namespace
 
 Pop3Account MailboxAccount(const Preferences &values) {
-    return {values.POPServer, values.POPUsername, values.POPPassword, values.POPDeleteAll,
-            EncryptionOf(values.POPSecurity) == net::Encryption::StartTls};
+    const net::Encryption security = EncryptionOf(values.POPSecurity);
+    return {values.POPServer,
+            values.POPUsername,
+            values.POPPassword,
+            values.POPDeleteAll,
+            security == net::Encryption::StartTls,
+            security != net::Encryption::None};
 }
 
 net::Endpoint MailboxEndpoint(const Preferences &values) {

@@ -71,9 +71,9 @@ Pop3Effects Pop3Session::DataArrival(const QByteArray &chunk) {
         return {}; // said by somebody between the server and here
     Pop3Effects effects;
     if (chunk.startsWith('+'))
-        effects.push_back({Kind::Log, u"POP: "_s + WithoutLineEnd(chunk)});
+        effects.push_back({Kind::Log, u"POP: "_s + Shown(WithoutLineEnd(chunk))});
     else if (state_ != State::Retrieving)
-        return {{Kind::Close, {}}, {Kind::ReplyBox, u"POP3 Error ["_s + DecodeText(chunk) + u']'}};
+        return {{Kind::Close, {}}, {Kind::ReplyBox, u"POP3 Error ["_s + Shown(DecodeText(chunk)) + u']'}};
     if (chunk.size() >= kTooLongReply && AwaitsLine() && state_ != State::QuitSent) {
         GiveUp(u"The reply is too long"_s, effects);
         return effects;
@@ -211,6 +211,11 @@ void Pop3Session::GiveUp(const QString &why, Pop3Effects &effects) {
     *this = Pop3Session();
     effects.push_back({Kind::Close, {}});
     effects.push_back({Kind::ReplyBox, u"POP3 Error ["_s + why + u']'});
+}
+
+QString Pop3Session::Shown(QString reply) const {
+    const bool mayRepeat = account_.IsEncrypted && state_ == State::PassSent && !account_.Password.isEmpty();
+    return mayRepeat ? reply.replace(account_.Password, u"********"_s) : reply;
 }
 
 QString Pop3Session::Progress() const {

@@ -15,8 +15,9 @@ struct Pop3Account {
     QString Server;
     QString UserName;
     QString Password;
-    int DeleteUnrelated = 0; // only 1 means that messages which are no requests are deleted, too
-    bool StartsTls = false;  // after the greeting, before anything is said about the user
+    int DeleteUnrelated = 0;  // only 1 means that messages which are no requests are deleted, too
+    bool StartsTls = false;   // after the greeting, before anything is said about the user
+    bool IsEncrypted = false; // whenever: a password that the server repeats is not shown then
 };
 
 // One thing to be done, in the order of the list.
@@ -99,6 +100,7 @@ private:
     void Quit(Pop3Effects &effects);
     void GiveUp(const QString &why, Pop3Effects &effects);
     QString Progress() const;
+    QString Shown(QString reply) const;
 
     State state_ = State::Greeting;
     Pop3Account account_;

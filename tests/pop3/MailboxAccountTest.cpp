@@ -51,6 +51,8 @@ TEST(MailboxAccountTest, OnlyStlsBeginsAfterTheGreeting) {
     EXPECT_FALSE(MailboxAccount(Mailbox(0, {})).StartsTls);
     EXPECT_TRUE(MailboxAccount(Mailbox(1, {})).StartsTls);
     EXPECT_FALSE(MailboxAccount(Mailbox(2, {})).StartsTls);
+    for (const int security : {0, 1, 2})
+        EXPECT_EQ(MailboxAccount(Mailbox(security, {})).IsEncrypted, security > 0);
 }
 
 } // namespace varlo

@@ -135,6 +135,17 @@ TEST_F(Pop3SessionTest, RefusedStlsEndsTheCheckBeforeTheUserIsNamed) {
     EXPECT_EQ(Server("-ERR what\r\n"), (Pop3Effects{kClose, ReplyBox("POP3 Error [-ERR what\r\n]")}));
 }
 
+TEST_F(Pop3SessionTest, PasswordThatAnEncryptedServerRepeatsIsNotShown) {
+    session.Start({u"pop.x.test"_s, u"joe"_s, u"secret"_s, 0, false, true});
+    Server("+OK\r\n");
+    Server("+OK\r\n");
+    const Pop3Session before = session;
+    EXPECT_EQ(Server("-ERR wrong: secret\r\n"),
+              (Pop3Effects{kClose, ReplyBox("POP3 Error [-ERR wrong: ********\r\n]")}));
+    session = before;
+    EXPECT_EQ(Server("+OK secret it is\r\n").front(), Log("POP: +OK ******** it is"));
+}
+
 TEST_F(Pop3SessionTest, EncryptionThatNobodyAskedForSaysNothing) {
     EXPECT_EQ(session.Encrypted(), kNothing);
     LogOn();
