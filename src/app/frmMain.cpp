@@ -12,6 +12,7 @@
 #include "lists/CurrentListFrame.h"
 #include "lists/ListsMenu.h"
 #include "lists/ListsPage.h"
+#include "lists/ListsStatus.h"
 #include "lists/PendingListFrame.h"
 #include "lists/UnsavedList.h"
 #include "prefs/frmOptions.h"
@@ -76,14 +77,9 @@ void frmMain::CreateStatusBar() {
     // As tall as the labels beside it, so that their texts stand on one line.
     lblStatus->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
     lblStatus->setCursor(Qt::PointingHandCursor);
-    lblStatusCurrent = new QLabel(u"0 Current"_s, this);
-    lblStatusCurrent->setObjectName(u"lblStatusCurrent"_s);
-    lblStatusPending = new QLabel(u"0 Pending"_s, this);
-    lblStatusPending->setObjectName(u"lblStatusPending"_s);
     statusBar()->addWidget(lblCaption);
     statusBar()->addWidget(lblStatus, 1);
-    statusBar()->addPermanentWidget(lblStatusCurrent);
-    statusBar()->addPermanentWidget(lblStatusPending);
+    statusBar()->addPermanentWidget(new ListsStatus(session_, *page_, this));
 }
 
 void frmMain::LayOutControls() {
@@ -107,10 +103,6 @@ void frmMain::ConnectPage() {
     connect(page_, &ListsPage::LockedChanged, mnuCompose, &QAction::setDisabled);
     connect(page_, &ListsPage::CaptionWanted, this, [this](const QString &caption) {
         setWindowTitle(caption.isEmpty() ? Product::kMainCaption : caption);
-    });
-    connect(page_, &ListsPage::CountsChanged, this, [this](int current, int pending) {
-        lblStatusCurrent->setText(QString::number(current) + u" Current"_s);
-        lblStatusPending->setText(QString::number(pending) + u" Pending"_s);
     });
 }
 

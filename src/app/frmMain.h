@@ -10,8 +10,6 @@
 #include <QMainWindow>
 #include <QPointer>
 
-class QLabel;
-
 namespace varlo {
 
 class ListsPage;
@@ -75,8 +73,6 @@ private:
     QAction *mnuMainOnTop = nullptr;
     QAction *mnuMainExit = nullptr;
     StatusLabel *lblStatus = nullptr;
-    QLabel *lblStatusCurrent = nullptr;
-    QLabel *lblStatusPending = nullptr;
     bool endsUnasked_ = false;
     std::unique_ptr<frmConsole> console_;
     QPointer<frmCompose> compose_; // deletes itself once it is closed

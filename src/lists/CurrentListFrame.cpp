@@ -196,7 +196,7 @@ void CurrentListFrame::ShowSortOrder() {
     alphabetical_->setVisible(alphabetical);
 }
 
-QWidget *CurrentListFrame::ListBox() const {
+EntryListView *CurrentListFrame::ListBox() const {
     return lists_.VisibleBox() == kAlphabetical ? alphabetical_ : chronological_;
 }
 

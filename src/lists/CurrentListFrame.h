@@ -41,7 +41,7 @@ public:
     void ShowSortOrder();
     void UpdateControls();
     // The one that is shown.
-    QWidget *ListBox() const;
+    EntryListView *ListBox() const;
 
 Q_SIGNALS:
     // The sort menu is to pop up at `position` (of the screen).

@@ -93,6 +93,15 @@ void EntryListView::mouseReleaseEvent(QMouseEvent *event) {
         Q_EMIT SelectionTouched();
 }
 
+// The first click has selected the entry.
+void EntryListView::mouseDoubleClickEvent(QMouseEvent *event) {
+    const bool isPlain = event->button() == Qt::LeftButton && event->modifiers() == Qt::NoModifier;
+    if (isPlain && indexAt(event->position().toPoint()).isValid())
+        Q_EMIT EditWanted();
+    else
+        QListView::mouseDoubleClickEvent(event);
+}
+
 void EntryListView::contextMenuEvent(QContextMenuEvent *event) {
     if (event->reason() == QContextMenuEvent::Mouse)
         Q_EMIT MenuWanted(event->globalPos());

@@ -17,6 +17,8 @@ public:
 
     // What stands in the box while it is empty.
     void SetHint(const QString &hint);
+    // Copies the selected entries, one a line.
+    void CopySelection() const;
 
 Q_SIGNALS:
     // The operator changed the selection with mouse or keyboard.
@@ -31,13 +33,12 @@ protected:
     void keyPressEvent(QKeyEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
     void mouseReleaseEvent(QMouseEvent *event) override;
+    void mouseDoubleClickEvent(QMouseEvent *event) override;
     void contextMenuEvent(QContextMenuEvent *event) override;
     QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex &index,
                                                          const QEvent *event) const override;
 
 private:
-    // Copies the selected entries, one a line.
-    void CopySelection() const;
     void OpenMenuAtCurrentRow();
     // A hint in place of entries is read to who does not see it.
     void TellHint();

@@ -7,6 +7,7 @@
 #include "lists/AddressRules.h"
 #include "lists/ListStore.h"
 #include "lists/SelectionPause.h"
+#include "lists/SimilarEntries.h"
 
 #include <QCoreApplication>
 
@@ -131,6 +132,43 @@ void ListEditing::Search() {
             MakeCurrent(box, matches.first());
         StatusMessage(session_, u"Search returned "_s + QString::number(matches.size()) +
                                     u" matches for ["_s + text + u"]"_s);
+    });
+}
+
+QString ListEditing::AddressAt(int box, int row) const {
+    return box == kPending ? lists_.Pending.Request(row).Address : lists_.lstEmailList(box).Entry(row);
+}
+
+void ListEditing::SelectMeant(int box, const std::function<bool(const QString &)> &isMeant) {
+    QList<int> rows;
+    for (int row = 0; row < lists_.lstEmailList(box).Count(); ++row)
+        if (isMeant(AddressAt(box, row)))
+            rows.append(row);
+    lists_.SelectRows(box, rows);
+    if (!rows.isEmpty())
+        MakeCurrent(box, rows.first());
+    ReportSelection(box);
+}
+
+void ListEditing::SelectDomain() {
+    const int box = lists_.VisibleBox();
+    const int current = lists_.Selection(box).currentIndex().row();
+    const QString domain = session_.Boxes.InputBox(
+        u"Please enter the domain whose addresses you want to select:"_s, u"Select by domain"_s,
+        current < 0 ? QString() : DomainOf(AddressAt(box, current)));
+    const QString wanted = domain.section(u'@', -1).trimmed();
+    if (!wanted.isEmpty())
+        SelectMeant(box, [&](const QString &address) { return IsOfDomain(address, wanted); });
+}
+
+void ListEditing::SelectSimilar(int box) {
+    constexpr qsizetype kMostPatterns = 20; // each is held against every entry
+    QStringList patterns;
+    for (const int row : lists_.SelectedRows(box).mid(0, kMostPatterns))
+        patterns.append(AddressAt(box, row));
+    SelectMeant(box, [&](const QString &address) {
+        return std::any_of(patterns.begin(), patterns.end(),
+                           [&](const QString &pattern) { return AreSimilar(address, pattern); });
     });
 }
 

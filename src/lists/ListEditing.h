@@ -6,6 +6,8 @@
 
 #include <QPersistentModelIndex>
 
+#include <functional>
+
 namespace varlo {
 
 class ListStore;
@@ -27,6 +29,11 @@ public:
     // that contain it; the first one becomes the current row, in view. An empty or cancelled box leaves the
     // selection alone.
     void Search();
+    // Asks for a domain, offering that of the current row, and selects the entries of the visible Current box that
+    // are of it or of one below it. An empty or cancelled box leaves the selection alone.
+    void SelectDomain();
+    // Selects the entries of the box that are similar to a selected one (SimilarEntries.h).
+    void SelectSimilar(int box);
     // Makes the next selected entry of the visible Current box the current row, or the previous one; round
     // and round.
     void ShowSelected(bool next);
@@ -52,6 +59,9 @@ public:
     static constexpr int kMostCarriedSelections = 500;
 
 private:
+    QString AddressAt(int box, int row) const;
+    // Selects the entries for whose address `isMeant` holds; the first one becomes the current row. Says how many.
+    void SelectMeant(int box, const std::function<bool(const QString &)> &isMeant);
     // False when the round is over.
     bool EditOne(int box, const QPersistentModelIndex &index);
     void MakeCurrent(int box, int row);

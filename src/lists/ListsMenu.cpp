@@ -14,9 +14,13 @@ ListsMenu::ListsMenu(Session &session, ListStore &lists, ListEditing &editing, Q
     setObjectName(u"mnuLists"_s);
     CreateCurrentMenu();
     CreatePendingMenu();
+    current_ = CreateEntryActions(mnuListsCurrent);
+    pending_ = CreateEntryActions(mnuListsPending);
     CreateUndoEntries();
     CreateBulkEntries();
     ConnectEntries();
+    ConnectEntryActions(current_, false);
+    ConnectEntryActions(pending_, true);
 }
 
 void ListsMenu::CreateCurrentMenu() {
@@ -49,6 +53,26 @@ void ListsMenu::CreatePendingMenu() {
     mnuListsPendingDeSelAll = AddEntry(mnuListsPending, "mnuListsPendingDeSelAll", u"Select &None"_s);
 }
 
+// Their names begin with that of their menu: "mnuListsCurrentEdit".
+ListsMenu::EntryActions ListsMenu::CreateEntryActions(QMenu *menu) {
+    const QString name = menu->objectName();
+    menu->addSeparator();
+    EntryActions actions;
+    actions.Edit = AddEntry(menu, name + u"Edit"_s, u"&Edit"_s);
+    actions.Delete = AddEntry(menu, name + u"Delete"_s, u"&Delete"_s);
+    actions.Copy = AddEntry(menu, name + u"CopyText"_s, u"Cop&y"_s);
+    actions.Similar = AddEntry(menu, name + u"Similar"_s, u"&Find Similar"_s);
+    return actions;
+}
+
+void ListsMenu::ConnectEntryActions(const EntryActions &actions, bool isPending) {
+    const auto box = [this, isPending] { return isPending ? int(kPending) : lists_.VisibleBox(); };
+    connect(actions.Edit, &QAction::triggered, this, [this, box] { editing_.EditSelected(box()); });
+    connect(actions.Delete, &QAction::triggered, this, [this, box] { editing_.DeleteSelected(box()); });
+    connect(actions.Copy, &QAction::triggered, this, [this, isPending] { Q_EMIT CopyWanted(isPending); });
+    connect(actions.Similar, &QAction::triggered, this, [this, box] { editing_.SelectSimilar(box()); });
+}
+
 void ListsMenu::CreateUndoEntries() {
     AddLine(this, "mnuListsLine1");
     mnuListsUndo = AddEntry(this, "mnuListsUndo", u"&Undo"_s);
@@ -56,6 +80,7 @@ void ListsMenu::CreateUndoEntries() {
     mnuListsRedo = AddEntry(this, "mnuListsRedo", u"&Redo"_s);
     mnuListsRedo->setShortcut(u"Ctrl+Y"_s);
     AddLine(this, "mnuListsLine2");
+    mnuListsSelectDomain = AddEntry(this, "mnuListsSelectDomain", u"Select by &Domain..."_s);
     mnuListsHistory = AddEntry(this, "mnuListsHistory", u"&History..."_s);
 }
 
@@ -86,6 +111,7 @@ void ListsMenu::ConnectEntries() {
     }
     connect(mnuListsUndo, &QAction::triggered, this, [this] { editing_.Undo(); });
     connect(mnuListsRedo, &QAction::triggered, this, [this] { editing_.Redo(); });
+    connect(mnuListsSelectDomain, &QAction::triggered, this, [this] { editing_.SelectDomain(); });
     connect(mnuListsHistory, &QAction::triggered, this, &ListsMenu::HistoryWanted);
     connect(mnuListsCurrentSelAll, &QAction::triggered, this,
             [this] { editing_.SelectAll(lists_.VisibleBox()); });
@@ -114,10 +140,13 @@ void ListsMenu::UpdateControls() {
     mnuListsExport->setEnabled(hasCurrent || lists_.Pending.Count() > 0);
     mnuListsCompare->setEnabled(!lists_.Open.Name().isEmpty());
     mnuSort->setEnabled(hasCurrent);
-    for (QAction *entry : {mnuListsCurrentCopy[0], mnuListsCurrentCopy[1], mnuListsCurrentDeSelAll})
+    mnuListsSelectDomain->setEnabled(hasCurrent);
+    for (QAction *entry : {mnuListsCurrentCopy[0], mnuListsCurrentCopy[1], mnuListsCurrentDeSelAll,
+                           current_.Edit, current_.Delete, current_.Copy, current_.Similar})
         entry->setEnabled(hasCurrentSelection);
     mnuListsPending->setEnabled(lists_.Pending.Count() > 0);
-    for (QAction *entry : {mnuListsPendingCopy[0], mnuListsPendingCopy[1], mnuListsPendingDeSelAll})
+    for (QAction *entry : {mnuListsPendingCopy[0], mnuListsPendingCopy[1], mnuListsPendingDeSelAll,
+                           pending_.Edit, pending_.Delete, pending_.Copy, pending_.Similar})
         entry->setEnabled(hasPendingSelection);
     ShowStep(mnuListsUndo, u"&Undo"_s, lists_.Undo.UndoText());
     ShowStep(mnuListsRedo, u"&Redo"_s, lists_.Undo.RedoText());

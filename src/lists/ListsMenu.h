@@ -29,12 +29,24 @@ Q_SIGNALS:
     void ExportWanted();
     void CompareWanted();
     void HistoryWanted(); // mnuListsHistory
+    // The selected entries of the Pending list, or of the visible Current box.
+    void CopyWanted(bool isPending);
 
 private:
+    // What is done to the selected entries where the menu pops up.
+    struct EntryActions {
+        QAction *Edit = nullptr;
+        QAction *Delete = nullptr;
+        QAction *Copy = nullptr;
+        QAction *Similar = nullptr;
+    };
+
     void CreateCurrentMenu();
     void CreatePendingMenu();
     void CreateBulkEntries();
     void CreateUndoEntries();
+    EntryActions CreateEntryActions(QMenu *menu);
+    void ConnectEntryActions(const EntryActions &actions, bool isPending);
     void ConnectEntries();
     static void ShowStep(QAction *entry, const QString &caption, QString step);
 
@@ -47,6 +59,7 @@ private:
     QAction *mnuSortOrder[2] = {};
     QAction *mnuListsCurrentSelAll = nullptr;
     QAction *mnuListsCurrentDeSelAll = nullptr;
+    EntryActions current_;
     QMenu *mnuListsPending = nullptr;
     QAction *mnuListsPendingCopy[2] = {};
     QAction *mnuListsPendingSelAll = nullptr;
@@ -54,6 +67,8 @@ private:
     QAction *mnuListsImport = nullptr;
     QAction *mnuListsExport = nullptr;
     QAction *mnuListsCompare = nullptr;
+    EntryActions pending_;
+    QAction *mnuListsSelectDomain = nullptr;
     QAction *mnuListsUndo = nullptr;
     QAction *mnuListsRedo = nullptr;
     QAction *mnuListsHistory = nullptr;

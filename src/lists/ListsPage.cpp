@@ -5,6 +5,7 @@
 #include "history/frmHistory.h"
 #include "lists/BulkWindows.h"
 #include "lists/CurrentListFrame.h"
+#include "lists/EntryListView.h"
 #include "lists/ListLibrary.h"
 #include "lists/ListsMenu.h"
 #include "lists/PendingListFrame.h"
@@ -65,6 +66,9 @@ void ListsPage::ConnectControls() {
 
 void ListsPage::ConnectMenus() {
     const auto popUp = [](QMenu *menu) { return [menu](const QPoint &position) { menu->popup(position); }; };
+    connect(mnuLists_, &ListsMenu::CopyWanted, this, [this](bool isPending) {
+        (isPending ? fraPending_->ListBox() : fraCurrent_->ListBox())->CopySelection();
+    });
     connect(mnuLists_, &ListsMenu::HistoryWanted, this, &ListsPage::mnuListsHistory_Click);
     connect(fraCurrent_, &CurrentListFrame::SortMenuWanted, mnuLists_, popUp(mnuLists_->SortMenu()));
     connect(fraCurrent_, &CurrentListFrame::ContextMenuWanted, mnuLists_, popUp(mnuLists_->CurrentMenu()));

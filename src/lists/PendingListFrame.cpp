@@ -10,6 +10,7 @@
 #include "lists/ListStore.h"
 #include "lists/ManualAdd.h"
 #include "lists/PendingProcessing.h"
+#include "lists/RequestDelegate.h"
 
 #include <QAccessible>
 #include <QBoxLayout>
@@ -45,6 +46,7 @@ PendingListFrame::PendingListFrame(Session &session, ListStore &lists, ListEditi
 
 void PendingListFrame::CreateControls() {
     pending_ = new EntryListView(lists_, kPending, u"Pending list"_s, this);
+    pending_->setItemDelegate(new RequestDelegate(pending_));
     pending_->SetHint(
         u"No requests are waiting. What you add, or capture, waits here until it is processed."_s);
     txtAddEmail = new AddressBox(this);
@@ -224,7 +226,7 @@ void PendingListFrame::lblImportHint_Click() {
     Q_EMIT ImportWanted(copied.contains(typed) ? copied : typed);
 }
 
-QWidget *PendingListFrame::ListBox() const {
+EntryListView *PendingListFrame::ListBox() const {
     return pending_;
 }
 

@@ -32,7 +32,7 @@ public:
     bool IsCapturing() const;
     void FocusAddressBox();
     void ClearAddressBox();
-    QWidget *ListBox() const;
+    EntryListView *ListBox() const;
 
     // The click of cmdCapturesAdd: processes the Pending list.
     void ProcessPendingList();

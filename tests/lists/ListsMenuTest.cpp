@@ -44,12 +44,13 @@ TEST_F(ListsMenuTest, HasTheTwoListsWithTheirEntries) {
     EXPECT_EQ(menu.objectName(), u"mnuLists"_s);
     EXPECT_EQ(menu.title().remove(u'&'), u"Lists"_s);
     EXPECT_EQ(Captions(&menu).mid(0, 2), (QStringList{u"Current List"_s, u"Pending List"_s}));
-    EXPECT_EQ(Captions(menu.CurrentMenu()),
+    EXPECT_EQ(Captions(menu.CurrentMenu()).mid(0, 7),
               (QStringList{u"Copy to Pending List"_s, u"Move to Pending List"_s, u"-"_s, u"Sort"_s, u"-"_s,
                            u"Select All"_s, u"Select None"_s}));
     EXPECT_EQ(Captions(menu.SortMenu()), (QStringList{u"Chronological"_s, u"Alphabetical"_s}));
-    EXPECT_EQ(Captions(menu.PendingMenu()), (QStringList{u"Copy to Current List"_s, u"Move to Current List"_s,
-                                                         u"-"_s, u"Select All"_s, u"Select None"_s}));
+    EXPECT_EQ(Captions(menu.PendingMenu()).mid(0, 5),
+              (QStringList{u"Copy to Current List"_s, u"Move to Current List"_s, u"-"_s, u"Select All"_s,
+                           u"Select None"_s}));
 }
 
 TEST_F(ListsMenuTest, EveryEntryHasItsName) {
