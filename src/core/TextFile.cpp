@@ -112,7 +112,7 @@ void WriteFile(const QString &path, const QByteArray &bytes, FileAccess access) 
 
 // Plain system calls: a list of 32,767 requests writes as many lines, and QFile costs twice the time of the
 // calls.
-void AppendLine(const QString &path, const QString &line) {
+qint64 AppendLine(const QString &path, const QString &line) {
     const QByteArray bytes = EncodeText(line) + "\r\n";
     const int descriptor =
         ::open(QFile::encodeName(path).constData(), O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC, 0666);
@@ -125,21 +125,23 @@ void AppendLine(const QString &path, const QString &line) {
     if (written > 0 && written < bytes.size()) [[maybe_unused]]
         const int ignored =
             ::ftruncate(descriptor, ::lseek(descriptor, 0, SEEK_END) - static_cast<off_t>(written));
+    const qint64 size = ::lseek(descriptor, 0, SEEK_CUR);
     ::close(descriptor);
     if (written != bytes.size())
         throw SystemError(code);
+    return size;
 }
 
 #else
 
-void AppendLine(const QString &path, const QString &line) {
+qint64 AppendLine(const QString &path, const QString &line) {
     const QByteArray bytes = EncodeText(line) + "\r\n";
     QFile file(path);
     if (!file.open(QIODevice::WriteOnly | QIODevice::Append | QIODevice::Unbuffered))
         throw FileError(file);
     const qint64 before = file.size();
     if (file.write(bytes) == bytes.size())
-        return;
+        return before + bytes.size();
     file.resize(before); // see above
     throw RuntimeError(DiskFull);
 }
