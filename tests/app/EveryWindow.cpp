@@ -179,10 +179,6 @@ std::vector<std::string> WindowNames() {
                                    "frmConsole",    "frmAbout",      "frmCompose",      "frmCompose_offer",
                                    "frmCompRecip",  "frmAttach",     "frmImport",       "frmTrust",
                                    "frmServerTest", "frmExport",     "frmCompare",      "frmHistory"};
-    std::vector<std::string> names{"frmMain",          "frmMain_offer",   "frmProfile",   "frmConsole",
-                                   "frmAbout",         "frmCompose",      "frmCompRecip", "frmAttach",
-                                   "frmCompose_offer", "frmMain_several", "frmImport",    "frmExport",
-                                   "frmCompare",       "frmHistory"};
     for (int page = 0; page < 5; ++page)
         names.push_back("frmOptions_" + std::to_string(page));
     return names;
