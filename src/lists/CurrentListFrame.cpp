@@ -41,7 +41,6 @@ void CurrentListFrame::CreateControls() {
     txtFind->setObjectName(u"txtFind"_s);
     txtFind->setPlaceholderText(u"Find as you type"_s);
     txtFind->setAccessibleName(u"Find in the current list"_s);
-    txtFind->setToolTip(u"Show only the addresses that contain this text"_s);
     txtFind->setClearButtonEnabled(true);
     lblFound = new QLabel(this);
     lblFound->setObjectName(u"lblFound"_s);
