@@ -5,6 +5,7 @@
 #include "core/RuntimeError.h"
 #include "support/Printers.h"
 
+#include <QByteArrayList>
 #include <gtest/gtest.h>
 
 namespace varlo {
