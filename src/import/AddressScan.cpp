@@ -11,10 +11,10 @@ namespace {
 
 constexpr qsizetype kLongestQuoted = 128; // a quoted name, or a quoted part before the "@"
 
-// Marks without a width, which come along when text is copied from a web page.
+// Marks without a width of their own, which come along when text is copied from a web page or stands behind a picture.
 bool IsInvisible(char32_t c) {
-    return c == 0xAD || (c >= 0x200B && c <= 0x200F) || (c >= 0x202A && c <= 0x202E) || c == 0x2060 ||
-           c == 0xFEFF;
+    return c == 0xAD || (c >= 0xFE00 && c <= 0xFE0F) || (c >= 0x2066 && c <= 0x2069) ||
+           (c >= 0x200B && c <= 0x200F) || (c >= 0x202A && c <= 0x202E) || c == 0x2060 || c == 0xFEFF;
 }
 
 // Writing without blanks between words: where it meets Latin letters, another word begins.
@@ -65,6 +65,16 @@ bool IsKey(QStringView word) {
                               u"from",  u"address", u"addr", u"recipient", u"user", u"login"};
     return std::any_of(keys.begin(), keys.end(),
                        [&](QStringView key) { return word.compare(key, Qt::CaseInsensitive) == 0; });
+}
+
+// "5@2.50" is a price, "logo@2x.png" a picture.
+bool IsNoAddress(QStringView local, QStringView domain) {
+    const auto isDigit = [](QChar c) { return c >= u'0' && c <= u'9'; };
+    const QStringView last = domain.sliced(domain.lastIndexOf(u'.') + 1);
+    if (!last.isEmpty() && isDigit(last.front()))
+        return std::all_of(local.begin(), local.end(), isDigit);
+    const bool isScale = domain.size() > 3 && isDigit(domain[0]) && domain.sliced(1).startsWith(u"x.");
+    return isScale && QStringView(u"png jpg jpeg gif webp svg").contains(last);
 }
 
 bool IsBlank(QChar c) {
@@ -220,7 +230,10 @@ std::optional<QString> AddressScan::At(qsizetype at) {
             ++local.Start;
         --end;
     }
-    if (isNobodys || isName || local.IsEmpty())
+    const bool isNothing =
+        local.IsEmpty() || IsNoAddress(text_.sliced(local.Start, at - local.Start),
+                                       text_.sliced(at + 1, qMax<qsizetype>(0, end - at - 1)));
+    if (isNobodys || isName || isNothing)
         return std::nullopt;
     return Clean(local.Start, end);
 }
