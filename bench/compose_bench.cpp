@@ -201,7 +201,7 @@ void SendToAll(benchmark::State &state) {
     Bench bench;
     bench.Shared.Prefs.LogStatus = static_cast<int>(state.range(1));
     const auto makeMailer = [](const MailAccount &) { return std::make_unique<NullMailer>(); };
-    SendEngine engine(bench.Shared, makeMailer, [](const QString &) {});
+    SendEngine engine(bench.Shared, makeMailer, [](const PendingRequest &) {});
     QEventLoop loop;
     bool isComplete = false;
     QObject::connect(&engine, &SendEngine::Completed, &loop, [&] { isComplete = true; });

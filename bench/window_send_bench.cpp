@@ -42,7 +42,7 @@ public:
     QStringList ListNames() const override { return {u"News"_s}; }
     QString CurrentListName() const override { return u"News"_s; }
     QStringList SelectedAddresses() const override { return {}; }
-    void AddPending(const QString &) override { ++Failed; }
+    void Offer(const PendingRequest &) override { ++Failed; }
 
     int Failed = 0;
 };

@@ -161,8 +161,8 @@ QStringList frmMain::SelectedAddresses() const {
     return page_->Lists().SelectedEntries(page_->Lists().VisibleBox());
 }
 
-void frmMain::AddPending(const QString &entry) {
-    page_->Lists().Pending.Offer(PendingRequest::FromEntry(entry, RequestOrigin::FailedDelivery));
+void frmMain::Offer(const PendingRequest &request) {
+    page_->Lists().Pending.Offer(request);
 }
 
 // The mail check reaches the Pending list through this door and nothing else of the window.

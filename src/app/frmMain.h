@@ -50,7 +50,7 @@ private:
     QStringList ListNames() const override;
     QString CurrentListName() const override;
     QStringList SelectedAddresses() const override;
-    void AddPending(const QString &entry) override;
+    void Offer(const PendingRequest &request) override;
 
     PendingDoor MakePendingDoor();
     void LoadMainSettings(ErrorTrap &trap);

@@ -1,6 +1,8 @@
 // What the compose window needs of the main window, and nothing more.
 #pragma once
 
+#include "core/PendingRequest.h"
+
 #include <QStringList>
 
 namespace varlo {
@@ -14,8 +16,11 @@ struct ComposeHost {
     virtual QString CurrentListName() const = 0;
     // The selected rows of the visible Current list box, from first to last.
     virtual QStringList SelectedAddresses() const = 0;
-    // Puts one entry, a sign and an address, on the Pending list.
-    virtual void AddPending(const QString &entry) = 0;
+    // Offers a request to the Pending list.
+    virtual void Offer(const PendingRequest &request) = 0;
+
+    // The files to send along, full paths; a single empty element means none. They outlast a compose window.
+    QStringList Attachments{QString()};
 };
 
 } // namespace varlo

@@ -29,9 +29,8 @@ constexpr int kSlice = 10;
 } // namespace
 
 SendEngine::SendEngine(Session &session, MakeMailer makeMailer,
-                       std::function<void(const QString &entry)> addPending, QObject *parent)
-    : QObject(parent), session_(session), makeMailer_(std::move(makeMailer)),
-      addPending_(std::move(addPending)) {
+                       std::function<void(const PendingRequest &)> offer, QObject *parent)
+    : QObject(parent), session_(session), makeMailer_(std::move(makeMailer)), offer_(std::move(offer)) {
     tmrTimeRemaining_.setObjectName(u"tmrTimeRemaining"_s);
     tmrTimeRemaining_.setInterval(kTickMilliseconds);
     yield_.setSingleShot(true);
@@ -123,16 +122,16 @@ void SendEngine::Begin() {
 void SendEngine::Do(const SendStep &step) {
     const QPointer<Mailer> mailer(SMTP_.get()); // goes with the send, whoever ends it
     std::optional<RuntimeError> error;
-    const auto attempt = [&](auto &&tell, const QString &text) {
+    const auto attempt = [&](bool isDue, auto &&tell) {
         try {
-            if (mailer && !text.isEmpty())
-                tell(text);
+            if (mailer && isDue)
+                tell();
         } catch (const RuntimeError &failure) {
             error = error ? error : failure;
         }
     };
-    attempt([this](const QString &text) { Status(text); }, step.Status);
-    attempt(addPending_, step.Pending);
+    attempt(!step.Status.isEmpty(), [&] { Status(step.Status); });
+    attempt(step.Pending.has_value(), [&] { offer_(*step.Pending); });
     if (!mailer)
         return;
     if (error)

@@ -30,14 +30,14 @@ struct ComposedMessage {
 //
 // A send goes on from event to event: nothing that happens in a window holds it up, and it holds up nothing.
 // The engine may be destroyed at any time, by a handler of StatusChanged and under a box too; its send is
-// cancelled then, with no more signals and boxes. The session and what `addPending` works on must outlive it.
+// cancelled then, with no more signals and boxes. The session and what `offer` works on must outlive it.
 class SendEngine : public QObject {
     Q_OBJECT
 
 public:
-    // `makeMailer` makes what one send is sent with; `addPending` puts one entry ("-" and an address) on the
+    // `makeMailer` makes what one send is sent with; `offer` puts the removal of an address on the
     // main window's Pending list.
-    SendEngine(Session &session, MakeMailer makeMailer, std::function<void(const QString &entry)> addPending,
+    SendEngine(Session &session, MakeMailer makeMailer, std::function<void(const PendingRequest &)> offer,
                QObject *parent = nullptr);
 
     // The checks before a send, in their order. False after a box that names what is missing.
@@ -84,7 +84,7 @@ private:
 
     Session &session_;
     const MakeMailer makeMailer_;
-    const std::function<void(const QString &)> addPending_;
+    const std::function<void(const PendingRequest &)> offer_;
     QTimer tmrTimeRemaining_{this};
     QTimer yield_{this};
     QElapsedTimer sinceYield_; // not running before the first

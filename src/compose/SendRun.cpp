@@ -61,7 +61,7 @@ SendStep SendRun::SMTP_ErrorSMTP(int Number, const QString &Description) {
     SendStep step{SmtpErrorText(Number, Description), {}, Next::GoOn};
     if (Number != kTimedOut) {
         ++failed_;
-        step.Pending = u'-' + recipients_.at(index_);
+        step.Pending = {RequestKind::Unsubscribe, recipients_.at(index_), RequestOrigin::FailedDelivery};
     }
     return step;
 }

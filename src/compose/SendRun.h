@@ -3,8 +3,11 @@
 
 #include "compose/DuplicateCheck.h"
 #include "core/Mailer.h"
+#include "core/PendingRequest.h"
 
 #include <QStringList>
+
+#include <optional>
 
 namespace varlo {
 
@@ -20,8 +23,8 @@ struct SendStep {
         Fail,     // this machine cannot send it to anybody: the run-time error `Number` with the words `Text`
     };
 
-    QString Status;  // a line for the window, the console and the log; empty: none
-    QString Pending; // an entry for the Pending list; empty: none
+    QString Status;                             // a line for the window, the console and the log; empty: none
+    std::optional<PendingRequest> Pending = {}; // for the Pending list
     Next Then = Next::Nothing;
     QString Text = {};
     int Number = 0;

@@ -22,7 +22,8 @@ const QString kToolTip = u"Add and remove files to be sent as attachments with y
 
 } // namespace
 
-frmAttach::frmAttach(Session &session, QWidget *parent) : QDialog(parent), session_(session) {
+frmAttach::frmAttach(Session &session, QStringList &attachments, QWidget *parent)
+    : QDialog(parent), session_(session), attachments_(attachments) {
     CreateControls();
     LayOut();
     ConnectControls();
@@ -82,7 +83,7 @@ void frmAttach::ConnectControls() {
 }
 
 void frmAttach::Form_Load() {
-    lstAttachments->addItems(AttachmentPaths(session_.Attachments));
+    lstAttachments->addItems(AttachmentPaths(attachments_));
     RefreshFiles();
 }
 
@@ -108,7 +109,7 @@ void frmAttach::cmdRemoveFile_Click() {
 }
 
 void frmAttach::cmdOK_Click() {
-    session_.Attachments = AttachmentArray(lstAttachments->Rows());
+    attachments_ = AttachmentArray(lstAttachments->Rows());
     accept();
 }
 

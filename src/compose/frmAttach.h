@@ -12,12 +12,12 @@ namespace varlo {
 
 class AttachmentBox;
 
-// Works on a list of its own; `session.Attachments` changes with "OK" only.
+// Works on a list of its own; `attachments` changes with "OK" only.
 class frmAttach : public QDialog {
     Q_OBJECT
 
 public:
-    explicit frmAttach(Session &session, QWidget *parent = nullptr);
+    frmAttach(Session &session, QStringList &attachments, QWidget *parent = nullptr);
 
     // The count and total size as the dialog shows them, such as "3 Files (3 KB)".
     QString SizeText() const;
@@ -37,6 +37,7 @@ private:
     void RefreshFiles();
 
     Session &session_;
+    QStringList &attachments_;
 
     AttachmentBox *lstAttachments = nullptr;
     QPushButton *cmdAddFile = nullptr;

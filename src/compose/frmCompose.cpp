@@ -29,7 +29,8 @@ namespace varlo {
 
 frmCompose::frmCompose(Session &session, ComposeHost &host, MakeMailer makeMailer, QWidget *parent)
     : QMainWindow(parent), session_(session), host_(host),
-      engine_(session, std::move(makeMailer), [this](const QString &entry) { host_.AddPending(entry); }),
+      engine_(session, std::move(makeMailer),
+              [this](const PendingRequest &request) { host_.Offer(request); }),
       recipients_(session), unsent_(session) {
     CreateControls();
     LayOut();
@@ -160,7 +161,7 @@ ComposedMessage frmCompose::Composed() const {
     message.Signature = signature_;
     message.Recipients = recipients_.Addresses();
     if (!picAttachments->isHidden())
-        message.Attachments = AttachmentPaths(session_.Attachments);
+        message.Attachments = AttachmentPaths(host_.Attachments);
     return message;
 }
 
@@ -228,7 +229,7 @@ void frmCompose::mnuMessageSave_Click() {
 }
 
 void frmCompose::mnuMessageAttach_Click() {
-    const QPointer<frmAttach> dialog = new frmAttach(session_, this);
+    const QPointer<frmAttach> dialog = new frmAttach(session_, host_.Attachments, this);
     const bool isAccepted = dialog->exec() == QDialog::Accepted;
     if (!dialog) // the window went while the dialog was open, and the dialog with it
         return;
@@ -241,7 +242,7 @@ void frmCompose::mnuMessageAttach_Click() {
 }
 
 void frmCompose::ShowAttachments(const QString &sizeText) {
-    picAttachments->setVisible(!AttachmentPaths(session_.Attachments).isEmpty());
+    picAttachments->setVisible(!AttachmentPaths(host_.Attachments).isEmpty());
     picAttachments->setToolTip(sizeText);
 }
 

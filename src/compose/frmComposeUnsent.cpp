@@ -1,6 +1,7 @@
 // What the compose window keeps of a message that was not sent, and how such a message comes back.
 
 #include "compose/AttachmentList.h"
+#include "compose/ComposeHost.h"
 #include "compose/MessageEdit.h"
 #include "compose/frmCompose.h"
 #include "core/Literals.h"
@@ -28,7 +29,7 @@ UnsentMessage frmCompose::Written() const {
     else if (message.Source == RecipientSource::SelectLists)
         message.Lists = pickedLists_;
     if (!picAttachments->isHidden())
-        message.Attachments = AttachmentPaths(session_.Attachments);
+        message.Attachments = AttachmentPaths(host_.Attachments);
     return message;
 }
 
@@ -95,7 +96,7 @@ void frmCompose::Restore(const UnsentMessage &message) {
     txtTo->setText(message.ToName);
     txtMessage->SetText(message.Text);
     txtMessage->setFocus();
-    session_.Attachments = AttachmentArray(message.Attachments);
+    host_.Attachments = AttachmentArray(message.Attachments);
     ShowAttachmentsOfBefore();
     const QPointer<frmCompose> self(this); // reading recipients runs events
     const QString lack = RestoreRecipients(message);
@@ -128,7 +129,7 @@ QString frmCompose::RestoreRecipients(const UnsentMessage &message) {
 
 // The attachments outlive the window; a file that went meanwhile is told of, and the message is not sent with it.
 void frmCompose::ShowAttachmentsOfBefore() {
-    const QStringList paths = AttachmentPaths(session_.Attachments);
+    const QStringList paths = AttachmentPaths(host_.Attachments);
     ShowAttachments(QString());
     barAttachments->hide();
     try {
@@ -145,8 +146,8 @@ void frmCompose::AttachDropped(const QList<QUrl> &urls) {
     if (files.isEmpty())
         return lblStatus->setText(u"A folder cannot be attached"_s);
     const QStringList before =
-        picAttachments->isHidden() ? QStringList() : AttachmentPaths(session_.Attachments);
-    session_.Attachments = AttachmentArray(before + files);
+        picAttachments->isHidden() ? QStringList() : AttachmentPaths(host_.Attachments);
+    host_.Attachments = AttachmentArray(before + files);
     ShowAttachmentsOfBefore();
     WillKeep();
     lblStatus->setText(files.size() == 1 ? u"Attached ["_s + QFileInfo(files.first()).fileName() + u']'

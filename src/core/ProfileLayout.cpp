@@ -34,8 +34,9 @@ QString LogsFolder(const Session &session) {
     return session.ProfileFile(u"logs"_s);
 }
 
+// By hand: two lines of a log are written for each request of a run, and a QDir costs more than the line.
 QString Log(const Session &session, const QString &file) {
-    return session.ProfileFile(u"logs"_s, file);
+    return session.ProfilePath + u"/logs/"_s + file;
 }
 
 QStringList Folders(const Session &session) {

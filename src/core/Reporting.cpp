@@ -52,9 +52,7 @@ const QString kStatusLog = u"StatusLog.txt"_s;
 
 // A log that a server fills is no reason for a full disk. Where the file cannot be renamed, it grows on: a
 // line is worth more than the limit.
-void StartAnew(const QString &log) {
-    if (QFileInfo(log).size() < kLongestStatusLog)
-        return;
+void PutAside(const QString &log) {
     const QString older = QFileInfo(log).dir().filePath(u"StatusLog.1.txt"_s);
     std::error_code ignored; // see above
     std::filesystem::rename(log.toStdU16String(), older.toStdU16String(), ignored);
@@ -63,10 +61,10 @@ void StartAnew(const QString &log) {
 void Append(const Session &session, const QString &file, const QString &line) {
     if (!session.ProfilePath.isEmpty()) {
         const QString path = ProfileLayout::Log(session, file);
-        if (file == kStatusLog)
-            StartAnew(path);
         try {
-            return AppendLine(path, line);
+            if (AppendLine(path, line) >= kLongestStatusLog && file == kStatusLog)
+                PutAside(path);
+            return;
         } catch (const RuntimeError &) {
             if (PathExists(session.ProfilePath))
                 throw;

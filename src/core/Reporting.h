@@ -6,8 +6,8 @@
 
 namespace varlo {
 
-// From this size on, in bytes, "StatusLog.txt" is continued in a new file; the one before is kept as
-// "StatusLog.1.txt".
+// The line with which "StatusLog.txt" reaches this size, in bytes, is its last: it is kept as "StatusLog.1.txt",
+// and the next line starts a new one.
 constexpr qint64 kLongestStatusLog = qint64(64) * 1024 * 1024;
 
 // Appends `line` to the log `file` of the open profile; before a profile is open (or after its folder

@@ -50,7 +50,6 @@ public:
     bool AppExiting = false; // the main window is unloading
     // The logs that could not be written since the operator's last action, with the number of the error.
     mutable QMap<QString, int> LogTrouble;
-    QStringList Attachments{QString()}; // full paths; a single empty element means none
     std::function<QDateTime()> Now = LocalTime;
 };
 

@@ -9,8 +9,8 @@ class QFileDevice;
 namespace varlo::SystemFile {
 
 // Appends `bytes` to the file, which is made when missing, with one write. Bytes that the disk takes only in part
-// are not there at all. Throws RuntimeError.
-void Append(const QString &path, const QByteArray &bytes);
+// are not there at all. The size of the file then. Throws RuntimeError.
+qint64 Append(const QString &path, const QByteArray &bytes);
 
 // Lets nobody but its owner (and the system's administrators) read or write the open `file`, which is being written
 // to take the place of one at that path unless it `isNew`. Rights that the old one got by hand stay where the system

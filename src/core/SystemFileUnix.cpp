@@ -12,7 +12,7 @@ namespace varlo::SystemFile {
 
 // Plain system calls: a list of 32,767 requests writes as many lines, and QFile costs twice the time of the
 // calls.
-void Append(const QString &path, const QByteArray &bytes) {
+qint64 Append(const QString &path, const QByteArray &bytes) {
     const int descriptor =
         ::open(QFile::encodeName(path).constData(), O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC, 0666);
     if (descriptor < 0)
@@ -24,9 +24,11 @@ void Append(const QString &path, const QByteArray &bytes) {
     if (written > 0 && written < bytes.size()) [[maybe_unused]]
         const int ignored =
             ::ftruncate(descriptor, ::lseek(descriptor, 0, SEEK_END) - static_cast<off_t>(written));
+    const qint64 size = ::lseek(descriptor, 0, SEEK_CUR);
     ::close(descriptor);
     if (written != bytes.size())
         throw SystemError(code);
+    return size;
 }
 
 void MakePrivate(QFileDevice &file, bool isNew) {

@@ -23,8 +23,8 @@ void RefuseDevice(const QString &path) {
         throw RuntimeError(PathFileAccess);
 }
 
-template<typename Attempt> void WhileHeld(const QString &path, Attempt attempt) {
-    Patiently(attempt, [&path] { return SystemFile::IsHeld(path); });
+template<typename Attempt> auto WhileHeld(const QString &path, Attempt attempt) {
+    return Patiently(attempt, [&path] { return SystemFile::IsHeld(path); });
 }
 
 void Replace(const QString &path, const QByteArray &bytes, FileAccess access) {
@@ -107,9 +107,9 @@ void WriteFile(const QString &path, const QByteArray &bytes, FileAccess access) 
     WhileHeld(path, [&] { Replace(path, bytes, access); });
 }
 
-void AppendLine(const QString &path, const QString &line) {
+qint64 AppendLine(const QString &path, const QString &line) {
     RefuseDevice(path);
-    WhileHeld(path, [&] { SystemFile::Append(path, EncodeText(line) + "\r\n"); });
+    return WhileHeld(path, [&] { return SystemFile::Append(path, EncodeText(line) + "\r\n"); });
 }
 
 void RenamePath(const QString &from, const QString &to) {

@@ -33,8 +33,9 @@ enum class FileAccess { Normal, OwnerOnly };
 void WriteFile(const QString &path, const QByteArray &bytes, FileAccess access = FileAccess::Normal);
 
 // Appends `line` and CR LF with one write and closes the file again; the file is created when missing. A line
-// that the disk takes only in part is not there at all. Throws RuntimeError.
-void AppendLine(const QString &path, const QString &line);
+// that the disk takes only in part is not there at all. The size of the file then, in bytes. Throws
+// RuntimeError.
+qint64 AppendLine(const QString &path, const QString &line);
 
 // Renames a file or folder. Throws RuntimeError: 53 when `from` is missing, 58 when `to` exists and is
 // another one.

@@ -15,7 +15,7 @@ namespace varlo::net {
 
 namespace {
 
-constexpr int kTurn = 10;              // ms that go by at most before the event loop turns
+constexpr int kTurn = 30;              // ms that go by at most before the event loop turns
 constexpr qint64 kPiece = 64 * 1024;   // bytes handed to the system at once
 constexpr qint64 kArrival = 16 * 1024; // bytes taken from the system at once
 

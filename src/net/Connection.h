@@ -24,7 +24,8 @@ Trouble TroubleOf(QAbstractSocket::SocketError error);
 // has returned, even when the handler runs an event loop. A handler may call anything here and may destroy
 // the connection. Nothing waits longer than a moment: after a write, or after something arrived, the answer
 // of a near server is awaited for core/SocketPoll's short wait, and handlers that answer each other's bytes
-// go on so for up to 10 ms before the event loop turns.
+// go on so for up to 30 ms before the event loop turns. A send ends its part sooner, by waiting for a timer of
+// its own.
 class Connection : public QObject {
     Q_OBJECT
 

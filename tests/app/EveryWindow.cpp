@@ -53,7 +53,7 @@ std::unique_ptr<QWidget> OpenWindow::Make(const std::string &name) {
         return MakeCompose();
     if (name == "frmCompose_offer") {
         profile_.Write(u"unsent.ini"_s, "[Message]\r\nSubject=News of the week\r\n");
-        profile_.session.Attachments = QStringList{profile_.Path(u"gone.pdf"_s)};
+        host_.Attachments = QStringList{profile_.Path(u"gone.pdf"_s)};
         return MakeCompose();
     }
     if (name == "frmCompRecip")
@@ -92,8 +92,8 @@ std::unique_ptr<QWidget> OpenWindow::MakeCompose() {
 }
 
 std::unique_ptr<QWidget> OpenWindow::MakeAttach() {
-    profile_.session.Attachments = QStringList{profile_.Path(u"prefs.ini"_s)};
-    auto window = std::make_unique<frmAttach>(profile_.session);
+    host_.Attachments = QStringList{profile_.Path(u"prefs.ini"_s)};
+    auto window = std::make_unique<frmAttach>(profile_.session, host_.Attachments);
     window->findChild<QListWidget *>(u"lstAttachments"_s)->setCurrentRow(0);
     return window;
 }

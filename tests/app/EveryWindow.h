@@ -39,7 +39,7 @@ private:
         QStringList ListNames() const override { return {u"Members"_s, u"News"_s}; }
         QString CurrentListName() const override { return u"News"_s; }
         QStringList SelectedAddresses() const override { return {u"ann@example.org"_s}; }
-        void AddPending(const QString &) override {}
+        void Offer(const PendingRequest &) override {}
     };
 
     std::unique_ptr<QWidget> Make(const std::string &name);

@@ -25,7 +25,7 @@ struct FakeHost : ComposeHost {
     QStringList ListNames() const override { return Names; }
     QString CurrentListName() const override { return Current; }
     QStringList SelectedAddresses() const override { return Selected; }
-    void AddPending(const QString &entry) override { Pending << entry; }
+    void Offer(const PendingRequest &request) override { Pending << request.Entry(); }
 
     QStringList Names;
     QString Current;

@@ -72,8 +72,10 @@ protected:
     QStringList pending;
     std::unique_ptr<SendEngine> engine = std::make_unique<SendEngine>(
         session, [this](const MailAccount &account) { return makeMailer(account); },
-        [this](const QString &entry) { addPending(entry); });
-    std::function<void(const QString &)> addPending = [this](const QString &entry) { pending << entry; };
+        [this](const PendingRequest &request) { offer(request); });
+    std::function<void(const PendingRequest &)> offer = [this](const PendingRequest &request) {
+        pending << request.Entry();
+    };
     ComposedMessage message;
     QObject keeper; // ends the connections before what they write to
     QStringList statuses;

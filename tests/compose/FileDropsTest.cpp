@@ -33,7 +33,7 @@ TEST_F(FileDropsTest, FilesAreAttachedWhereverTheyAreDropped) {
     for (QWidget *place : places) {
         expected << File(QString::number(expected.size()));
         EXPECT_EQ(Drop(place, {expected.last()}), Qt::CopyAction) << "a moved file would be deleted";
-        EXPECT_EQ(profile.session.Attachments, expected);
+        EXPECT_EQ(host.Attachments, expected);
         EXPECT_EQ(ToolTip(),
                   QString::number(expected.size()) + " Files (" + QString::number(expected.size()) + " KB)");
     }
@@ -45,11 +45,10 @@ TEST_F(FileDropsTest, FilesAreAttachedWhereverTheyAreDropped) {
 }
 
 TEST_F(FileDropsTest, SeveralFilesAreAddedInTheirOrder) {
-    profile.session.Attachments = QStringList{File("z")};
+    host.Attachments = QStringList{File("z")};
     Open();
     Drop(Body()->viewport(), {File("b"), File("a")});
-    EXPECT_EQ(profile.session.Attachments,
-              QStringList({profile.Path("z"), profile.Path("b"), profile.Path("a")}));
+    EXPECT_EQ(host.Attachments, QStringList({profile.Path("z"), profile.Path("b"), profile.Path("a")}));
     EXPECT_EQ(ToolTip(), "3 Files (3 KB)");
     EXPECT_EQ(Label("lblStatus"), "Attached 2 files");
 }
@@ -69,7 +68,7 @@ TEST_F(FileDropsTest, PlainTextStaysText) {
     test::DropOn(Body()->viewport(), link);
     EXPECT_EQ(Body()->Text(), "https://example.org/");
     EXPECT_TRUE(Indicator()->isHidden());
-    EXPECT_EQ(profile.session.Attachments, QStringList({""}));
+    EXPECT_EQ(host.Attachments, QStringList({""}));
 }
 
 TEST_F(FileDropsTest, AFolderIsNeitherAttachedNorTyped) {
@@ -90,11 +89,11 @@ TEST_F(FileDropsTest, AFileThatIsGoneIsToldOfByTheBar) {
 }
 
 TEST_F(FileDropsTest, WhatClearAllHidDoesNotComeBackWithADrop) {
-    profile.session.Attachments = QStringList{File("old")};
+    host.Attachments = QStringList{File("old")};
     Open();
     Choose("mnuMessageClearAll");
     Drop(window, {File("new")});
-    EXPECT_EQ(profile.session.Attachments, QStringList{profile.Path("new")});
+    EXPECT_EQ(host.Attachments, QStringList{profile.Path("new")});
 }
 
 TEST_F(FileDropsTest, WhileASendRunsTheWindowTakesNothing) {

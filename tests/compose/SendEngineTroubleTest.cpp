@@ -139,7 +139,7 @@ TEST_F(SendEngineTroubleTest, AFailureIsCountedThoughItCannotBeLogged) {
 }
 
 TEST_F(SendEngineTroubleTest, APendingListThatIsFullEndsTheSend) {
-    addPending = [](const QString &) { throw RuntimeError(Overflow); };
+    offer = [](const PendingRequest &) { throw RuntimeError(Overflow); };
     fake.OnSend = [this] { return fake.Sent.size() < 2 ? Outcome() : Failure(550, Text("no")); };
     EXPECT_FALSE(Send());
     EXPECT_EQ(Errors(), QStringList(Text("6 in Compose.cmdSend - Overflow")));
@@ -166,7 +166,7 @@ TEST_F(SendEngineTroubleTest, AfterAFailedSendAnotherCanBegin) {
 
 TEST_F(SendEngineTroubleTest, ASecondSendKnowsNothingOfTheFailuresOfTheFirst) {
     fake.OnSend = [] { return Failure(550, Text("no")); };
-    addPending = [](const QString &) { throw RuntimeError(Overflow); };
+    offer = [](const PendingRequest &) { throw RuntimeError(Overflow); };
     EXPECT_FALSE(Send());
     fake.OnSend = [] { return Outcome(); };
     EXPECT_TRUE(Send());
@@ -317,7 +317,7 @@ TEST_F(SendEngineTroubleTest, WindowsHaveTheirEventsThoughTheMailerNeverRests) {
 }
 
 TEST_F(SendEngineTroubleTest, UnderTheSummaryOfOneSendAnotherGoesOn) {
-    SendEngine other(session, fake.Maker(), addPending);
+    SendEngine other(session, fake.Maker(), offer);
     profile.Boxes.OnBox = [&](const QString &) {
         profile.Boxes.OnBox = nullptr;
         EXPECT_TRUE(test::WaitUntil([&] { return !other.IsSending(); }));

@@ -12,12 +12,17 @@ namespace varlo {
 
 void PrintTo(const SendStep &step, std::ostream *out) {
     *out << "step " << static_cast<int>(step.Then) << ' ' << step.Number << " [" << step.Status.toStdString()
-         << "] [" << step.Pending.toStdString() << "] [" << step.Text.toStdString() << ']';
+         << "] [" << (step.Pending ? step.Pending->Entry() : QString()).toStdString() << "] ["
+         << step.Text.toStdString() << ']';
 }
 
 namespace {
 
 using Next = SendStep::Next;
+
+PendingRequest Removal(const QString &address) {
+    return {RequestKind::Unsubscribe, address, RequestOrigin::FailedDelivery};
+}
 
 Outcome Refused(int number) {
     return {Outcome::Kind::Refused, number, u"no\r\nway"_s};
@@ -49,7 +54,7 @@ TEST(SendRunTest, AFailureIsToldAndMarkedAndTheNextHasHisTurn) {
     run.GoOn();
     run.GoOn();
     EXPECT_EQ(run.Finished(Refused(550)),
-              (SendStep{u"SMTP error 550 - no way"_s, u"-a@x.test"_s, Next::GoOn}));
+              (SendStep{u"SMTP error 550 - no way"_s, Removal(u"a@x.test"_s), Next::GoOn}));
     EXPECT_EQ(run.GoOn(), (SendStep{u"Sending message 2/2"_s, {}, Next::Breathe}));
     EXPECT_EQ(run.Failed(), 1);
 }
@@ -140,7 +145,7 @@ private:
         failed_ += counts;
         const SendStep step = run_.Finished(outcome);
         EXPECT_EQ(step.Status, failed ? SmtpErrorText(outcome.Number, outcome.Description) : QString());
-        EXPECT_EQ(step.Pending, counts ? u'-' + address : QString());
+        EXPECT_EQ(step.Pending ? step.Pending->Entry() : QString(), counts ? u'-' + address : QString());
         return step;
     }
     void CheckEnd() {

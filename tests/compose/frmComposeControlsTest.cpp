@@ -55,7 +55,7 @@ TEST_F(frmComposeControlsTest, TheMenusHoldTheirEntriesAndLines) {
 }
 
 TEST_F(frmComposeControlsTest, TheFocusBeginsAtTheSubjectAndGoesDownwards) {
-    profile.session.Attachments = QStringList{profile.Path("draft.txt")};
+    host.Attachments = QStringList{profile.Path("draft.txt")};
     profile.Write("draft.txt", "");
     Open();
     EXPECT_EQ(window->focusWidget(), Subject());

@@ -52,7 +52,7 @@ TEST_F(frmComposeSendTest, TheMessageReachesEveryRecipientAsItStandsInTheWindow)
     Find<QLineEdit>("txtTo")->setText("Friends");
     Body()->SetText("Hello,\r\n\r\nbye");
     profile.Write("file.txt", "x");
-    profile.session.Attachments = QStringList{profile.Path("file.txt")};
+    host.Attachments = QStringList{profile.Path("file.txt")};
     Indicator()->show();
     std::vector<SentMail> sent;
     profile.Boxes.OnBox = [&](const QString &) { sent = mailers.Sent; };
@@ -72,7 +72,7 @@ TEST_F(frmComposeSendTest, TheMessageReachesEveryRecipientAsItStandsInTheWindow)
 TEST_F(frmComposeSendTest, AttachmentsStayBehindWhileTheIndicatorIsHidden) {
     Prepare("a@x.test\r\n");
     profile.Write("file.txt", "x");
-    profile.session.Attachments = QStringList{profile.Path("file.txt")};
+    host.Attachments = QStringList{profile.Path("file.txt")};
     Indicator()->hide();
     QStringList attached{"none sent"};
     profile.Boxes.OnBox = [&](const QString &) { attached = mailers.Sent.at(0).Attachments; };
@@ -211,7 +211,7 @@ TEST_F(frmComposeSendTest, DestroyingTheWindowMeanwhileIsSafe) {
 
 TEST_F(frmComposeSendTest, ASendThatFailsAsAWholeLeavesTheWindowReady) {
     Prepare("a@x.test\r\n");
-    profile.session.Attachments = QStringList{profile.Path("gone")};
+    host.Attachments = QStringList{profile.Path("gone")};
     Indicator()->show();
     Send();
     EXPECT_EQ(mailers.Recipients(), QStringList());

@@ -82,14 +82,14 @@ TEST_F(frmComposeTest, ABrokenSettingIsReportedAndTheLoadGoesOn) {
 }
 
 TEST_F(frmComposeTest, ShowsTheAttachmentsThatAreStillSet) {
-    profile.session.Attachments = QStringList{File("a"), File("b")};
+    host.Attachments = QStringList{File("a"), File("b")};
     Open();
     EXPECT_TRUE(Indicator()->isVisible());
     EXPECT_EQ(Indicator()->toolTip(), "2 Files (2 KB)");
 }
 
 TEST_F(frmComposeTest, TellsOfAnAttachmentThatVanishedMeanwhile) {
-    profile.session.Attachments = QStringList{profile.Path("gone")};
+    host.Attachments = QStringList{profile.Path("gone")};
     Open();
     EXPECT_TRUE(Indicator()->isVisible());
     EXPECT_TRUE(profile.Log("ErrorLog.txt").value(0).endsWith(" Error 53 in Compose.Load - File not found"));
@@ -283,11 +283,11 @@ TEST_F(frmComposeTest, ClearAllReadsTheSignatureAgainWhateverAutoAddSays) {
 }
 
 TEST_F(frmComposeTest, ClearAllHidesTheIndicatorAndKeepsTheArray) {
-    profile.session.Attachments = QStringList{File("a")};
+    host.Attachments = QStringList{File("a")};
     Open();
     Choose("mnuMessageClearAll");
     EXPECT_TRUE(Indicator()->isHidden());
-    EXPECT_EQ(profile.session.Attachments, QStringList({profile.Path("a")}));
+    EXPECT_EQ(host.Attachments, QStringList({profile.Path("a")}));
 }
 
 // ---- Attachments
@@ -302,21 +302,21 @@ TEST_F(frmComposeTest, OkInTheAttachmentsShowsTheIndicatorWithTheSizeOfThatMomen
 }
 
 TEST_F(frmComposeTest, TheIndicatorOpensTheAttachments) {
-    profile.session.Attachments = QStringList{File("a")};
+    host.Attachments = QStringList{File("a")};
     Open();
     Attach({File("b")}, "cmdOK", [this] { Indicator()->click(); });
-    EXPECT_EQ(profile.session.Attachments, QStringList({profile.Path("a"), profile.Path("b")}));
+    EXPECT_EQ(host.Attachments, QStringList({profile.Path("a"), profile.Path("b")}));
 }
 
 TEST_F(frmComposeTest, CancelInTheAttachmentsLeavesArrayAndIndicator) {
     Open();
     Attach({File("a")}, "cmdCancel");
     EXPECT_TRUE(Indicator()->isHidden());
-    EXPECT_EQ(profile.session.Attachments, QStringList({""}));
+    EXPECT_EQ(host.Attachments, QStringList({""}));
 }
 
 TEST_F(frmComposeTest, OkOnAnEmptyListHidesTheIndicator) {
-    profile.session.Attachments = QStringList{File("a")};
+    host.Attachments = QStringList{File("a")};
     Open();
     const test::WhenDialog<frmAttach> answer([](frmAttach &dialog) {
         test::Find<QListWidget>(&dialog, "lstAttachments")->setCurrentRow(0);
@@ -325,7 +325,7 @@ TEST_F(frmComposeTest, OkOnAnEmptyListHidesTheIndicator) {
     });
     Choose("mnuMessageAttach");
     EXPECT_TRUE(Indicator()->isHidden());
-    EXPECT_EQ(profile.session.Attachments, QStringList({""}));
+    EXPECT_EQ(host.Attachments, QStringList({""}));
 }
 
 TEST_F(frmComposeTest, ClosingTheWindowClosesItsDialogs) {

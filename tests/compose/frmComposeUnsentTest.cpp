@@ -55,7 +55,7 @@ TEST_F(frmComposeUnsentTest, AWindowThatHoldsNothingLeavesNothing) {
 TEST_F(frmComposeUnsentTest, TheNextWindowBringsEverythingBack) {
     TwoLists();
     profile.Write("file.txt", QByteArray(1024, 'x'));
-    profile.session.Attachments = QStringList{profile.Path("file.txt")};
+    host.Attachments = QStringList{profile.Path("file.txt")};
     Open();
     Subject()->setText("Grüße");
     Find<QLineEdit>("txtTo")->setText("Friends");
@@ -63,7 +63,7 @@ TEST_F(frmComposeUnsentTest, TheNextWindowBringsEverythingBack) {
     ChooseTo("b");
     window->close();
     EXPECT_EQ(profile.Boxes.Texts(), QStringList()) << "closing asks nothing";
-    profile.session.Attachments = QStringList{QString()}; // the program ended meanwhile
+    host.Attachments = QStringList{QString()}; // the program ended meanwhile
     Reopen();
     EXPECT_EQ(Body()->Text(), "") << "it is only offered";
     EXPECT_TRUE(Bar()->isVisible());
@@ -74,7 +74,7 @@ TEST_F(frmComposeUnsentTest, TheNextWindowBringsEverythingBack) {
     EXPECT_EQ(Body()->Text(), "Dear \\n all,\r\n\r\n漢字");
     EXPECT_EQ(To()->currentText(), "b");
     EXPECT_EQ(Recipients(), "2 Recipients");
-    EXPECT_EQ(profile.session.Attachments, QStringList{profile.Path("file.txt")});
+    EXPECT_EQ(host.Attachments, QStringList{profile.Path("file.txt")});
     EXPECT_EQ(Indicator()->toolTip(), "1 Files (1 KB)");
     EXPECT_TRUE(Bar()->isHidden());
     EXPECT_FALSE(IsKept());
@@ -227,7 +227,7 @@ TEST_F(frmComposeUnsentTest, AnAttachmentThatIsGoneIsToldOfByTheBar) {
     profile.Write("unsent.ini", "[Message]\r\nSubject=News\r\nAttachment=/nowhere/gone.txt\r\n");
     Open();
     Click("cmdUnsentRestore");
-    EXPECT_EQ(profile.session.Attachments, QStringList{"/nowhere/gone.txt"});
+    EXPECT_EQ(host.Attachments, QStringList{"/nowhere/gone.txt"});
     EXPECT_TRUE(Indicator()->isVisible());
     EXPECT_EQ(Find<NoticeBar>("barAttachments")->Sentence(),
               "An attached file can no longer be read: [gone.txt]");
@@ -293,7 +293,7 @@ TEST_F(frmComposeUnsentTest, NobodyIsAskedWhileTheProgramEnds) {
 
 TEST_F(frmComposeUnsentTest, WithBothBarsFitsASmallScreenAtTwiceTheSize) {
     profile.Write("unsent.ini", "[Message]\r\nSubject=" + QByteArray(500, 'w') + "\r\n");
-    profile.session.Attachments = QStringList{profile.Path(QString(200, u'w'))};
+    host.Attachments = QStringList{profile.Path(QString(200, u'w'))};
     Open();
     EXPECT_TRUE(Bar()->isVisible());
     EXPECT_TRUE(Find<NoticeBar>("barAttachments")->isVisible());

@@ -220,9 +220,11 @@ TEST_F(ReportingTest, StatusLogThatIsFullIsContinuedInANewFile) {
     const QString older = u"logs/StatusLog.1.txt"_s;
     profile_.Write(older, "an older one");
     profile_.Write(u"logs/StatusLog.txt"_s, "first\r\n");
-    ASSERT_TRUE(QFile::resize(profile_.Path(u"logs/StatusLog.txt"_s), kLongestStatusLog - 1));
+    const auto lineSize = qsizetype(time_.size() + 6); // " | x", CR, LF
+    ASSERT_TRUE(QFile::resize(profile_.Path(u"logs/StatusLog.txt"_s), kLongestStatusLog - lineSize - 1));
+    StatusMessage(session_, u"w"_s);
+    EXPECT_EQ(profile_.Read(older), "an older one") << "one byte is left";
     StatusMessage(session_, u"x"_s);
-    EXPECT_EQ(profile_.Read(older), "an older one");
     StatusMessage(session_, u"y"_s);
     EXPECT_EQ(profile_.Log(statusLog_), QStringList{time_ + u" | y"_s});
     EXPECT_TRUE(profile_.Read(older).startsWith("first\r\n"));

@@ -147,13 +147,13 @@ private:
     void TakeAttach(QWidget &compose) {
         const QDir folder(sample_.session.ProgramFolder);
         const QStringList names{u"Spring programme.pdf"_s, u"Plant market.jpg"_s};
-        sample_.session.Attachments.clear();
+        QStringList attachments;
         for (int bytes = 214'000; const QString &name : names) {
             sample_.WriteAttachment(folder.filePath(name), bytes);
-            sample_.session.Attachments << folder.filePath(name);
+            attachments << folder.filePath(name);
             bytes += 71'000;
         }
-        frmAttach attach(sample_.session, &compose);
+        frmAttach attach(sample_.session, attachments, &compose);
         auto *list = Find<QListWidget>(attach, "lstAttachments");
         for (int row = 0; row < list->count(); ++row) // where the operator's files would lie
             list->item(row)->setText(u"/home/anna/Documents/"_s + names[row]);
