@@ -98,15 +98,18 @@ RuntimeError ErrorFor(DWORD code) {
 
 // With the right to append alone every write goes to the end, also beside other programs that append.
 qint64 Append(const QString &path, const QByteArray &bytes) {
-    const Handle file(path, FILE_APPEND_DATA | SYNCHRONIZE, OPEN_ALWAYS);
+    const Handle file(path, FILE_APPEND_DATA | FILE_READ_ATTRIBUTES | SYNCHRONIZE, OPEN_ALWAYS);
     if (!file.IsOpen())
         throw ErrorFor(::GetLastError());
     DWORD written = 0;
     const bool done =
         ::WriteFile(file.Get(), bytes.constData(), static_cast<DWORD>(bytes.size()), &written, nullptr) != 0;
     const DWORD code = done ? ERROR_DISK_FULL : ::GetLastError();
-    if (written == bytes.size())
-        return QFileInfo(path).size();
+    if (written == bytes.size()) {
+        LARGE_INTEGER size{};
+        ::GetFileSizeEx(file.Get(), &size);
+        return size.QuadPart;
+    }
     if (written > 0) // a part: it would stand before the next line
         QFile::resize(path, QFileInfo(path).size() - written);
     throw ErrorFor(code);

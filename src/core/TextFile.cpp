@@ -23,8 +23,8 @@ void RefuseDevice(const QString &path) {
         throw RuntimeError(PathFileAccess);
 }
 
-template<typename Attempt> void WhileHeld(const QString &path, Attempt attempt) {
-    Patiently(attempt, [&path] { return SystemFile::IsHeld(path); });
+template<typename Attempt> auto WhileHeld(const QString &path, Attempt attempt) {
+    return Patiently(attempt, [&path] { return SystemFile::IsHeld(path); });
 }
 
 void Replace(const QString &path, const QByteArray &bytes, FileAccess access) {
@@ -109,9 +109,7 @@ void WriteFile(const QString &path, const QByteArray &bytes, FileAccess access) 
 
 qint64 AppendLine(const QString &path, const QString &line) {
     RefuseDevice(path);
-    qint64 size = 0;
-    WhileHeld(path, [&] { size = SystemFile::Append(path, EncodeText(line) + "\r\n"); });
-    return size;
+    return WhileHeld(path, [&] { return SystemFile::Append(path, EncodeText(line) + "\r\n"); });
 }
 
 void RenamePath(const QString &from, const QString &to) {
