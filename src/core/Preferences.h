@@ -43,6 +43,7 @@ struct Preferences {
     qint16 ListCurrent{}; // a position in the list chooser
     int ListSortBy{};
     int History{};          // each save of a list keeps the version that it replaces
+    int Careful{};          // an edit that is refused is asked for again
     QString WindowGeometry; // what Qt saves of the main window, as base64
     QString WindowSplitter;
     QString ComposeGeometry; // of the compose window, in the same form

@@ -58,6 +58,7 @@ constexpr std::array kTable = std::to_array<Setting>({
     {"Main", "ListCurrent", "0", &P::ListCurrent, Use::Outside},
     {"Main", "ListSortBy", "1", &P::ListSortBy, Use::Outside},
     {"General", "History", "1", &P::History, Use::Outside},
+    {"General", "Careful", "0", &P::Careful, Use::Outside},
     {"Window", "Geometry", "", &P::WindowGeometry, Use::Outside},
     {"Window", "Splitter", "", &P::WindowSplitter, Use::Outside},
     {"Window", "ComposeGeometry", "", &P::ComposeGeometry, Use::Outside},

@@ -103,8 +103,11 @@ void CurrentListFrame::ConnectControls() {
     connect(showAll, &QShortcut::activated, txtFind, &QLineEdit::clear);
     auto *toTheFound = new QShortcut(QKeySequence(Qt::Key_Down), txtFind);
     toTheFound->setContext(Qt::WidgetShortcut);
-    connect(toTheFound, &QShortcut::activated, this,
-            [this] { ListBox()->setFocus(Qt::ShortcutFocusReason); });
+    connect(toTheFound, &QShortcut::activated, this, [this] {
+        ListBox()->setFocus(Qt::ShortcutFocusReason);
+        if (!ListBox()->currentIndex().isValid())
+            ListBox()->setCurrentIndex(ListBox()->model()->index(0, 0));
+    });
     for (const bool next : {true, false})
         connect(new QShortcut(QKeySequence(next ? u"F3"_s : u"Shift+F3"_s), this), &QShortcut::activated,
                 this, [this, next] { editing_.ShowSelected(next); });

@@ -42,23 +42,33 @@ void ListEditing::EditSelected(int box) {
         QList<QPersistentModelIndex> selected;
         for (int row : lists_.SelectedRows(box))
             selected.append(lists_.lstEmailList(box).index(row));
+        const EditPolicy policy = EditPolicyOf(session_);
         for (const QPersistentModelIndex &index : selected)
-            if (index.isValid() && !EditOne(box, index))
+            if (index.isValid() && !EditOne(box, index, policy))
                 break;
     });
 }
 
-bool ListEditing::EditOne(int box, const QPersistentModelIndex &index) {
-    const EntryListModel &model = lists_.lstEmailList(box);
-    const QString old =
-        box == kPending ? lists_.Pending.Request(index.row()).Address : model.Entry(index.row());
-    const QString answer =
-        session_.Boxes.InputBox(u"Please enter the amended e-mail address:"_s, u"Edit e-mail address"_s, old);
-    if (answer.isEmpty())
-        return false;
-    if (IsNewAddress(session_, answer, model) && IsValidAddress(session_, answer, false) && index.isValid())
-        ReplaceAddress(box, index.row(), answer);
+bool ListEditing::EditOne(int box, const QPersistentModelIndex &index, const EditPolicy &policy) {
+    const QString old = AddressAt(box, index.row());
+    QString answer = old;
+    for (bool isOver = false; !isOver;) {
+        answer = session_.Boxes.InputBox(u"Please enter the amended e-mail address:"_s,
+                                         u"Edit e-mail address"_s, answer);
+        if (answer.isEmpty())
+            return false;
+        const bool isTaken = IsTaken(box, old, answer, policy);
+        if (isTaken && index.isValid() && answer != old)
+            ReplaceAddress(box, index.row(), answer);
+        isOver = isTaken || !policy.AsksAgain;
+    }
     return true;
+}
+
+bool ListEditing::IsTaken(int box, const QString &old, const QString &address, const EditPolicy &policy) {
+    const bool isItself = policy.MayChangeCase && LowerCased(address) == LowerCased(old);
+    return (isItself || IsNewAddress(session_, address, lists_.lstEmailList(box))) &&
+           IsValidAddress(session_, address, false);
 }
 
 void ListEditing::ReplaceAddress(int box, int row, const QString &address) {

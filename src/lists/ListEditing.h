@@ -3,6 +3,7 @@
 #pragma once
 
 #include "core/Session.h"
+#include "lists/EditPolicy.h"
 
 #include <QPersistentModelIndex>
 
@@ -63,7 +64,9 @@ private:
     // Selects the entries for whose address `isMeant` holds; the first one becomes the current row. Says how many.
     void SelectMeant(int box, const std::function<bool(const QString &)> &isMeant);
     // False when the round is over.
-    bool EditOne(int box, const QPersistentModelIndex &index);
+    bool EditOne(int box, const QPersistentModelIndex &index, const EditPolicy &policy);
+    // Whether the entry `old` may become `address`; tells why not.
+    bool IsTaken(int box, const QString &old, const QString &address, const EditPolicy &policy);
     void MakeCurrent(int box, int row);
     void TellTransfer(Transfer transfer, int count, const QString &target);
     void ReplaceAddress(int box, int row, const QString &address);

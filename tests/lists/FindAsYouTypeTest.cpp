@@ -149,8 +149,12 @@ TEST_F(FindAsYouTypeTest, KeysLeadToTheBoxAndFromThereToTheFound) {
     View(kChronological)->setFocus();
     QTest::keyClick(View(kChronological), Qt::Key_F, Qt::ControlModifier | Qt::ShiftModifier);
     EXPECT_TRUE(FindBox()->hasFocus());
+    Look("ann");
     QTest::keyClick(FindBox(), Qt::Key_Down);
     EXPECT_TRUE(View(kChronological)->hasFocus());
+    EXPECT_EQ(lists.SelectedEntries(kChronological), Words("ann@x.test"));
+    QTest::keyClick(View(kChronological), Qt::Key_Down);
+    EXPECT_EQ(lists.SelectedEntries(kChronological), Words("joann@x.test"));
 }
 
 TEST_F(FindAsYouTypeTest, AnEmptyListHasNothingToFind) {

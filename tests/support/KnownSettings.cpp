@@ -79,6 +79,7 @@ const auto kKnown = std::to_array<KnownSetting>({
     {-1, "", "", "", "Main", "ListCurrent", "16-bit", "0", "1", "outside"},
     {-1, "", "", "", "Main", "ListSortBy", "32-bit", "1", "0", "outside"},
     {-1, "", "", "", "General", "History", "32-bit", "1", "0", "outside"},
+    {-1, "", "", "", "General", "Careful", "32-bit", "0", "1", "outside"},
     {-1, "", "", "", "Window", "Geometry", "text", "", "AdnQywAD", "outside"},
     {-1, "", "", "", "Window", "Splitter", "text", "", "AAAA/wAA", "outside"},
     {-1, "", "", "", "Window", "ComposeGeometry", "text", "", "AdnQywAE", "outside"},
