@@ -12,6 +12,12 @@
 //   AppendLines/n      as many lines in two logs as Process writes: open, one write, close for each
 //   Delete/n           all n selected entries, each with its status line in the log
 //   AppendDeleted/n    the same lines appended to a log, and nothing else
+//   UndoDelete/n       all n entries that were deleted come back, and are gone again
+//   InsertTexts/n      the same texts put into two boxes and taken out, and nothing else
+//   SaveKeeping/n      a save that changes the file, the version that it replaces kept
+//   WriteTwice/n       the same bytes into two temporary files that are synced and renamed
+//   FindTrail/n        when an address joined and left, across 20 versions
+//   ReadVersions/n     the same files read and split into lines, and nothing else
 //   CopyToPending/n    n selected entries
 //   CopyTexts/n        the same texts made with their signs, and nothing else
 //   Search/n           for a text in every second entry, after a search for one in every other
@@ -24,6 +30,8 @@
 #include "core/Preferences.h"
 #include "core/StatusLabel.h"
 #include "core/TextFile.h"
+#include "history/Timeline.h"
+#include "history/Versions.h"
 #include "lists/EntryListView.h"
 #include "lists/FoundRows.h"
 #include "lists/ListEditing.h"
@@ -214,6 +222,88 @@ void AppendDeleted(benchmark::State &state) {
     }
 }
 
+void UndoDelete(benchmark::State &state) {
+    Program program(state.range(0));
+    Window window(program);
+    program.session.Prefs.LogStatus = 0;
+    program.editing.SelectAll(kAlphabetical);
+    program.editing.DeleteSelected(kAlphabetical);
+    for (auto _ : state) {
+        program.lists.Undo.Undo();
+        benchmark::DoNotOptimize(program.lists.lstEmailList(kAlphabetical).Entry(0)); // sorted when looked at
+        program.lists.Undo.Redo();
+    }
+    program.lists.Undo.Undo();
+    if (program.lists.lstEmailList(kChronological).Entries() != program.entries)
+        state.SkipWithError("not brought back");
+}
+
+void InsertTexts(benchmark::State &state) {
+    const QStringList entries = Addresses(state.range(0));
+    EntryListModel chronological(EntryListModel::Order::Chronological);
+    EntryListModel alphabetical(EntryListModel::Order::Alphabetical);
+    for (auto _ : state) {
+        chronological.SetEntries(entries);
+        alphabetical.SetEntries(entries);
+        benchmark::DoNotOptimize(alphabetical.Entry(0));
+        chronological.SetEntries({});
+        alphabetical.SetEntries({});
+    }
+}
+
+// Two contents in turn; the clock goes on, so that each version has a second of its own.
+void SaveKeeping(benchmark::State &state) {
+    Program program(state.range(0) - 1); // room for one more
+    QDateTime clock = QDateTime::currentDateTime();
+    program.session.Now = [&clock] { return clock = clock.addSecs(1); };
+    bool isOnMore = false;
+    for (auto _ : state) {
+        state.PauseTiming();
+        isOnMore = !isOnMore;
+        if (isOnMore)
+            program.lists.Open.Add(u"more@mail.example.org"_s);
+        else
+            program.lists.Open.Remove(u"more@mail.example.org"_s);
+        QCoreApplication::processEvents();
+        state.ResumeTiming();
+        program.lists.Open.WriteList(kName);
+    }
+    if (History::Versions(program.session, kName).isEmpty())
+        state.SkipWithError("nothing kept");
+}
+
+void WriteTwice(benchmark::State &state) {
+    Program program(state.range(0));
+    const QByteArray bytes = program.Bytes();
+    for (auto _ : state) {
+        WriteFile(program.file, bytes);
+        WriteFile(program.file + u".2"_s, bytes);
+    }
+}
+
+QList<History::TimelineRow> MakeVersions(Program &program) {
+    for (int version = 0; version < 20; ++version) {
+        program.lists.Open.Add(QString::number(version) + u"@mail.example.org"_s);
+        program.lists.Open.WriteList(kName);
+    }
+    return History::TimelineOf(program.session, kName);
+}
+
+void FindTrail(benchmark::State &state) {
+    Program program(state.range(0) - 20);
+    const auto rows = MakeVersions(program);
+    for (auto _ : state)
+        benchmark::DoNotOptimize(History::TrailTexts(u"10@mail.example.org"_s, rows));
+}
+
+void ReadVersions(benchmark::State &state) {
+    Program program(state.range(0) - 20);
+    const auto rows = MakeVersions(program);
+    for (auto _ : state)
+        for (const History::TimelineRow &row : rows)
+            benchmark::DoNotOptimize(QString::fromUtf8(ReadFile(row.Path)).split(u"\r\n"_s));
+}
+
 void CopyToPending(benchmark::State &state) {
     Program program(state.range(0));
     Window window(program);
@@ -314,6 +404,12 @@ BENCHMARK(ProcessAfterSearch)->Apply(Sizes);
 BENCHMARK(AppendLines)->Apply(Sizes);
 BENCHMARK(Delete)->Apply(Sizes);
 BENCHMARK(AppendDeleted)->Apply(Sizes);
+BENCHMARK(UndoDelete)->Apply(Sizes);
+BENCHMARK(InsertTexts)->Apply(Sizes);
+BENCHMARK(SaveKeeping)->Apply(Sizes);
+BENCHMARK(WriteTwice)->Apply(Sizes);
+BENCHMARK(FindTrail)->Apply(Sizes);
+BENCHMARK(ReadVersions)->Apply(Sizes);
 BENCHMARK(CopyToPending)->Apply(Sizes);
 BENCHMARK(CopyTexts)->Apply(Sizes);
 BENCHMARK(Search)->Apply(Sizes);
