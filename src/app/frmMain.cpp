@@ -79,7 +79,7 @@ void frmMain::CreateStatusBar() {
     lblStatus->setCursor(Qt::PointingHandCursor);
     statusBar()->addWidget(lblCaption);
     statusBar()->addWidget(lblStatus, 1);
-    statusBar()->addPermanentWidget(new ListsStatus(session_, *page_, this));
+    new ListsStatus(session_, *page_, *statusBar());
 }
 
 void frmMain::LayOutControls() {

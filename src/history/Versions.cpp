@@ -8,6 +8,7 @@
 
 #include <QDir>
 #include <QHash>
+#include <QSet>
 
 namespace varlo::History {
 
@@ -30,18 +31,22 @@ QMap<QString, QString> PathsIn(const QString &folder) {
     return paths;
 }
 
-// In the order of the saves, which the clock need not keep; what has no line stands where its time says.
+// In the order of the saves, which the clock need not keep; what has no line stands where its time says. Stems are
+// compared as texts: a list that was saved ten thousand times has as many lines, and each save reads them.
 QStringList StemsInOrder(const QMap<QString, QString> &paths, const QList<IndexRow> &index) {
     QStringList noted;
     for (const IndexRow &row : index)
         noted.append(row.Stem);
     noted.removeDuplicates();
+    const QSet<QString> known(noted.begin(), noted.end());
     const QStringList files = paths.keys();
     for (const QString &stem : files) {
-        if (noted.contains(stem))
+        if (known.contains(stem))
             continue;
-        const auto next = std::find_if(noted.begin(), noted.end(),
-                                       [&](const QString &other) { return TimeOf(other) > TimeOf(stem); });
+        const QStringView time = QStringView(stem).first(kStemFormat.size());
+        const auto next = std::find_if(noted.begin(), noted.end(), [&](const QString &other) {
+            return QStringView(other).left(kStemFormat.size()) > time;
+        });
         noted.insert(next, stem);
     }
     return noted;
@@ -73,14 +78,23 @@ QList<Version> Versions(const Session &session, const QString &name) {
         rows.insert(row.Stem, row);
     const QMap<QString, QString> paths = PathsIn(folder);
     QList<Version> versions;
+    QString gone; // the last one that stood behind the last version
+    const auto closeGap = [&] {
+        if (!versions.isEmpty() && !gone.isEmpty())
+            versions.last().Next = TimeOf(gone);
+        gone.clear();
+    };
     const QStringList stems = StemsInOrder(paths, index);
     for (const QString &stem : stems) {
+        if (!paths.contains(stem)) {
+            gone = stem;
+            continue;
+        }
+        closeGap();
         const QDateTime time = TimeOf(stem);
-        if (paths.contains(stem))
-            versions.append({paths[stem], time, time, rows.value(stem, IndexRow{stem, {}})});
-        else if (!versions.isEmpty())
-            versions.last().Next = time;
+        versions.append({paths[stem], time, time, rows.value(stem, IndexRow{stem, {}})});
     }
+    closeGap();
     return versions;
 }
 

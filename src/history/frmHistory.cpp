@@ -5,6 +5,7 @@
 #include "core/NameChooser.h"
 #include "core/Reporting.h"
 #include "core/Settings.h"
+#include "core/StatusLabel.h"
 #include "core/modPublic.h"
 #include "history/Differences.h"
 #include "history/HistoryFolder.h"
@@ -27,8 +28,15 @@ namespace {
 
 const QString kLabel = u"Main.mnuListsHistory"_s;
 
-QString CountText(int count) {
-    return count < 0 ? QString() : QString::number(count);
+QString CountText(const QString &sign, int count, const QString &unit = {}) {
+    return count < 0 ? QString() : sign + QString::number(count) + unit;
+}
+
+QString WhenText(const TimelineRow &row) {
+    if (row.What == TimelineRow::Kind::Now)
+        return u"Now"_s;
+    const QString time = History::TimeText(row.Until);
+    return row.What == TimelineRow::Kind::Version ? u"Until "_s + time : time;
 }
 
 QStringList Marked(const QStringList &entries, const QString &mark) {
@@ -59,7 +67,8 @@ void frmHistory::CreateControls() {
     tblHistory = new QTreeWidget(this);
     tblHistory->setObjectName(u"tblHistory"_s);
     tblHistory->setAccessibleName(u"Versions"_s);
-    tblHistory->setHeaderLabels({u"Until"_s, u"What Followed"_s, u"Entries"_s, u"Added"_s, u"Removed"_s});
+    tblHistory->setColumnCount(5);
+    tblHistory->header()->hide(); // what stands there speaks for itself
     tblHistory->setRootIsDecorated(false);
     tblHistory->setUniformRowHeights(true);
     tblHistory->setAllColumnsShowFocus(true);
@@ -67,16 +76,15 @@ void frmHistory::CreateControls() {
     tblHistory->header()->setStretchLastSection(false);
     tblHistory->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
     tblHistory->header()->setSectionResizeMode(1, QHeaderView::Stretch);
-    lblHistoryDifference = new QLabel(this);
+    lblHistoryDifference = new StatusLabel(this);
     lblHistoryDifference->setObjectName(u"lblHistoryDifference"_s);
-    lblHistoryDifference->setTextFormat(Qt::PlainText);
-    lblHistoryDifference->setWordWrap(true);
     txtHistoryDifference = new QPlainTextEdit(this);
     txtHistoryDifference->setObjectName(u"txtHistoryDifference"_s);
     txtHistoryDifference->setAccessibleName(u"Differences"_s);
     txtHistoryDifference->setReadOnly(true);
     txtHistoryDifference->setTabChangesFocus(true);
     txtHistoryDifference->setUndoRedoEnabled(false);
+    txtHistoryDifference->setMinimumHeight(4 * fontMetrics().lineSpacing());
     CreateButtons();
 }
 
@@ -162,11 +170,11 @@ void frmHistory::cmbHistoryList_Click() {
 }
 
 void frmHistory::AddRow(const TimelineRow &row) {
-    const bool isNow = row.What == TimelineRow::Kind::Now;
     const QString cause = row.Cause.isEmpty() ? u"Not known"_s : row.Cause;
-    auto *item = new QTreeWidgetItem(tblHistory,
-                                     {isNow ? u"Now"_s : History::TimeText(row.Until), cause,
-                                      CountText(row.Entries), CountText(row.Added), CountText(row.Removed)});
+    const QString unit = row.Entries == 1 ? u" entry"_s : u" entries"_s;
+    auto *item =
+        new QTreeWidgetItem(tblHistory, {WhenText(row), cause, CountText({}, row.Entries, unit),
+                                         CountText(u"+"_s, row.Added), CountText(u"-"_s, row.Removed)});
     for (const int column : {2, 3, 4})
         item->setTextAlignment(column, Qt::AlignRight | Qt::AlignVCenter);
 }

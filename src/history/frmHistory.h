@@ -15,6 +15,7 @@ class QTreeWidget;
 namespace varlo {
 
 class NameChooser;
+class StatusLabel;
 
 class frmHistory : public QDialog {
     Q_OBJECT
@@ -54,7 +55,7 @@ private:
     QLabel *lblHistoryList = nullptr;
     NameChooser *cmbHistoryList = nullptr;
     QTreeWidget *tblHistory = nullptr;
-    QLabel *lblHistoryDifference = nullptr;
+    StatusLabel *lblHistoryDifference = nullptr;
     QPlainTextEdit *txtHistoryDifference = nullptr;
     QLabel *lblHistoryFind = nullptr;
     QLineEdit *txtHistoryFind = nullptr;

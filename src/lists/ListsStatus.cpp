@@ -5,36 +5,34 @@
 #include "lists/ListsPage.h"
 
 #include <QFileInfo>
-#include <QHBoxLayout>
 #include <QLabel>
+#include <QStatusBar>
 
 namespace varlo {
 
 namespace {
 
-constexpr int kProfileLetters = 12; // that fit; a longer name ends in dots and is told by its tooltip
+constexpr int kProfileLetters = 16; // that fit; a longer name ends in dots and is told by its tooltip
 
 } // namespace
 
-ListsStatus::ListsStatus(Session &session, const ListsPage &page, QWidget *parent)
-    : QWidget(parent), session_(session), page_(page) {
-    auto *row = new QHBoxLayout(this);
-    row->setContentsMargins(0, 0, 0, 0);
-    lblStatusProfile = new StatusLabel(this);
-    lblStatusProfile->setObjectName(u"lblStatusProfile"_s);
-    lblStatusProfile->setMaximumWidth(kProfileLetters * fontMetrics().averageCharWidth());
-    row->addWidget(lblStatusProfile);
-    lblStatusSaved = AddLabel("lblStatusSaved", {});
-    lblStatusSelected = AddLabel("lblStatusSelected", {});
-    lblStatusCurrent = AddLabel("lblStatusCurrent", u"0 Current"_s);
-    lblStatusPending = AddLabel("lblStatusPending", u"0 Pending"_s);
+ListsStatus::ListsStatus(Session &session, const ListsPage &page, QStatusBar &bar)
+    : QObject(&bar), session_(session), page_(page), bar_(bar) {
+    lblStatusProfile = AddLabel<StatusLabel>("lblStatusProfile", {});
+    // As tall as the labels beside it, so that their texts stand on one line.
+    lblStatusProfile->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Preferred);
+    lblStatusProfile->setMaximumWidth(kProfileLetters * bar.fontMetrics().averageCharWidth());
+    lblStatusSaved = AddLabel<QLabel>("lblStatusSaved", {});
+    lblStatusSelected = AddLabel<QLabel>("lblStatusSelected", {});
+    lblStatusCurrent = AddLabel<QLabel>("lblStatusCurrent", u"0 Current"_s);
+    lblStatusPending = AddLabel<QLabel>("lblStatusPending", u"0 Pending"_s);
     connect(&page_, &ListsPage::CountsChanged, this, &ListsStatus::Refresh);
 }
 
-QLabel *ListsStatus::AddLabel(const char *name, const QString &text) {
-    auto *label = new QLabel(text, this);
+template<typename Label> Label *ListsStatus::AddLabel(const char *name, const QString &text) {
+    auto *label = new Label(text, &bar_);
     label->setObjectName(QString::fromLatin1(name));
-    layout()->addWidget(label);
+    bar_.addPermanentWidget(label);
     return label;
 }
 

@@ -3,9 +3,10 @@
 
 #include "core/Session.h"
 
-#include <QWidget>
+#include <QObject>
 
 class QLabel;
+class QStatusBar;
 
 namespace varlo {
 
@@ -14,18 +15,20 @@ class StatusLabel;
 
 // The open profile, whether the open list is saved, and how many entries are selected and there. Follows the lists by
 // itself.
-class ListsStatus : public QWidget {
+class ListsStatus : public QObject {
     Q_OBJECT
 
 public:
-    ListsStatus(Session &session, const ListsPage &page, QWidget *parent = nullptr);
+    // Puts its labels at the end of `bar`, which owns it.
+    ListsStatus(Session &session, const ListsPage &page, QStatusBar &bar);
 
 private:
-    QLabel *AddLabel(const char *name, const QString &text);
+    template<typename Label> Label *AddLabel(const char *name, const QString &text);
     void Refresh(int current, int pending);
 
     Session &session_;
     const ListsPage &page_;
+    QStatusBar &bar_;
     StatusLabel *lblStatusProfile = nullptr;
     QLabel *lblStatusSaved = nullptr;
     QLabel *lblStatusSelected = nullptr;

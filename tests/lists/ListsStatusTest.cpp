@@ -7,6 +7,7 @@
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QLabel>
+#include <QStatusBar>
 #include <QTest>
 
 namespace varlo::test {
@@ -16,6 +17,7 @@ class ListsStatusTest : public FramesFixture {
 protected:
     ListsStatusTest() {
         OpenLists({{u"news"_s, Words("aa@x.test bb@x.test")}});
+        new ListsStatus(session, owner.page, status);
         owner.page.UpdateControls();
         status.show();
     }
@@ -24,7 +26,7 @@ protected:
         return status.findChild<QLabel *>(QString::fromLatin1(name));
     }
 
-    ListsStatus status{session, owner.page};
+    QStatusBar status;
 };
 
 TEST_F(ListsStatusTest, NamesTheOpenProfile) {
