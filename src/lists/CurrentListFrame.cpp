@@ -105,7 +105,7 @@ void CurrentListFrame::ConnectControls() {
     toTheFound->setContext(Qt::WidgetShortcut);
     connect(toTheFound, &QShortcut::activated, this, [this] {
         ListBox()->setFocus(Qt::ShortcutFocusReason);
-        if (!ListBox()->currentIndex().isValid())
+        if (!ListBox()->selectionModel()->hasSelection())
             ListBox()->setCurrentIndex(ListBox()->model()->index(0, 0));
     });
     for (const bool next : {true, false})
