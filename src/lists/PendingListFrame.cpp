@@ -16,7 +16,9 @@
 #include <QAccessible>
 #include <QBoxLayout>
 #include <QCheckBox>
+#include <QClipboard>
 #include <QGridLayout>
+#include <QGuiApplication>
 #include <QPushButton>
 #include <QTimer>
 
