@@ -4,6 +4,7 @@
 #include "core/TextFile.h"
 #include "history/Versions.h"
 #include "lists/FramesFixture.h"
+#include "lists/ImportReview.h"
 #include "lists/ManualAdd.h"
 
 #include <gtest/gtest.h>
@@ -46,6 +47,7 @@ protected:
 
     void Select(int box);
     QString ChangeRequests();
+    QString Import();
     QString ChangeEntries();
     QString MoveEntries();
     QString ChangeFiles();
@@ -127,6 +129,8 @@ QString PropertyTest::ChangeRequests() {
         ExpectCount(kPending, 1, [&] { AddTypedAddress(lists, address, kind, nullptr); });
         return u"type"_s;
     }
+    if (Chance(2))
+        return Import();
     const QList<PendingRequest> requests = [&] {
         QList<PendingRequest> all;
         for (int row = 0; row < lists.Pending.Count(); ++row)
@@ -144,6 +148,21 @@ QString PropertyTest::ChangeRequests() {
         EXPECT_EQ(isThere, requests.last().Kind == RequestKind::Subscribe);
     }
     return u"process"_s;
+}
+
+// One step, however many come of it; what waits already comes no second time.
+QString PropertyTest::Import() {
+    QStringList addresses;
+    for (int i = RandomBelow(random, 6); i >= 0; --i)
+        addresses << RandomAddress();
+    Turn();
+    const int steps = CountSteps();
+    const qsizetype before = Pending().size();
+    const auto kind = Chance(2) ? RequestKind::Subscribe : RequestKind::Unsubscribe;
+    const int added = ApplyImport(session, lists, addresses, kind);
+    EXPECT_EQ(Pending().size(), before + added);
+    EXPECT_EQ(CountSteps(), std::min(steps + (added > 0 ? 1 : 0), int(ListUndo::kMostSteps)));
+    return u"import"_s;
 }
 
 QString PropertyTest::ChangeEntries() {
