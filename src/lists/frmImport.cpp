@@ -23,7 +23,7 @@ namespace {
 
 constexpr int kSlice = 15;        // milliseconds of looking between two rounds of events
 constexpr int kTypingPause = 100; // milliseconds
-constexpr int kPatience = 300;    // milliseconds without a word of what goes on
+constexpr int kLongSearch = 300;  // milliseconds without a word of what goes on
 
 } // namespace
 
@@ -228,7 +228,7 @@ QString frmImport::CountsText() const {
 
 void frmImport::UpdateControls() {
     const bool isSearching = tmrImport_.isActive();
-    const bool isLong = isSearching && sinceStart_.hasExpired(kPatience);
+    const bool isLong = isSearching && sinceStart_.hasExpired(kLongSearch);
     if (cmdImportStop->hasFocus() && !isLong && !isStopped_)
         txtImport->setFocus();
     prgImport->setVisible(isLong);
