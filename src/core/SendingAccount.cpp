@@ -62,7 +62,7 @@ QString TroubleWithAccount(const Session &session) {
         return Trouble(u"e-mail address"_s, address);
     if (session.Prefs.SMTPPort < 1)
         return Trouble(u"SMTP port"_s, QString::number(session.Prefs.SMTPPort));
-    if (const QString trouble = KeyringTrouble(session); !trouble.isEmpty())
+    if (QString trouble = KeyringTrouble(session); !trouble.isEmpty())
         return trouble;
     if (!session.Prefs.SMTPUsername.isEmpty() && session.Prefs.SMTPPassword.isEmpty())
         return u"There is no password for the username [%1] of the e-mail sending preferences. Please enter "

@@ -99,12 +99,12 @@ QList<Version> Versions(const Session &session, const QString &name) {
 }
 
 QByteArray ReadVersionBytes(const QString &path) {
-    const QByteArray bytes = ReadFile(path);
+    QByteArray bytes = ReadFile(path);
     if (!path.endsWith(kCompressedExtension))
         return bytes;
     if (bytes.size() < kLengthBytes || static_cast<uchar>(bytes.front()) > kLongest)
         throw RuntimeError(DeviceIoError);
-    const QByteArray whole = qUncompress(bytes);
+    QByteArray whole = qUncompress(bytes);
     if (whole.isEmpty() && bytes.first(kLengthBytes) != QByteArray(kLengthBytes, '\0'))
         throw RuntimeError(DeviceIoError);
     return whole;

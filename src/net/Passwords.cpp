@@ -67,7 +67,7 @@ void Passwords::LoadNext(const QString &name, int next) {
 
 // Whoever has needed a password finds it there the next time, once the keyring is unlocked.
 QString Passwords::AskAgain() {
-    const QString trouble = session_.Prefs.Keyring == 1 ? trouble_ : QString();
+    QString trouble = session_.Prefs.Keyring == 1 ? trouble_ : QString();
     if (!trouble.isEmpty())
         Load();
     return trouble;
@@ -78,7 +78,7 @@ void Passwords::Name(Preferences &values) {
         values.KeyringName = QUuid::createUuid().toString(QUuid::WithoutBraces);
 }
 
-void Passwords::Keep(const Preferences &wanted, bool isWhole, Keyring::Done done) {
+void Passwords::Keep(const Preferences &wanted, bool isWhole, const Keyring::Done &done) {
     KeepNext(wanted, isWhole, 0, done);
 }
 

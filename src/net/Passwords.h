@@ -31,7 +31,7 @@ public:
     // Puts the passwords of `wanted`, which has a name, into the keyring. When the passwords that it held were not here
     // (`isWhole` false) an empty one stands for one that nobody knows, and stays there. `done` gets a sentence when it
     // failed; it does not come once this is gone.
-    void Keep(const Preferences &wanted, bool isWhole, Keyring::Done done);
+    void Keep(const Preferences &wanted, bool isWhole, const Keyring::Done &done);
     // Takes the profile's passwords out of the keyring; they are elsewhere by now.
     void Forget(const QString &name);
 
