@@ -90,12 +90,31 @@ void CurrentListFrame::ConnectControls() {
         txtFind->clear(); // the matches are selected among all addresses
         editing_.Search();
     });
-    connect(txtFind, &QLineEdit::textChanged, this, &CurrentListFrame::Narrow);
-    connect(&lists_.Open, &OpenList::Loaded, txtFind, &QLineEdit::clear);
     connect(cmdListSort, &QPushButton::clicked, this,
             [this] { Q_EMIT SortMenuWanted(cmdListSort->mapToGlobal(QPoint(0, cmdListSort->height()))); });
     connect(new QShortcut(QKeySequence::Save, this), &QShortcut::activated, cmdFileSave, &QPushButton::click);
     connect(new QShortcut(QKeySequence::Find, this), &QShortcut::activated, cmdListFind, &QPushButton::click);
+    for (const bool next : {true, false})
+        connect(new QShortcut(QKeySequence(next ? u"F3"_s : u"Shift+F3"_s), this), &QShortcut::activated,
+                this, [this, next] { editing_.ShowSelected(next); });
+    ConnectViews();
+    ConnectFindBox();
+}
+
+void CurrentListFrame::ConnectViews() {
+    for (EntryListView *view : {chronological_, alphabetical_}) {
+        connect(view, &EntryListView::SelectionTouched, this,
+                [this] { editing_.ReportSelection(lists_.VisibleBox()); });
+        connect(view, &EntryListView::DeleteWanted, cmdListDelete, &QPushButton::click);
+        connect(view, &EntryListView::EditWanted, cmdListEdit, &QPushButton::click);
+        connect(view, &EntryListView::MenuWanted, this, &CurrentListFrame::ContextMenuWanted);
+        connect(view, &EntryListView::FoundAnew, this, &CurrentListFrame::ShowFoundCount);
+    }
+}
+
+void CurrentListFrame::ConnectFindBox() {
+    connect(txtFind, &QLineEdit::textChanged, this, &CurrentListFrame::Narrow);
+    connect(&lists_.Open, &OpenList::Loaded, txtFind, &QLineEdit::clear);
     auto *find = new QShortcut(QKeySequence(u"Ctrl+Shift+F"_s), this);
     connect(find, &QShortcut::activated, txtFind, [this] { txtFind->setFocus(Qt::ShortcutFocusReason); });
     auto *showAll = new QShortcut(QKeySequence(Qt::Key_Escape), txtFind);
@@ -108,17 +127,6 @@ void CurrentListFrame::ConnectControls() {
         if (!ListBox()->selectionModel()->hasSelection())
             ListBox()->setCurrentIndex(ListBox()->model()->index(0, 0));
     });
-    for (const bool next : {true, false})
-        connect(new QShortcut(QKeySequence(next ? u"F3"_s : u"Shift+F3"_s), this), &QShortcut::activated,
-                this, [this, next] { editing_.ShowSelected(next); });
-    for (EntryListView *view : {chronological_, alphabetical_}) {
-        connect(view, &EntryListView::SelectionTouched, this,
-                [this] { editing_.ReportSelection(lists_.VisibleBox()); });
-        connect(view, &EntryListView::DeleteWanted, cmdListDelete, &QPushButton::click);
-        connect(view, &EntryListView::EditWanted, cmdListEdit, &QPushButton::click);
-        connect(view, &EntryListView::MenuWanted, this, &CurrentListFrame::ContextMenuWanted);
-        connect(view, &EntryListView::FoundAnew, this, &CurrentListFrame::ShowFoundCount);
-    }
 }
 
 void CurrentListFrame::RefreshListNames() {

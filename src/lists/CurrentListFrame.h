@@ -55,6 +55,8 @@ private:
     void CreateControls();
     void LayOutControls();
     void ConnectControls();
+    void ConnectViews();
+    void ConnectFindBox();
 
     void cmbMList_Click();
     void ChooseName(const QString &name);
